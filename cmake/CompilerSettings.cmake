@@ -1,0 +1,48 @@
+# Settings that hold for every target of this build and for none outside it.
+set(CMAKE_CXX_STANDARD 17)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+  set(CMAKE_BUILD_TYPE Release CACHE STRING "Build type" FORCE)
+endif()
+
+# The build tree has the layout of the installed tree, so that both run the same way.
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib)
+set(UPGRADESRV_MODULE_SUBDIR bin/modules)
+set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
+
+add_library(upgradesrv_settings INTERFACE)
+target_compile_options(
+  upgradesrv_settings
+  INTERFACE -Wall
+            -Wextra
+            -Wpedantic
+            -Wconversion
+            -Wshadow
+            $<$<BOOL:${UPGRADESRV_WARNINGS_AS_ERRORS}>:-Werror>
+            -ffile-prefix-map=${PROJECT_SOURCE_DIR}/=)
+# An undefined symbol is an error of the library that has it, not of the program that loads it; sanitizers resolve
+# theirs from the executable.
+if(UPGRADESRV_SANITIZE)
+  target_compile_options(upgradesrv_settings INTERFACE -fsanitize=${UPGRADESRV_SANITIZE} -fno-omit-frame-pointer
+                                                       -fno-sanitize-recover=all)
+  target_link_options(upgradesrv_settings INTERFACE -fsanitize=${UPGRADESRV_SANITIZE})
+else()
+  target_link_options(upgradesrv_settings INTERFACE LINKER:--no-undefined)
+endif()
+if(UPGRADESRV_COVERAGE)
+  target_compile_options(upgradesrv_settings INTERFACE --coverage)
+  target_link_options(upgradesrv_settings INTERFACE --coverage)
+endif()
+target_link_options(upgradesrv_settings INTERFACE LINKER:-z,relro LINKER:-z,now)
+target_compile_options(
+  upgradesrv_settings
+  INTERFACE -fstack-protector-strong
+            $<$<AND:$<CONFIG:Release,RelWithDebInfo>,$<NOT:$<BOOL:${UPGRADESRV_SANITIZE}>>>:-U_FORTIFY_SOURCE
+            -D_FORTIFY_SOURCE=2>)

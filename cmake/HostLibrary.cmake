@@ -1,0 +1,35 @@
+include(GenerateExportHeader)
+
+# upgradesrv_add_host_library(<name> SOURCES <file>... [PUBLIC <target>...] [PRIVATE <target>...])
+#
+# One shared library of the host framework. Headers lie beside the sources and are included as <name>/Header.h; the
+# export header <name>/<name>_export.h is generated. <file> and headers are relative to the current directory.
+function(upgradesrv_add_host_library name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
+  add_library(${name} SHARED ${ARG_SOURCES})
+  add_library(upgradesrv::${name} ALIAS ${name})
+  set(export_dir ${PROJECT_BINARY_DIR}/export)
+  generate_export_header(${name} EXPORT_FILE_NAME ${export_dir}/${name}/${name}_export.h)
+  target_include_directories(
+    ${name} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/host> $<BUILD_INTERFACE:${export_dir}>
+                   $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/upgradesrv>)
+  target_compile_features(${name} PUBLIC cxx_std_17)
+  target_link_libraries(
+    ${name}
+    PUBLIC ${ARG_PUBLIC}
+    PRIVATE ${ARG_PRIVATE} $<BUILD_INTERFACE:upgradesrv_settings>)
+  set_target_properties(${name} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}
+                                           INSTALL_RPATH "$ORIGIN")
+
+  install(
+    TARGETS ${name}
+    EXPORT upgradesrvTargets
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+  set(header_dir ${CMAKE_INSTALL_INCLUDEDIR}/upgradesrv/${name})
+  install(FILES ${export_dir}/${name}/${name}_export.h DESTINATION ${header_dir})
+  install(
+    DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR}/
+    DESTINATION ${header_dir}
+    FILES_MATCHING
+    PATTERN "*.h")
+endfunction()

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstdint>
+#include <stdexcept>
+#include <string>
+
+#include "kvxsptexception/kvxsptexception_export.h"
+
+/// The exception of the host framework, thrown and copied by value: a 32-bit code and, optionally, a message.
+class KVXSPTEXCEPTION_EXPORT CKVXException : public std::runtime_error {
+ public:
+  /// what() becomes "error 0x" and the code in upper-case hexadecimal.
+  explicit CKVXException(int code);
+  /// what() becomes the message, as it stands.
+  CKVXException(int code, const std::string& message);
+  /// The same for a code written as an unsigned constant (see ErrorCodes.h).
+  explicit CKVXException(std::uint32_t code);
+  CKVXException(std::uint32_t code, const std::string& message);
+
+  CKVXException(const CKVXException&) = default;
+  CKVXException& operator=(const CKVXException&) = default;
+  ~CKVXException() override;
+
+  std::uint32_t GetCode() const noexcept;
+  /// Whether the exception was made with a message of its own.
+  bool HasMessage() const noexcept;
+
+ private:
+  std::uint32_t code_;
+  bool hasMessage_;
+};

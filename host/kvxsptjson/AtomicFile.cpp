@@ -1,0 +1,141 @@
+#include "kvxsptjson/AtomicFile.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <utility>
+
+#include "kvxsptexception/ErrorCodes.h"
+#include "kvxsptexception/KVXException.h"
+#include "kvxsptstring/StringHelper.h"
+
+namespace kvx {
+namespace {
+
+constexpr std::size_t kBufferSize = 65536;
+constexpr mode_t kPermissionBits = 07777;
+
+/// The file that `path` names once symbolic links are followed; `path` itself where nothing is there yet.
+std::string FollowLinks(const std::string& path) {
+  std::error_code error;
+  std::filesystem::path target = path;
+  // As many links as the system itself follows.
+  for (int links = 0; links < 40 && std::filesystem::is_symlink(target, error); ++links) {
+    const std::filesystem::path next = std::filesystem::read_symlink(target, error);
+    if (error) {
+      break;
+    }
+    target = next.is_absolute() ? next : target.parent_path() / next;
+  }
+  return target.string();
+}
+
+/// The permissions that open(2) would give a new file. umask(2) can only be read by setting it.
+mode_t NewFileMode() {
+  const mode_t mask = umask(0);
+  umask(mask);
+  return 0666 & ~mask;
+}
+
+int SyncDirectoryOf(const std::string& file) {
+  const std::filesystem::path parent = std::filesystem::path(file).parent_path();
+  const std::string directory = parent.empty() ? "." : parent.string();
+  const int descriptor = open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (descriptor < 0) {
+    return errno;
+  }
+  const int result = fsync(descriptor) != 0 ? errno : 0;
+  close(descriptor);
+  // Some file systems cannot flush a directory; the rename has happened either way.
+  return result == EINVAL || result == ENOTSUP ? 0 : result;
+}
+
+}  // namespace
+
+CAtomicFile::CAtomicFile(const std::string& path) : path_(path), target_(FollowLinks(path)) {
+  struct stat status {};
+  const bool exists = stat(target_.c_str(), &status) == 0;
+  if (exists && !S_ISREG(status.st_mode)) {
+    Fail(S_ISDIR(status.st_mode) ? EISDIR : EINVAL);
+  }
+  buffer_.reserve(kBufferSize);
+  std::string name = target_ + ".XXXXXX";
+  descriptor_ = mkostemp(name.data(), O_CLOEXEC);
+  if (descriptor_ < 0) {
+    Fail(errno);
+  }
+  temporary_ = std::move(name);
+  if (fchmod(descriptor_, exists ? status.st_mode & kPermissionBits : NewFileMode()) != 0) {
+    const int error = errno;
+    close(descriptor_);
+    unlink(temporary_.c_str());
+    Fail(error);
+  }
+}
+
+CAtomicFile::~CAtomicFile() {
+  if (descriptor_ >= 0) {
+    close(descriptor_);
+  }
+  if (!temporary_.empty()) {
+    unlink(temporary_.c_str());
+  }
+}
+
+void CAtomicFile::Fail(int error) const {
+  throw CKVXException(kFileError, CStringHelper::ToVisible(path_) + ": cannot be saved: " + std::strerror(error) +
+                                      "; the earlier file is unchanged");
+}
+
+void CAtomicFile::WriteAll(const char* data, std::size_t size) {
+  while (size > 0) {
+    const ssize_t count = write(descriptor_, data, size);
+    if (count < 0) {
+      if (errno == EINTR) {
+        continue;
+      }
+      Fail(errno);
+    }
+    data += count;
+    size -= static_cast<std::size_t>(count);
+  }
+}
+
+void CAtomicFile::FlushBuffer() {
+  WriteAll(buffer_.data(), buffer_.size());
+  buffer_.clear();
+}
+
+void CAtomicFile::Write(const char* data, std::size_t size) {
+  if (buffer_.size() + size > buffer_.capacity()) {
+    FlushBuffer();
+  }
+  if (size > buffer_.capacity()) {
+    WriteAll(data, size);
+  } else {
+    buffer_.append(data, size);
+  }
+}
+
+void CAtomicFile::Commit() {
+  FlushBuffer();
+  if (fsync(descriptor_) != 0) {
+    Fail(errno);
+  }
+  const int closed = close(std::exchange(descriptor_, -1));
+  if (closed != 0 || rename(temporary_.c_str(), target_.c_str()) != 0) {
+    Fail(errno);
+  }
+  temporary_.clear();
+  if (const int error = SyncDirectoryOf(target_); error != 0) {
+    throw CKVXException(kFileError, CStringHelper::ToVisible(path_) + ": was replaced, but its directory cannot be flushed to disk: " +
+                                        std::strerror(error));
+  }
+}
+
+}  // namespace kvx

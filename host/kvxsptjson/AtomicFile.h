@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "kvxsptjson/kvxsptjson_export.h"
+
+namespace kvx {
+
+/// Replaces a file as a whole: what is written goes into a new file beside the target, which Commit() flushes to disk
+/// and renames over the target. Until Commit() has returned the target is as it was, and without Commit() the new file
+/// is removed again. A target that is a symbolic link keeps being one: the file that it points to is replaced. An
+/// existing target's permissions are kept.
+///
+/// Every failure throws CKVXException(kFileError, "PATH: cannot be saved: reason; the earlier file is unchanged").
+class KVXSPTJSON_EXPORT CAtomicFile {
+ public:
+  /// Creates the new file.
+  explicit CAtomicFile(const std::string& path);
+  ~CAtomicFile();
+
+  CAtomicFile(const CAtomicFile&) = delete;
+  CAtomicFile& operator=(const CAtomicFile&) = delete;
+
+  void Write(const char* data, std::size_t size);
+  void Commit();
+
+  // What RapidJSON's writers ask of an output stream.
+  using Ch = char;
+  void Put(char c) {
+    if (buffer_.size() == buffer_.capacity()) {
+      FlushBuffer();
+    }
+    buffer_.push_back(c);
+  }
+  void Flush() {}
+
+ private:
+  [[noreturn]] void Fail(int error) const;
+  void FlushBuffer();
+  void WriteAll(const char* data, std::size_t size);
+
+  std::string path_;
+  std::string target_;
+  std::string temporary_;
+  std::string buffer_;
+  int descriptor_ = -1;
+};
+
+}  // namespace kvx

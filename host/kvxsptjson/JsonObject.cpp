@@ -1,0 +1,286 @@
+#include "kvxsptjson/JsonObject.h"
+
+#include <rapidjson/document.h>
+#include <rapidjson/prettywriter.h>
+#include <rapidjson/stringbuffer.h>
+
+#include <algorithm>
+
+#include "kvxsptexception/ErrorCodes.h"
+#include "kvxsptexception/KVXException.h"
+#include "kvxsptjson/AtomicFile.h"
+#include "kvxsptjson/File.h"
+#include "kvxsptjson/JsonParser.h"
+
+namespace {
+
+using rapidjson::Document;
+using rapidjson::SizeType;
+using rapidjson::Value;
+
+constexpr unsigned kIndent = 2;
+
+[[noreturn]] void FailMissing(const std::string& key) {
+  throw CKVXException(kvx::kJsonMemberMissing, "json member [" + key + "] not exist!");
+}
+
+[[noreturn]] void FailType(const std::string& key, const char* type) {
+  throw CKVXException(kvx::kJsonWrongType, "json member [" + key + "] is not " + type + "!");
+}
+
+Value::StringRefType Reference(const std::string& text) {
+  return Value::StringRefType(text.data(), static_cast<SizeType>(text.size()));
+}
+
+std::string Text(const Value& string) { return {string.GetString(), string.GetStringLength()}; }
+
+/// The one rule of what reads as a string: strings, and numbers as decimal text.
+bool ReadString(const Value& value, std::string& text) {
+  if (value.IsString()) {
+    text = Text(value);
+    return true;
+  }
+  if (!value.IsNumber()) {
+    return false;
+  }
+  rapidjson::StringBuffer buffer;
+  rapidjson::Writer<rapidjson::StringBuffer> writer(buffer);
+  value.Accept(writer);
+  text = {buffer.GetString(), buffer.GetSize()};
+  return true;
+}
+
+bool ReadStringArray(const Value& value, std::list<std::string>& texts) {
+  if (!value.IsArray()) {
+    return false;
+  }
+  for (const Value& item : value.GetArray()) {
+    if (!item.IsString()) {
+      return false;
+    }
+    texts.push_back(Text(item));
+  }
+  return true;
+}
+
+template <typename Stream>
+void WriteTo(Stream& stream, const Value& value) {
+  rapidjson::PrettyWriter<Stream> writer(stream);
+  writer.SetIndent(' ', kIndent);
+  value.Accept(writer);
+}
+
+}  // namespace
+
+CJsonObject::CJsonObject() : document_(kvx::NewDocument()), value_(document_.get()) { value_->SetObject(); }
+
+CJsonObject::CJsonObject(std::shared_ptr<Document> document, Value* value)
+    : document_(std::move(document)), value_(value) {}
+
+CJsonObject::~CJsonObject() = default;
+
+std::shared_ptr<Document> CJsonObject::Share() const { return document_; }
+
+void CJsonObject::CreateFromFile(const std::string& path) { CreateFromText(kvx::ReadFile(path), path); }
+
+void CJsonObject::CreateFromText(const std::string& text, const std::string& name) {
+  document_ = kvx::ParseDocument(text, name);
+  value_ = document_.get();
+}
+
+void CJsonObject::SaveToFile(const std::string& path) const {
+  kvx::CAtomicFile file(path);
+  WriteTo(file, *document_);
+  file.Put('\n');
+  file.Commit();
+}
+
+std::string CJsonObject::ToText() const {
+  rapidjson::StringBuffer buffer;
+  WriteTo(buffer, *value_);
+  return {buffer.GetString(), buffer.GetSize()};
+}
+
+bool CJsonObject::IsObject() const { return value_->IsObject(); }
+
+bool CJsonObject::HasMember(const std::string& key) const { return Find(key) != nullptr; }
+
+void CJsonObject::GetAllKey(std::list<std::string>& keys) const {
+  keys.clear();
+  if (value_->IsObject()) {
+    for (const auto& member : value_->GetObject()) {
+      keys.push_back(Text(member.name));
+    }
+  }
+}
+
+Value* CJsonObject::Find(const std::string& key) const {
+  if (!value_->IsObject()) {
+    return nullptr;
+  }
+  const auto member = value_->FindMember(Value(Reference(key)));
+  return member != value_->MemberEnd() ? &member->value : nullptr;
+}
+
+Value& CJsonObject::Require(const std::string& key) const {
+  Value* value = Find(key);
+  if (value == nullptr) {
+    FailMissing(key);
+  }
+  return *value;
+}
+
+Value* CJsonObject::FindNotNull(const std::string& key) const {
+  Value* value = Find(key);
+  if (value == nullptr || value->IsNull()) {
+    lastError_ = kvx::kJsonMemberMissing;
+    return nullptr;
+  }
+  return value;
+}
+
+std::string CJsonObject::GetStringValue(const std::string& key) const {
+  std::string text;
+  if (!ReadString(Require(key), text)) {
+    FailType(key, "String");
+  }
+  return text;
+}
+
+std::pair<bool, std::string> CJsonObject::GetPropertyStringValue(const std::string& key) const {
+  Value* value = FindNotNull(key);
+  std::string text;
+  if (value == nullptr) {
+    return {false, text};
+  }
+  if (!ReadString(*value, text)) {
+    lastError_ = kvx::kJsonWrongType;
+    return {false, text};
+  }
+  return {true, std::move(text)};
+}
+
+std::list<std::string> CJsonObject::GetStringArrayValue(const std::string& key) const {
+  std::list<std::string> texts;
+  if (!ReadStringArray(Require(key), texts)) {
+    FailType(key, "Array String");
+  }
+  return texts;
+}
+
+std::pair<bool, std::list<std::string>> CJsonObject::GetPropertyStringArrayValue(const std::string& key) const {
+  Value* value = FindNotNull(key);
+  std::list<std::string> texts;
+  if (value == nullptr) {
+    return {false, texts};
+  }
+  if (!ReadStringArray(*value, texts)) {
+    lastError_ = kvx::kJsonWrongType;
+    return {false, {}};
+  }
+  return {true, std::move(texts)};
+}
+
+std::shared_ptr<CJsonObject> CJsonObject::GetObjectValue(const std::string& key) const {
+  Value& value = Require(key);
+  if (value.IsNull()) {
+    return nullptr;
+  }
+  if (!value.IsObject()) {
+    FailType(key, "Object");
+  }
+  return View(value);
+}
+
+std::shared_ptr<CJsonObject> CJsonObject::GetPropertyObjectValue(const std::string& key) const {
+  Value* value = FindNotNull(key);
+  if (value == nullptr) {
+    return nullptr;
+  }
+  if (!value->IsObject()) {
+    lastError_ = kvx::kJsonWrongType;
+    return nullptr;
+  }
+  return View(*value);
+}
+
+std::pair<bool, std::list<std::shared_ptr<CJsonObject>>> CJsonObject::GetPropertyObjectArrayValue(
+    const std::string& key) const {
+  Value* value = FindNotNull(key);
+  if (value == nullptr) {
+    return {false, {}};
+  }
+  if (!value->IsArray()) {
+    lastError_ = kvx::kJsonWrongType;
+    return {false, {}};
+  }
+  std::list<std::shared_ptr<CJsonObject>> objects;
+  for (Value& item : value->GetArray()) {
+    if (!item.IsObject()) {
+      FailType(key, "Array Object");
+    }
+    objects.push_back(View(item));
+  }
+  return {true, std::move(objects)};
+}
+
+std::shared_ptr<CJsonObject> CJsonObject::View(Value& value) const {
+  return std::make_shared<CJsonObject>(document_, &value);
+}
+
+void CJsonObject::RequireObject() const {
+  if (!value_->IsObject()) {
+    throw CKVXException(kvx::kJsonWrongType, "json node is not Object!");
+  }
+}
+
+void CJsonObject::SetMember(const std::string& key, Value& value) {
+  if (Value* existing = Find(key); existing != nullptr) {
+    *existing = value;
+    return;
+  }
+  RequireObject();
+  Document::AllocatorType& allocator = document_->GetAllocator();
+  value_->AddMember(Value(Reference(key), allocator), value, allocator);
+}
+
+void CJsonObject::SetStringValue(const std::string& key, const std::string& value) {
+  Value text(Reference(value), document_->GetAllocator());
+  SetMember(key, text);
+}
+
+void CJsonObject::SetUInt32Value(const std::string& key, std::uint32_t value) {
+  Value number(value);
+  SetMember(key, number);
+}
+
+void CJsonObject::SetStringArrayValue(const std::string& key, const std::list<std::string>& values) {
+  Document::AllocatorType& allocator = document_->GetAllocator();
+  Value array(rapidjson::kArrayType);
+  array.Reserve(static_cast<SizeType>(values.size()), allocator);
+  for (const std::string& value : values) {
+    array.PushBack(Value(Reference(value), allocator), allocator);
+  }
+  SetMember(key, array);
+}
+
+void CJsonObject::SetObjectArrayValue(const std::string& key, const std::list<std::shared_ptr<CJsonObject>>& objects) {
+  Document::AllocatorType& allocator = document_->GetAllocator();
+  Value array(rapidjson::kArrayType);
+  array.Reserve(static_cast<SizeType>(objects.size()), allocator);
+  for (const std::shared_ptr<CJsonObject>& object : objects) {
+    array.PushBack(object != nullptr ? Value(*object->value_, allocator) : Value(), allocator);
+  }
+  SetMember(key, array);
+}
+
+void CJsonObject::SetObjectValue(const std::string& key, const std::shared_ptr<CJsonObject>& object) {
+  RequireObject();
+  Document::AllocatorType& allocator = document_->GetAllocator();
+  // The copy comes first: the object may be a view on the very member that is removed.
+  Value copy = object != nullptr ? Value(*object->value_, allocator) : Value();
+  value_->EraseMember(Value(Reference(key)));
+  value_->AddMember(Value(Reference(key), allocator), copy, allocator);
+}
+
+std::uint32_t CJsonObject::GetLastError() const noexcept { return lastError_; }

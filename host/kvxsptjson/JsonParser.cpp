@@ -1,0 +1,137 @@
+#include "kvxsptjson/JsonParser.h"
+
+#include <rapidjson/error/en.h>
+#include <rapidjson/memorystream.h>
+#include <rapidjson/reader.h>
+
+#include <algorithm>
+#include <cstring>
+
+#include "kvxsptexception/ErrorCodes.h"
+#include "kvxsptexception/KVXException.h"
+#include "kvxsptjson/File.h"
+#include "kvxsptstring/StringHelper.h"
+
+namespace kvx {
+namespace {
+
+// Holds an object's first sixteen members and a property's texts.
+constexpr std::size_t kFirstChunk = 1024;
+// RapidJSON copies, writes and compares values by recursion, so depth is bounded where a document enters.
+constexpr unsigned kMaxDepth = 512;
+constexpr const char* kByteOrderMark = "\xEF\xBB\xBF";
+
+struct SDocumentMemory {
+  rapidjson::Document::AllocatorType allocator{kFirstChunk};
+  rapidjson::Document document{&allocator};
+};
+
+/// Passes a parse on to a document, and stops it at what RapidJSON itself would let through.
+class CStrictHandler {
+ public:
+  explicit CStrictHandler(rapidjson::Document& document) : document_(document) {}
+
+  bool Null() { return document_.Null(); }
+  bool Bool(bool value) { return document_.Bool(value); }
+  bool Int(int value) { return document_.Int(value); }
+  bool Uint(unsigned value) { return document_.Uint(value); }
+  bool Int64(std::int64_t value) { return document_.Int64(value); }
+  bool Uint64(std::uint64_t value) { return document_.Uint64(value); }
+  bool Double(double value) { return document_.Double(value); }
+  bool RawNumber(const char* text, rapidjson::SizeType size, bool copy) { return document_.RawNumber(text, size, copy); }
+  bool String(const char* text, rapidjson::SizeType size, bool copy) {
+    return IsUnicode(text, size) && document_.String(text, size, copy);
+  }
+  bool Key(const char* text, rapidjson::SizeType size, bool copy) {
+    return IsUnicode(text, size) && document_.Key(text, size, copy);
+  }
+  bool StartObject() { return Enter() && document_.StartObject(); }
+  bool EndObject(rapidjson::SizeType count) { return Leave() && document_.EndObject(count); }
+  bool StartArray() { return Enter() && document_.StartArray(); }
+  bool EndArray(rapidjson::SizeType count) { return Leave() && document_.EndArray(count); }
+
+  const char* GetProblem() const { return problem_; }
+
+ private:
+  bool Enter() {
+    if (++depth_ > kMaxDepth) {
+      problem_ = "nested more than 512 levels deep";
+      return false;
+    }
+    return true;
+  }
+  bool Leave() {
+    --depth_;
+    return true;
+  }
+  /// The parser has validated the text; only a lone \uDC00 to \uDFFF still arrives here, as ED A0..BF.
+  bool IsUnicode(const char* text, rapidjson::SizeType size) {
+    const char* const end = text + size;
+    for (const char* at = std::find(text, end, '\xED'); at != end; at = std::find(at + 1, end, '\xED')) {
+      if (at + 1 != end && static_cast<unsigned char>(at[1]) >= 0xA0) {
+        problem_ = "The surrogate pair in string is invalid.";
+        return false;
+      }
+    }
+    return true;
+  }
+
+  rapidjson::Document& document_;
+  unsigned depth_ = 0;
+  const char* problem_ = nullptr;
+};
+
+/// Feeds Document::Populate and keeps the parse's result.
+class CParse {
+ public:
+  CParse(const char* text, std::size_t size, rapidjson::Document& document)
+      : stream_(text, size), handler_(document) {}
+
+  bool operator()(rapidjson::Document& /*document*/) {
+    constexpr unsigned kFlags = rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag |
+                                rapidjson::kParseFullPrecisionFlag;
+    rapidjson::Reader reader;
+    result_ = reader.Parse<kFlags>(stream_, handler_);
+    return !result_.IsError();
+  }
+
+  const rapidjson::ParseResult& GetResult() const { return result_; }
+  const char* GetProblem() const {
+    return handler_.GetProblem() != nullptr ? handler_.GetProblem() : rapidjson::GetParseError_En(result_.Code());
+  }
+
+ private:
+  rapidjson::MemoryStream stream_;
+  CStrictHandler handler_;
+  rapidjson::ParseResult result_;
+};
+
+[[noreturn]] void Fail(const std::string& name, const std::string& text, std::size_t offset, const char* problem) {
+  throw CKVXException(kMalformedDocument, CStringHelper::ToVisible(name) + ":" +
+                                              LineAndColumn(text.data(), std::min(offset, text.size())) + ": " +
+                                              problem);
+}
+
+}  // namespace
+
+std::shared_ptr<rapidjson::Document> NewDocument() {
+  const auto memory = std::make_shared<SDocumentMemory>();
+  return {memory, &memory->document};
+}
+
+std::shared_ptr<rapidjson::Document> ParseDocument(const std::string& text, const std::string& name) {
+  const std::size_t begin = text.compare(0, std::strlen(kByteOrderMark), kByteOrderMark) == 0 ? std::strlen(kByteOrderMark) : 0;
+  std::shared_ptr<rapidjson::Document> document = NewDocument();
+  CParse parse(text.data() + begin, text.size() - begin, *document);
+  document->Populate(parse);
+  if (parse.GetResult().IsError()) {
+    Fail(name, text, begin + parse.GetResult().Offset(), parse.GetProblem());
+  }
+  // RapidJSON takes a NUL byte for the end of its input. Elsewhere the parse has already failed on one.
+  if (const std::size_t nul = text.find('\0'); nul != std::string::npos) {
+    Fail(name, text, nul, "a NUL byte stands after the end of the document.");
+  }
+  return document;
+}
+
+}  // namespace kvx

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <rapidjson/document.h>
+
+#include <memory>
+#include <string>
+
+namespace kvx {
+
+/// A new document whose memory begins with a small block and grows in larger ones: tens of thousands of small documents
+/// are alive at once during a check.
+std::shared_ptr<rapidjson::Document> NewDocument();
+
+/// Parses `text` into a new document by the rules of CJsonObject::CreateFromFile.
+std::shared_ptr<rapidjson::Document> ParseDocument(const std::string& text, const std::string& name);
+
+}  // namespace kvx

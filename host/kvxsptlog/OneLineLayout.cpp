@@ -1,0 +1,18 @@
+#include "kvxsptlog/OneLineLayout.h"
+
+#include <log4cplus/spi/loggingevent.h>
+
+#include <ostream>
+
+#include "kvxsptstring/StringHelper.h"
+
+COneLineLayout::COneLineLayout() = default;
+
+COneLineLayout::~COneLineLayout() = default;
+
+void COneLineLayout::formatAndAppend(log4cplus::tostream& output, const log4cplus::spi::InternalLoggingEvent& event) {
+  output << llmCache.toString(event.getLogLevel()) << ' ' << event.getFile() << ':' << event.getLine() << ' '
+         << event.getFunction() << " - "
+         << CStringHelper::ToVisible(event.getMessage()) << '\n';
+
+}

@@ -1,0 +1,44 @@
+#include "kvxsptstring/StringHelper.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+
+namespace {
+
+char LowerAscii(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+
+}  // namespace
+
+void CStringHelper::ToLower(std::string& text) { std::transform(text.begin(), text.end(), text.begin(), LowerAscii); }
+
+int CStringHelper::StringCompare(const std::string& a, const std::string& b, bool ignoreCase) {
+  if (!ignoreCase) {
+    return a.compare(b);
+  }
+  std::string lowerA = a;
+  std::string lowerB = b;
+  ToLower(lowerA);
+  ToLower(lowerB);
+  return lowerA.compare(lowerB);
+}
+
+std::string CStringHelper::ToVisible(const std::string& text) {
+  std::string visible;
+  visible.reserve(text.size());
+  for (const char c : text) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (c == '\n') {
+      visible += "\\n";
+    } else if (c == '\t') {
+      visible += "\\t";
+    } else if (byte < 0x20 || byte == 0x7F) {
+      std::array<char, 8> escape{};
+      std::snprintf(escape.data(), escape.size(), "\\x%02X", static_cast<unsigned>(byte));
+      visible += escape.data();
+    } else {
+      visible += c;
+    }
+  }
+  return visible;
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+
+#include "kvxsptstring/kvxsptstring_export.h"
+
+/// String operations whose results do not depend on the locale. Letters are the ASCII letters; every other byte,
+/// UTF-8 sequences included, is left and compared as it is.
+class KVXSPTSTRING_EXPORT CStringHelper {
+ public:
+  CStringHelper() = delete;
+
+  /// Lower-cases A to Z in place.
+  static void ToLower(std::string& text);
+
+  /// Compares byte by byte, bytes taken as unsigned: negative, 0 or positive as `a` sorts before, is equal to or sorts
+  /// after `b`. With `ignoreCase`, ASCII letters that differ only in case count as equal.
+  static int StringCompare(const std::string& a, const std::string& b, bool ignoreCase);
+
+  /// `text` with every ASCII control character made visible as \n, \t or \xHH, so that it fits on one line and cannot
+  /// drive a terminal.
+  static std::string ToVisible(const std::string& text);
+};

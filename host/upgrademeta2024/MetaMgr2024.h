@@ -1,0 +1,29 @@
+#pragma once
+
+#include <memory>
+
+#include "upgrademeta2024/upgrademeta2024_export.h"
+
+class CMetaDictionary2024;
+class CUpgradeContext;
+
+/// Loads the two metamodels of an upgrade from the locations that its context names (see storage/MetaStorage2024.h).
+/// Never answers with an empty pointer: a metamodel that cannot be loaded throws CKVXException with the code and message
+/// of the storage, the message preceded by "original metamodel: " or "client metamodel: ".
+class UPGRADEMETA2024_EXPORT CMetaMgr2024 {
+ public:
+  /// The one manager of the process. It keeps no metamodel: each call of a Load operation reads anew.
+  static CMetaMgr2024& Instance();
+
+  CMetaMgr2024(const CMetaMgr2024&) = delete;
+  CMetaMgr2024& operator=(const CMetaMgr2024&) = delete;
+
+  /// The metamodel as the platform ships it for this upgrade.
+  std::shared_ptr<CMetaDictionary2024> LoadOriginalMeta(CUpgradeContext& upgradeContext);
+  /// The metamodel as the installation holds it.
+  std::shared_ptr<CMetaDictionary2024> LoadClientMeta(CUpgradeContext& upgradeContext);
+
+ private:
+  CMetaMgr2024();
+  ~CMetaMgr2024();
+};

@@ -1,0 +1,55 @@
+#include "upgrademeta2024/MetaProperty2024.h"
+
+#include "upgrademeta2024/MetaPropertyTable2024.h"
+
+CMetaProperty2024::CMetaProperty2024(const std::string& texts, const SMetaPropertyValues2024& values,
+                                     std::uint32_t begin)
+    : texts_(&texts), begin_(begin), ends_(), length_(values.length), precision_(values.precision) {}
+
+std::shared_ptr<CMetaProperty2024> CMetaProperty2024::Create(const SMetaPropertyValues2024& values) {
+  CMetaPropertyTable2024 table;
+  table.Add(values);
+  table.Finish();
+  return table.GetProperties().front();
+}
+
+std::string_view CMetaProperty2024::Text(EText text) const {
+  const std::uint32_t begin = text == kInternalName ? begin_ : ends_[text - 1U];
+  return std::string_view(*texts_).substr(begin, ends_[text] - begin);
+}
+
+std::string CMetaProperty2024::GetInternalName() const { return std::string(Text(kInternalName)); }
+
+std::string CMetaProperty2024::GetDisplayName() const { return std::string(Text(kDisplayName)); }
+
+std::string CMetaProperty2024::GetField() const { return std::string(Text(kField)); }
+
+std::string CMetaProperty2024::GetType() const { return std::string(Text(kType)); }
+
+std::uint32_t CMetaProperty2024::GetLength() const { return length_; }
+
+std::uint16_t CMetaProperty2024::GetPrecision() const { return precision_; }
+
+void CMetaProperty2024::GetMaxMinValue(std::string& max, std::string& min) const {
+  max = Text(kMax);
+  min = Text(kMin);
+}
+
+std::string CMetaProperty2024::GetDefaultValue() const { return std::string(Text(kDefaultValue)); }
+
+std::string CMetaProperty2024::GetLookupClass() const { return std::string(Text(kLookupClass)); }
+
+SMetaPropertyValues2024 CMetaProperty2024::GetValues() const {
+  SMetaPropertyValues2024 values;
+  values.internalName = Text(kInternalName);
+  values.displayName = Text(kDisplayName);
+  values.field = Text(kField);
+  values.type = Text(kType);
+  values.length = length_;
+  values.defaultValue = Text(kDefaultValue);
+  values.precision = precision_;
+  values.max = Text(kMax);
+  values.min = Text(kMin);
+  values.lookupClass = Text(kLookupClass);
+  return values;
+}

@@ -1,0 +1,20 @@
+#include "upgrademeta2024/storage/DocumentMetaStorage2024.h"
+
+#include <filesystem>
+#include <utility>
+
+#include "upgrademeta2024/storage/DocumentMetaReader2024.h"
+#include "upgrademeta2024/storage/DocumentMetaWriter2024.h"
+
+CDocumentMetaStorage2024::CDocumentMetaStorage2024(std::string path) : path_(std::move(path)) {}
+
+CDocumentMetaStorage2024::~CDocumentMetaStorage2024() = default;
+
+std::shared_ptr<CMetaDictionary2024> CDocumentMetaStorage2024::Load() { return ReadMetaDocument2024(path_); }
+
+bool CDocumentMetaStorage2024::Exists() {
+  std::error_code error;
+  return std::filesystem::exists(path_, error);
+}
+
+void CDocumentMetaStorage2024::Save(const CMetaDictionary2024& dictionary) { WriteMetaDocument2024(path_, dictionary); }

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "upgrademeta2024/storage/MetaStorage2024.h"
+
+/// A metamodel document: one JSON file.
+class CDocumentMetaStorage2024 : public CMetaStorage2024 {
+ public:
+  explicit CDocumentMetaStorage2024(std::string path);
+  ~CDocumentMetaStorage2024() override;
+
+  std::shared_ptr<CMetaDictionary2024> Load() override;
+  bool Exists() override;
+  void Save(const CMetaDictionary2024& dictionary) override;
+
+ private:
+  std::string path_;
+};

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "upgrademeta2024/upgrademeta2024_export.h"
+
+class CMetaDictionary2024;
+
+/// A place that holds one metamodel. Every storage keeps the order of all lists and every value, and holds the same rules:
+/// names are not empty, and no two names of one list differ only in ASCII case (a class's behavior names may repeat).
+class UPGRADEMETA2024_EXPORT CMetaStorage2024 {
+ public:
+  /// The storage for a location: a path that ends in ".json" is a metamodel document. Opens and reads nothing yet.
+  /// Throws CKVXException (kvx::kMetamodelError) for a location of no known form.
+  static std::unique_ptr<CMetaStorage2024> Open(const std::string& location);
+
+  virtual ~CMetaStorage2024();
+  CMetaStorage2024(const CMetaStorage2024&) = delete;
+  CMetaStorage2024& operator=(const CMetaStorage2024&) = delete;
+
+  /// Reads the whole metamodel; never an empty pointer. Changes nothing. Throws CKVXException: kvx::kFileError for what
+  /// cannot be read, kvx::kMalformedDocument for content that is not a metamodel, with the place.
+  virtual std::shared_ptr<CMetaDictionary2024> Load() = 0;
+
+  /// Whether the location holds something already that Save would replace.
+  virtual bool Exists() = 0;
+
+  /// Stores the metamodel in place of what the location held, as a whole or, when it throws CKVXException, not at all.
+  virtual void Save(const CMetaDictionary2024& dictionary) = 0;
+
+ protected:
+  CMetaStorage2024();
+};
