@@ -26,6 +26,10 @@ CKVXException::CKVXException(std::uint32_t code, const std::string& message)
 
 CKVXException::~CKVXException() = default;
 
-std::uint32_t CKVXException::GetCode() const noexcept { return code_; }
+std::uint32_t CKVXException::GetCode() const noexcept {
+  return code_;
+}
 
-bool CKVXException::HasMessage() const noexcept { return hasMessage_; }
+bool CKVXException::HasMessage() const noexcept {
+  return hasMessage_;
+}

@@ -133,8 +133,9 @@ void CAtomicFile::Commit() {
   }
   temporary_.clear();
   if (const int error = SyncDirectoryOf(target_); error != 0) {
-    throw CKVXException(kFileError, CStringHelper::ToVisible(path_) + ": was replaced, but its directory cannot be flushed to disk: " +
-                                        std::strerror(error));
+    throw CKVXException(kFileError,
+                        CStringHelper::ToVisible(path_) +
+                            ": was replaced, but its directory cannot be flushed to disk: " + std::strerror(error));
   }
 }
 

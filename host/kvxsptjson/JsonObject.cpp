@@ -32,7 +32,9 @@ Value::StringRefType Reference(const std::string& text) {
   return Value::StringRefType(text.data(), static_cast<SizeType>(text.size()));
 }
 
-std::string Text(const Value& string) { return {string.GetString(), string.GetStringLength()}; }
+std::string Text(const Value& string) {
+  return {string.GetString(), string.GetStringLength()};
+}
 
 /// The one rule of what reads as a string: strings, and numbers as decimal text.
 bool ReadString(const Value& value, std::string& text) {
@@ -72,16 +74,22 @@ void WriteTo(Stream& stream, const Value& value) {
 
 }  // namespace
 
-CJsonObject::CJsonObject() : document_(kvx::NewDocument()), value_(document_.get()) { value_->SetObject(); }
+CJsonObject::CJsonObject() : document_(kvx::NewDocument()), value_(document_.get()) {
+  value_->SetObject();
+}
 
 CJsonObject::CJsonObject(std::shared_ptr<Document> document, Value* value)
     : document_(std::move(document)), value_(value) {}
 
 CJsonObject::~CJsonObject() = default;
 
-std::shared_ptr<Document> CJsonObject::Share() const { return document_; }
+std::shared_ptr<Document> CJsonObject::Share() const {
+  return document_;
+}
 
-void CJsonObject::CreateFromFile(const std::string& path) { CreateFromText(kvx::ReadFile(path), path); }
+void CJsonObject::CreateFromFile(const std::string& path) {
+  CreateFromText(kvx::ReadFile(path), path);
+}
 
 void CJsonObject::CreateFromText(const std::string& text, const std::string& name) {
   document_ = kvx::ParseDocument(text, name);
@@ -101,9 +109,13 @@ std::string CJsonObject::ToText() const {
   return {buffer.GetString(), buffer.GetSize()};
 }
 
-bool CJsonObject::IsObject() const { return value_->IsObject(); }
+bool CJsonObject::IsObject() const {
+  return value_->IsObject();
+}
 
-bool CJsonObject::HasMember(const std::string& key) const { return Find(key) != nullptr; }
+bool CJsonObject::HasMember(const std::string& key) const {
+  return Find(key) != nullptr;
+}
 
 void CJsonObject::GetAllKey(std::list<std::string>& keys) const {
   keys.clear();
@@ -283,4 +295,6 @@ void CJsonObject::SetObjectValue(const std::string& key, const std::shared_ptr<C
   value_->AddMember(Value(Reference(key), allocator), copy, allocator);
 }
 
-std::uint32_t CJsonObject::GetLastError() const noexcept { return lastError_; }
+std::uint32_t CJsonObject::GetLastError() const noexcept {
+  return lastError_;
+}

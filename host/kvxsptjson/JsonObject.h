@@ -20,10 +20,11 @@
 ///   same code.
 /// A node that is not an object has no members. Strings are taken with every byte, NUL included.
 ///
-/// Writing copies what it is given and keeps the order of the other members. On a node that is not an object it throws CKVXException
-/// (kvx::kJsonWrongType, "json node is not Object!").
+/// Writing copies what it is given and keeps the order of the other members. On a node that is not an object it throws
+/// CKVXException (kvx::kJsonWrongType, "json node is not Object!").
 ///
-/// A view must not be used any more once the object or array that holds its value has been changed through another view.
+/// A view must not be used any more once the object or array that holds its value has been changed through another
+/// view.
 class KVXSPTJSON_EXPORT CJsonObject {
  public:
   /// The root of a new document, an object without members.

@@ -38,7 +38,9 @@ class CStrictHandler {
   bool Int64(std::int64_t value) { return document_.Int64(value); }
   bool Uint64(std::uint64_t value) { return document_.Uint64(value); }
   bool Double(double value) { return document_.Double(value); }
-  bool RawNumber(const char* text, rapidjson::SizeType size, bool copy) { return document_.RawNumber(text, size, copy); }
+  bool RawNumber(const char* text, rapidjson::SizeType size, bool copy) {
+    return document_.RawNumber(text, size, copy);
+  }
   bool String(const char* text, rapidjson::SizeType size, bool copy) {
     return IsUnicode(text, size) && document_.String(text, size, copy);
   }
@@ -84,12 +86,11 @@ class CStrictHandler {
 /// Feeds Document::Populate and keeps the parse's result.
 class CParse {
  public:
-  CParse(const char* text, std::size_t size, rapidjson::Document& document)
-      : stream_(text, size), handler_(document) {}
+  CParse(const char* text, std::size_t size, rapidjson::Document& document) : stream_(text, size), handler_(document) {}
 
   bool operator()(rapidjson::Document& /*document*/) {
-    constexpr unsigned kFlags = rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag |
-                                rapidjson::kParseFullPrecisionFlag;
+    constexpr unsigned kFlags =
+        rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag | rapidjson::kParseFullPrecisionFlag;
     rapidjson::Reader reader;
     result_ = reader.Parse<kFlags>(stream_, handler_);
     return !result_.IsError();
@@ -120,7 +121,8 @@ std::shared_ptr<rapidjson::Document> NewDocument() {
 }
 
 std::shared_ptr<rapidjson::Document> ParseDocument(const std::string& text, const std::string& name) {
-  const std::size_t begin = text.compare(0, std::strlen(kByteOrderMark), kByteOrderMark) == 0 ? std::strlen(kByteOrderMark) : 0;
+  const std::size_t begin =
+      text.compare(0, std::strlen(kByteOrderMark), kByteOrderMark) == 0 ? std::strlen(kByteOrderMark) : 0;
   std::shared_ptr<rapidjson::Document> document = NewDocument();
   CParse parse(text.data() + begin, text.size() - begin, *document);
   document->Populate(parse);

@@ -38,7 +38,9 @@ void ConfigureDefault() {
 }
 
 /// Keeps log4cplus alive from the first use of the log to the end of the process.
-void EnsureInitialized() { static const log4cplus::Initializer initializer; }
+void EnsureInitialized() {
+  static const log4cplus::Initializer initializer;
+}
 
 }  // namespace
 
@@ -70,4 +72,6 @@ void CLog::Print(const char* file, int line, const char* function, const std::st
                                               function != nullptr ? function : "");
 }
 
-std::size_t CLog::GetErrorCount() noexcept { return errorCount; }
+std::size_t CLog::GetErrorCount() noexcept {
+  return errorCount;
+}

@@ -13,7 +13,8 @@ class KVXSPTLOG_EXPORT CLog {
   /// Configures the log from a log4cplus properties file. A file that does not exist gives the default: one line per
   /// event on standard error, control characters of the event made visible as \n, \t or \xHH.
   /// Replaces any earlier configuration. Without a call the first event configures the default.
-  /// Throws CKVXException (kvx::kFileError) naming the file when that configures no destination at all: events would be lost.
+  /// Throws CKVXException (kvx::kFileError) naming the file when that configures no destination at all: events would be
+  /// lost.
   static void Configure(const std::string& propertiesFile);
 
   /// Writes one event to the logger `logName`; `file`, `line` and `function` become its source location.

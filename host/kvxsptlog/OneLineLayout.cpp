@@ -12,7 +12,5 @@ COneLineLayout::~COneLineLayout() = default;
 
 void COneLineLayout::formatAndAppend(log4cplus::tostream& output, const log4cplus::spi::InternalLoggingEvent& event) {
   output << llmCache.toString(event.getLogLevel()) << ' ' << event.getFile() << ':' << event.getLine() << ' '
-         << event.getFunction() << " - "
-         << CStringHelper::ToVisible(event.getMessage()) << '\n';
-
+         << event.getFunction() << " - " << CStringHelper::ToVisible(event.getMessage()) << '\n';
 }

@@ -6,11 +6,15 @@
 
 namespace {
 
-char LowerAscii(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+char LowerAscii(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
 
 }  // namespace
 
-void CStringHelper::ToLower(std::string& text) { std::transform(text.begin(), text.end(), text.begin(), LowerAscii); }
+void CStringHelper::ToLower(std::string& text) {
+  std::transform(text.begin(), text.end(), text.begin(), LowerAscii);
+}
 
 int CStringHelper::StringCompare(const std::string& a, const std::string& b, bool ignoreCase) {
   if (!ignoreCase) {

@@ -6,4 +6,6 @@ CHandlerContext::CHandlerContext(std::string strategyName) : strategyName_(std::
 
 CHandlerContext::~CHandlerContext() = default;
 
-const std::string& CHandlerContext::GetStrategyName() const noexcept { return strategyName_; }
+const std::string& CHandlerContext::GetStrategyName() const noexcept {
+  return strategyName_;
+}

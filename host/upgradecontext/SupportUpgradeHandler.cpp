@@ -7,6 +7,10 @@ CSupportUpgradeHandler::CSupportUpgradeHandler(const CSupportUpgradeHandler&) = 
 
 CSupportUpgradeHandler::~CSupportUpgradeHandler() = default;
 
-CHandlerContext& CSupportUpgradeHandler::GetHandlerContext() const { return handlerContext_; }
+CHandlerContext& CSupportUpgradeHandler::GetHandlerContext() const {
+  return handlerContext_;
+}
 
-CUpgradeContext& CSupportUpgradeHandler::GetUpgradeContext() const { return upgradeContext_; }
+CUpgradeContext& CSupportUpgradeHandler::GetUpgradeContext() const {
+  return upgradeContext_;
+}

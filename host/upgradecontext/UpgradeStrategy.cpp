@@ -8,10 +8,18 @@ CUpgradeStrategy& CUpgradeStrategy::operator=(const CUpgradeStrategy&) = default
 
 CUpgradeStrategy::~CUpgradeStrategy() = default;
 
-std::shared_ptr<CJsonObject> CUpgradeStrategy::GetParameter() const { return parameter_; }
+std::shared_ptr<CJsonObject> CUpgradeStrategy::GetParameter() const {
+  return parameter_;
+}
 
-void CUpgradeStrategy::SetParameter(const std::shared_ptr<CJsonObject>& parameter) { parameter_ = parameter; }
+void CUpgradeStrategy::SetParameter(const std::shared_ptr<CJsonObject>& parameter) {
+  parameter_ = parameter;
+}
 
-std::shared_ptr<CJsonObject> CUpgradeStrategy::GetResult() const { return result_; }
+std::shared_ptr<CJsonObject> CUpgradeStrategy::GetResult() const {
+  return result_;
+}
 
-void CUpgradeStrategy::SetResult(const std::shared_ptr<CJsonObject>& result) { result_ = result; }
+void CUpgradeStrategy::SetResult(const std::shared_ptr<CJsonObject>& result) {
+  result_ = result;
+}

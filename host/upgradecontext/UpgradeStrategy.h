@@ -16,8 +16,9 @@ class CUpgradeContext;
 ///     extern "C" CUpgradeStrategy* CreateReflectionClassObject(const std::string& className);
 ///
 /// which returns a new strategy, or null for a class name that it does not know. The host sets the parameter, calls
-/// Invoke once, reads the result and deletes the strategy through its destructor before it unloads the module. Everything
-/// runs on one thread. Whatever Invoke throws ends the chain of strategies; a CKVXException's message is shown.
+/// Invoke once, reads the result and deletes the strategy through its destructor before it unloads the module.
+/// Everything runs on one thread. Whatever Invoke throws ends the chain of strategies; a CKVXException's message is
+/// shown.
 class UPGRADECONTEXT_EXPORT CUpgradeStrategy : public CEnableReflection {
  public:
   CUpgradeStrategy();

@@ -15,11 +15,17 @@ CMetaBehavior2024::CMetaBehavior2024(SMetaBehaviorValues2024 values) : values_(s
 
 CMetaBehavior2024::~CMetaBehavior2024() = default;
 
-std::string CMetaBehavior2024::GetInternalName() const { return values_.internalName; }
+std::string CMetaBehavior2024::GetInternalName() const {
+  return values_.internalName;
+}
 
-std::string CMetaBehavior2024::GetDisplayName() const { return values_.displayName; }
+std::string CMetaBehavior2024::GetDisplayName() const {
+  return values_.displayName;
+}
 
-std::list<std::shared_ptr<CMetaMethod2024>> CMetaBehavior2024::GetMethods() const { return values_.methods; }
+std::list<std::shared_ptr<CMetaMethod2024>> CMetaBehavior2024::GetMethods() const {
+  return values_.methods;
+}
 
 bool CMetaBehavior2024::ExistMethod(const std::string& name) const {
   std::string lowerName = name;
@@ -35,4 +41,6 @@ std::map<std::string, std::shared_ptr<CMetaProperty2024>> CMetaBehavior2024::Get
   return values_.properties.GetPropertyDict();
 }
 
-const CMetaPropertyTable2024& CMetaBehavior2024::GetPropertyTable() const { return values_.properties; }
+const CMetaPropertyTable2024& CMetaBehavior2024::GetPropertyTable() const {
+  return values_.properties;
+}

@@ -18,8 +18,8 @@ struct SMetaBehaviorValues2024 {
   CMetaPropertyTable2024 properties;
 };
 
-/// A behavior of the metamodel. Immutable. Names of its methods or properties that differ only in ASCII case are refused by
-/// every storage, not here.
+/// A behavior of the metamodel. Immutable. Names of its methods or properties that differ only in ASCII case are
+/// refused by every storage, not here.
 class UPGRADEMETA2024_EXPORT CMetaBehavior2024 {
  public:
   explicit CMetaBehavior2024(SMetaBehaviorValues2024 values);

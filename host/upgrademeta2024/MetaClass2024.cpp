@@ -8,15 +8,25 @@ CMetaClass2024::CMetaClass2024(SMetaClassValues2024 values) : values_(std::move(
 
 CMetaClass2024::~CMetaClass2024() = default;
 
-std::string CMetaClass2024::GetInternalName() const { return values_.internalName; }
+std::string CMetaClass2024::GetInternalName() const {
+  return values_.internalName;
+}
 
-std::string CMetaClass2024::GetDisplayName() const { return values_.displayName; }
+std::string CMetaClass2024::GetDisplayName() const {
+  return values_.displayName;
+}
 
-std::string CMetaClass2024::GetTableName() const { return values_.tableName; }
+std::string CMetaClass2024::GetTableName() const {
+  return values_.tableName;
+}
 
-std::uint32_t CMetaClass2024::GetClassId() const { return values_.classId; }
+std::uint32_t CMetaClass2024::GetClassId() const {
+  return values_.classId;
+}
 
-std::list<std::string> CMetaClass2024::GetBehaviors() const { return values_.behaviors; }
+std::list<std::string> CMetaClass2024::GetBehaviors() const {
+  return values_.behaviors;
+}
 
 std::list<std::shared_ptr<CMetaProperty2024>> CMetaClass2024::GetProperties() const {
   return values_.properties.GetProperties();
@@ -26,4 +36,6 @@ std::map<std::string, std::shared_ptr<CMetaProperty2024>> CMetaClass2024::GetPro
   return values_.properties.GetPropertyDict();
 }
 
-const CMetaPropertyTable2024& CMetaClass2024::GetPropertyTable() const { return values_.properties; }
+const CMetaPropertyTable2024& CMetaClass2024::GetPropertyTable() const {
+  return values_.properties;
+}

@@ -20,8 +20,8 @@ struct SMetaClassValues2024 {
   CMetaPropertyTable2024 properties;
 };
 
-/// A class of the metamodel. Immutable. Its lists are in the order of the metamodel; names of its properties that differ
-/// only in ASCII case are refused by every storage, not here.
+/// A class of the metamodel. Immutable. Its lists are in the order of the metamodel; names of its properties that
+/// differ only in ASCII case are refused by every storage, not here.
 class UPGRADEMETA2024_EXPORT CMetaClass2024 {
  public:
   explicit CMetaClass2024(SMetaClassValues2024 values);

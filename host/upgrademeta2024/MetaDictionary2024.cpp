@@ -30,19 +30,29 @@ CMetaDictionary2024::CMetaDictionary2024() = default;
 
 CMetaDictionary2024::~CMetaDictionary2024() = default;
 
-bool CMetaDictionary2024::AddClass(const std::shared_ptr<CMetaClass2024>& element) { return classes_.Add(element); }
+bool CMetaDictionary2024::AddClass(const std::shared_ptr<CMetaClass2024>& element) {
+  return classes_.Add(element);
+}
 
-bool CMetaDictionary2024::AddLink(const std::shared_ptr<CMetaLink2024>& element) { return links_.Add(element); }
+bool CMetaDictionary2024::AddLink(const std::shared_ptr<CMetaLink2024>& element) {
+  return links_.Add(element);
+}
 
 bool CMetaDictionary2024::AddBehavior(const std::shared_ptr<CMetaBehavior2024>& element) {
   return behaviors_.Add(element);
 }
 
-std::list<std::shared_ptr<CMetaClass2024>> CMetaDictionary2024::GetClasses() const { return classes_.elements; }
+std::list<std::shared_ptr<CMetaClass2024>> CMetaDictionary2024::GetClasses() const {
+  return classes_.elements;
+}
 
-std::list<std::shared_ptr<CMetaLink2024>> CMetaDictionary2024::GetLinks() const { return links_.elements; }
+std::list<std::shared_ptr<CMetaLink2024>> CMetaDictionary2024::GetLinks() const {
+  return links_.elements;
+}
 
-std::list<std::shared_ptr<CMetaBehavior2024>> CMetaDictionary2024::GetBehaviors() const { return behaviors_.elements; }
+std::list<std::shared_ptr<CMetaBehavior2024>> CMetaDictionary2024::GetBehaviors() const {
+  return behaviors_.elements;
+}
 
 bool CMetaDictionary2024::ExistClass(const std::string& name, std::shared_ptr<CMetaClass2024>& out) const {
   out = GetClass(name);
@@ -63,7 +73,9 @@ std::shared_ptr<CMetaClass2024> CMetaDictionary2024::GetClass(const std::string&
   return classes_.Find(name);
 }
 
-std::shared_ptr<CMetaLink2024> CMetaDictionary2024::GetLink(const std::string& name) const { return links_.Find(name); }
+std::shared_ptr<CMetaLink2024> CMetaDictionary2024::GetLink(const std::string& name) const {
+  return links_.Find(name);
+}
 
 std::shared_ptr<CMetaBehavior2024> CMetaDictionary2024::GetBehavior(const std::string& name) const {
   return behaviors_.Find(name);

@@ -7,6 +7,10 @@ CMetaMethod2024::CMetaMethod2024(std::string internalName, std::string displayNa
 
 CMetaMethod2024::~CMetaMethod2024() = default;
 
-std::string CMetaMethod2024::GetInternalName() const { return internalName_; }
+std::string CMetaMethod2024::GetInternalName() const {
+  return internalName_;
+}
 
-std::string CMetaMethod2024::GetDisplayName() const { return displayName_; }
+std::string CMetaMethod2024::GetDisplayName() const {
+  return displayName_;
+}

@@ -8,8 +8,8 @@ class CMetaDictionary2024;
 class CUpgradeContext;
 
 /// Loads the two metamodels of an upgrade from the locations that its context names (see storage/MetaStorage2024.h).
-/// Never answers with an empty pointer: a metamodel that cannot be loaded throws CKVXException with the code and message
-/// of the storage, the message preceded by "original metamodel: " or "client metamodel: ".
+/// Never answers with an empty pointer: a metamodel that cannot be loaded throws CKVXException with the code and
+/// message of the storage, the message preceded by "original metamodel: " or "client metamodel: ".
 class UPGRADEMETA2024_EXPORT CMetaMgr2024 {
  public:
   /// The one manager of the process. It keeps no metamodel: each call of a Load operation reads anew.

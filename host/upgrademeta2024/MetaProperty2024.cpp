@@ -18,26 +18,42 @@ std::string_view CMetaProperty2024::Text(EText text) const {
   return std::string_view(*texts_).substr(begin, ends_[text] - begin);
 }
 
-std::string CMetaProperty2024::GetInternalName() const { return std::string(Text(kInternalName)); }
+std::string CMetaProperty2024::GetInternalName() const {
+  return std::string(Text(kInternalName));
+}
 
-std::string CMetaProperty2024::GetDisplayName() const { return std::string(Text(kDisplayName)); }
+std::string CMetaProperty2024::GetDisplayName() const {
+  return std::string(Text(kDisplayName));
+}
 
-std::string CMetaProperty2024::GetField() const { return std::string(Text(kField)); }
+std::string CMetaProperty2024::GetField() const {
+  return std::string(Text(kField));
+}
 
-std::string CMetaProperty2024::GetType() const { return std::string(Text(kType)); }
+std::string CMetaProperty2024::GetType() const {
+  return std::string(Text(kType));
+}
 
-std::uint32_t CMetaProperty2024::GetLength() const { return length_; }
+std::uint32_t CMetaProperty2024::GetLength() const {
+  return length_;
+}
 
-std::uint16_t CMetaProperty2024::GetPrecision() const { return precision_; }
+std::uint16_t CMetaProperty2024::GetPrecision() const {
+  return precision_;
+}
 
 void CMetaProperty2024::GetMaxMinValue(std::string& max, std::string& min) const {
   max = Text(kMax);
   min = Text(kMin);
 }
 
-std::string CMetaProperty2024::GetDefaultValue() const { return std::string(Text(kDefaultValue)); }
+std::string CMetaProperty2024::GetDefaultValue() const {
+  return std::string(Text(kDefaultValue));
+}
 
-std::string CMetaProperty2024::GetLookupClass() const { return std::string(Text(kLookupClass)); }
+std::string CMetaProperty2024::GetLookupClass() const {
+  return std::string(Text(kLookupClass));
+}
 
 SMetaPropertyValues2024 CMetaProperty2024::GetValues() const {
   SMetaPropertyValues2024 values;

@@ -26,8 +26,8 @@ struct SMetaPropertyValues2024 {
   std::string_view lookupClass;
 };
 
-/// A property of a class, link or behavior. Immutable; all texts are UTF-8. Properties are made by CMetaPropertyTable2024,
-/// or alone by Create, and held by shared pointers.
+/// A property of a class, link or behavior. Immutable; all texts are UTF-8. Properties are made by
+/// CMetaPropertyTable2024, or alone by Create, and held by shared pointers.
 class UPGRADEMETA2024_EXPORT CMetaProperty2024 {
  public:
   /// A property that belongs to no element. Throws CKVXException (kvx::kMetamodelError) when its texts exceed 4 GiB.

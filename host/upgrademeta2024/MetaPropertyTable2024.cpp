@@ -65,9 +65,13 @@ void CMetaPropertyTable2024::Finish() {
                    [&names](std::uint32_t a, std::uint32_t b) { return names[a] < names[b]; });
 }
 
-std::size_t CMetaPropertyTable2024::GetSize() const { return block_->properties.size(); }
+std::size_t CMetaPropertyTable2024::GetSize() const {
+  return block_->properties.size();
+}
 
-const CMetaProperty2024& CMetaPropertyTable2024::At(std::size_t index) const { return block_->properties.at(index); }
+const CMetaProperty2024& CMetaPropertyTable2024::At(std::size_t index) const {
+  return block_->properties.at(index);
+}
 
 std::optional<std::pair<std::size_t, std::size_t>> CMetaPropertyTable2024::FindRepeatedName() const {
   std::optional<std::pair<std::size_t, std::size_t>> found;

@@ -4,8 +4,8 @@
 
 #include <algorithm>
 #include <array>
-#include <limits>
 #include <iterator>
+#include <limits>
 #include <list>
 #include <string_view>
 #include <unordered_map>
@@ -164,7 +164,8 @@ class CReader {
       std::string key = internalName;
       CStringHelper::ToLower(key);
       if (const auto [earlier, isNew] = positions.emplace(std::move(key), index); !isNew) {
-        FailRepeated(internalName, (*std::next(methods.begin(), static_cast<std::ptrdiff_t>(earlier->second)))->GetInternalName(),
+        FailRepeated(internalName,
+                     (*std::next(methods.begin(), static_cast<std::ptrdiff_t>(earlier->second)))->GetInternalName(),
                      earlier->second);
       }
       methods.push_back(std::make_shared<CMetaMethod2024>(std::move(internalName), std::move(displayName)));
@@ -195,8 +196,7 @@ class CReader {
             values.defaultValue = Text(value);
             break;
           case 6:
-            values.precision =
-                static_cast<std::uint16_t>(Number(value, std::numeric_limits<std::uint16_t>::max()));
+            values.precision = static_cast<std::uint16_t>(Number(value, std::numeric_limits<std::uint16_t>::max()));
             break;
           case 7:
             values.max = Text(value);

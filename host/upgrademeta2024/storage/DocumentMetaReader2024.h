@@ -6,6 +6,6 @@
 class CMetaDictionary2024;
 
 /// Reads a metamodel document in one pass. Throws CKVXException: kvx::kFileError when the file cannot be read,
-/// kvx::kMalformedDocument "FILE:LINE:COLUMN: what is wrong" for text that is not JSON and "FILE: /POINTER: what is wrong"
-/// for JSON that is not a metamodel document.
+/// kvx::kMalformedDocument "FILE:LINE:COLUMN: what is wrong" for text that is not JSON and "FILE: /POINTER: what is
+/// wrong" for JSON that is not a metamodel document.
 std::shared_ptr<CMetaDictionary2024> ReadMetaDocument2024(const std::string& path);

@@ -10,11 +10,15 @@ CDocumentMetaStorage2024::CDocumentMetaStorage2024(std::string path) : path_(std
 
 CDocumentMetaStorage2024::~CDocumentMetaStorage2024() = default;
 
-std::shared_ptr<CMetaDictionary2024> CDocumentMetaStorage2024::Load() { return ReadMetaDocument2024(path_); }
+std::shared_ptr<CMetaDictionary2024> CDocumentMetaStorage2024::Load() {
+  return ReadMetaDocument2024(path_);
+}
 
 bool CDocumentMetaStorage2024::Exists() {
   std::error_code error;
   return std::filesystem::exists(path_, error);
 }
 
-void CDocumentMetaStorage2024::Save(const CMetaDictionary2024& dictionary) { WriteMetaDocument2024(path_, dictionary); }
+void CDocumentMetaStorage2024::Save(const CMetaDictionary2024& dictionary) {
+  WriteMetaDocument2024(path_, dictionary);
+}

@@ -14,7 +14,8 @@ class CJsonPlace {
   void Enter(std::size_t index) { steps_.push_back({{}, index, false}); }
   void Leave() { steps_.pop_back(); }
 
-  /// As a JSON pointer (RFC 6901), control characters made visible; "/" for the root, so that a message always shows one.
+  /// As a JSON pointer (RFC 6901), control characters made visible; "/" for the root, so that a message always shows
+  /// one.
   std::string ToPointer() const;
 
  private:

@@ -7,8 +7,9 @@
 
 class CMetaDictionary2024;
 
-/// A place that holds one metamodel. Every storage keeps the order of all lists and every value, and holds the same rules:
-/// names are not empty, and no two names of one list differ only in ASCII case (a class's behavior names may repeat).
+/// A place that holds one metamodel. Every storage keeps the order of all lists and every value, and holds the same
+/// rules: names are not empty, and no two names of one list differ only in ASCII case (a class's behavior names may
+/// repeat).
 class UPGRADEMETA2024_EXPORT CMetaStorage2024 {
  public:
   /// The storage for a location: a path that ends in ".json" is a metamodel document. Opens and reads nothing yet.
