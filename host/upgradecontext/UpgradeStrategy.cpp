@@ -1,6 +1,8 @@
 #include "upgradecontext/UpgradeStrategy.h"
 
-CUpgradeStrategy::CUpgradeStrategy() = default;
+#include "kvxsptjson/JsonObject.h"
+
+CUpgradeStrategy::CUpgradeStrategy() : parameter_(std::make_shared<CJsonObject>()) {}
 
 CUpgradeStrategy::CUpgradeStrategy(const CUpgradeStrategy&) = default;
 
