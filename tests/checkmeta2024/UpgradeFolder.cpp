@@ -3,8 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <list>
 
-#include "upgrademeta2024/storage/MetaStorage2024.h"
+#include "kvxsptjson/JsonObject.h"
 
 namespace test {
 namespace {
@@ -14,18 +15,63 @@ constexpr const char* kOriginalFile = "original.json";
 constexpr const char* kDictionaryFile = "multilanguage/strings/info.json";
 constexpr const char* kVersionDirectory = "2024";
 
-void Save(const SModel& model, const std::string& path) {
-  CMetaDictionary2024 dictionary;
-  for (const SClass& element : model.classes) {
-    EXPECT_TRUE(dictionary.AddClass(MakeClass(element))) << element.internalName;
+using Objects = std::list<std::shared_ptr<CJsonObject>>;
+
+/// The object of each of the elements, as `fill` makes it.
+template <typename Element>
+Objects ToObjects(const std::vector<Element>& elements, void (*fill)(const Element&, CJsonObject&)) {
+  Objects objects;
+  for (const Element& element : elements) {
+    fill(element, *objects.emplace_back(std::make_shared<CJsonObject>()));
   }
-  for (const SClass& element : model.links) {
-    EXPECT_TRUE(dictionary.AddLink(MakeLink(element))) << element.internalName;
-  }
-  for (const SBehavior& element : model.behaviors) {
-    EXPECT_TRUE(dictionary.AddBehavior(MakeBehavior(element))) << element.internalName;
-  }
-  CMetaStorage2024::Open(path)->Save(dictionary);
+  return objects;
+}
+
+void FillProperty(const SProperty& property, CJsonObject& object) {
+  object.SetStringValue("internal_name", property.internalName);
+  object.SetStringValue("display_name", property.displayName);
+  object.SetStringValue("field", property.field);
+  object.SetStringValue("type", property.type);
+  object.SetUInt32Value("length", property.length);
+  object.SetStringValue("default_value", property.defaultValue);
+  object.SetUInt32Value("precision", property.precision);
+  object.SetStringValue("max", property.max);
+  object.SetStringValue("min", property.min);
+  object.SetStringValue("lookup_internal_name", property.lookupClass);
+}
+
+template <typename Element>
+void FillElement(const Element& element, CJsonObject& object) {
+  object.SetStringValue("internal_name", element.internalName);
+  object.SetStringValue("display_name", element.displayName);
+  object.SetObjectArrayValue("properties", ToObjects(element.properties, &FillProperty));
+}
+
+void FillClass(const SClass& element, CJsonObject& object) {
+  FillElement(element, object);
+  object.SetUInt32Value("class_id", element.classId);
+  object.SetStringValue("table_name", element.tableName);
+  object.SetStringArrayValue("behaviors", {element.behaviors.begin(), element.behaviors.end()});
+}
+
+void FillMethod(const std::string& name, CJsonObject& object) {
+  object.SetStringValue("internal_name", name);
+  object.SetStringValue("display_name", name + "()");
+}
+
+void FillBehavior(const SBehavior& element, CJsonObject& object) {
+  FillElement(element, object);
+  object.SetObjectArrayValue("methods", ToObjects(element.methods, &FillMethod));
+}
+
+/// The metamodel document. The host's writer would wait for the disk each time, which generated cases cannot afford.
+std::string Document(const SModel& model) {
+  CJsonObject document;
+  document.SetUInt32Value("generation", 2024);
+  document.SetObjectArrayValue("classes", ToObjects(model.classes, &FillClass));
+  document.SetObjectArrayValue("links", ToObjects(model.links, &FillClass));
+  document.SetObjectArrayValue("behaviors", ToObjects(model.behaviors, &FillBehavior));
+  return document.ToText();
 }
 
 }  // namespace
@@ -55,11 +101,11 @@ CUpgradeFolder::CUpgradeFolder() {
 }
 
 void CUpgradeFolder::SetClient(const SModel& model) const {
-  Save(model, directory.File(kClientFile));
+  directory.Write(kClientFile, Document(model));
 }
 
 void CUpgradeFolder::SetOriginal(const SModel& model) const {
-  Save(model, directory.File(kOriginalFile));
+  directory.Write(kOriginalFile, Document(model));
 }
 
 void CUpgradeFolder::RemoveClient() const {
