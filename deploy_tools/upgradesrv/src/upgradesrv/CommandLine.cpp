@@ -42,7 +42,8 @@ void DefineRun(CLI::App& app, SRunArguments& arguments, Command& command) {
   AddOverride(run, "--elements", arguments.overrides.elements,
               "Kinds of elements to check, in this order: class, link, behavior")
       ->type_name("KIND[,KIND...]")
-      ->delimiter(',');
+      ->delimiter(',')
+      ->allow_extra_args(false);
   run.add_option("--module-dir", arguments.moduleDirectory, "Where modules are found, lib<name>.so")
       ->type_name("DIR")
       ->default_str("the directory \"modules\" beside the executable");
