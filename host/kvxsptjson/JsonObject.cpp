@@ -291,7 +291,10 @@ void CJsonObject::SetObjectValue(const std::string& key, const std::shared_ptr<C
   Document::AllocatorType& allocator = document_->GetAllocator();
   // The copy comes first: the object may be a view on the very member that is removed.
   Value copy = object != nullptr ? Value(*object->value_, allocator) : Value();
-  value_->EraseMember(Value(Reference(key)));
+  const Value name(Reference(key));
+  while (value_->EraseMember(name)) {
+    // A parsed object may hold the member more than once.
+  }
   value_->AddMember(Value(Reference(key), allocator), copy, allocator);
 }
 
