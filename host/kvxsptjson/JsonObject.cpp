@@ -29,7 +29,7 @@ constexpr unsigned kIndent = 2;
 }
 
 Value::StringRefType Reference(const std::string& text) {
-  return Value::StringRefType(text.data(), static_cast<SizeType>(text.size()));
+  return {text.data(), static_cast<SizeType>(text.size())};
 }
 
 /// RapidJSON's constructor of a reference and an allocator would end the text at its first NUL byte.

@@ -28,7 +28,8 @@ class UPGRADECONTEXT_EXPORT CUpgradeStrategy : public CEnableReflection {
 
   virtual void Invoke(CHandlerContext& handlerContext, CUpgradeContext& upgradeContext) = 0;
 
-  /// The object that the host set before Invoke; null when it set none. Copies of a strategy share it, and the result.
+  /// The object that the host set before Invoke; an empty one when it set none. Never null. Copies of a strategy share
+  /// it, and the result.
   std::shared_ptr<CJsonObject> GetParameter() const;
   void SetParameter(const std::shared_ptr<CJsonObject>& parameter);
 

@@ -34,9 +34,10 @@ class UpgradeStrategyTest : public testing::Test {
   bool destroyed_ = false;
 };
 
-TEST_F(UpgradeStrategyTest, ParameterAndResultAreEmptyUntilSet) {
+TEST_F(UpgradeStrategyTest, HasAnEmptyParameterAndNoResultUntilSet) {
   const CStrategy strategy(destroyed_);
-  EXPECT_EQ(strategy.GetParameter(), nullptr);
+  ASSERT_NE(strategy.GetParameter(), nullptr);
+  EXPECT_EQ(strategy.GetParameter()->ToText(), "{}");
   EXPECT_EQ(strategy.GetResult(), nullptr);
 }
 
@@ -51,7 +52,8 @@ TEST_F(UpgradeStrategyTest, HandsOutTheVeryObjectsThatWereSet) {
 
   strategy.SetParameter(nullptr);
   strategy.SetResult(nullptr);
-  EXPECT_EQ(strategy.GetParameter(), nullptr);
+  ASSERT_NE(strategy.GetParameter(), nullptr);
+  EXPECT_EQ(strategy.GetParameter()->ToText(), "{}");
   EXPECT_EQ(strategy.GetResult(), nullptr);
 }
 

@@ -286,7 +286,8 @@ class CReader {
 
   std::string_view Text(Value value) {
     RequireType(value, json_type::string);
-    return value.get_string();
+    const std::string_view text = value.get_string();
+    return text;
   }
 
   std::string_view Name(Value value) {

@@ -1,0 +1,105 @@
+#include "checkmeta2024/CheckMetaStrategy2024.h"
+
+#include <algorithm>
+#include <array>
+#include <list>
+
+#include "checkmeta2024/CheckMeta2024Helper.h"
+#include "checkmeta2024/CheckMetaConstants.h"
+#include "checkmeta2024/CheckResultConverter.h"
+#include "checkmeta2024/ErrorLog.h"
+#include "checkmeta2024/StrategyRegistry.h"
+#include "kvxsptjson/JsonObject.h"
+#include "kvxsptstring/StringHelper.h"
+#include "upgradecontext/UpgradeContext.h"
+
+namespace {
+
+// Fixed, so that whoever watches the log finds the line again.
+constexpr int kUnknownKindLine = 59;
+
+checkmeta::CStrategyRegistry& Registry() {
+  static checkmeta::CStrategyRegistry registry;
+  return registry;
+}
+
+const struct SRegistrar {
+  SRegistrar() {
+    Registry().Register("CCheckMetaStrategy2024", [] { return new CCheckMetaStrategy2024; });
+  }
+} kRegistrar;
+
+}  // namespace
+
+CUpgradeStrategy* CreateReflectionClassObject(const std::string& className) {
+  return Registry().Create(className);
+}
+
+CCheckMetaStrategy2024::CCheckMetaStrategy2024() = default;
+
+CCheckMetaStrategy2024::CCheckMetaStrategy2024(const CCheckMetaStrategy2024&) = default;
+
+CCheckMetaStrategy2024& CCheckMetaStrategy2024::operator=(const CCheckMetaStrategy2024&) = default;
+
+CCheckMetaStrategy2024::~CCheckMetaStrategy2024() = default;
+
+void CCheckMetaStrategy2024::Invoke(CHandlerContext& handlerContext, CUpgradeContext& upgradeContext) {
+  using Check = bool (CCheckMeta2024Helper::*)(std::shared_ptr<CJsonObject>&);
+  struct SKind {
+    const std::string& name;
+    Check check;
+  };
+  static const std::array<SKind, 3> kinds = {{
+      {checkmeta::kClass, &CCheckMeta2024Helper::CheckMetaClasses},
+      {checkmeta::kLink, &CCheckMeta2024Helper::CheckMetaLinks},
+      {checkmeta::kBehavior, &CCheckMeta2024Helper::CheckMetaBehaviors},
+  }};
+
+  const std::list<std::string> elements = GetParameter()->GetStringArrayValue(checkmeta::kExecuteElements);
+  auto checkResult = std::make_shared<CJsonObject>();
+  CCheckMeta2024Helper helper(handlerContext, upgradeContext);
+  bool allPassed = true;
+  for (const std::string& element : elements) {
+    const auto* const kind = std::find_if(kinds.begin(), kinds.end(), [&element](const SKind& known) {
+      return CStringHelper::StringCompare(known.name, element, false) == 0;
+    });
+    if (kind == kinds.end()) {
+      checkmeta::LogError({__FILE__, kUnknownKindLine, "CCheckMetaStrategy2024::Invoke"},
+                          "meta element check type error.type:" + element, checkmeta::kUnknownKindError);
+    } else if (!(helper.*kind->check)(checkResult)) {
+      allPassed = false;
+    }
+  }
+  checkResult->SaveToFile(upgradeContext.GetVersionUpgradeCfgPath() + "/checkMetaError.json");
+  if (allPassed) {
+    return;
+  }
+  CCheckResultConverter converter(handlerContext, upgradeContext);
+  const std::string text = ConversionCheckResultToString(checkResult, converter);
+  const auto result = std::make_shared<CJsonObject>();
+  result->SetStringValue(checkmeta::kErrorInfo, text);
+  SetResult(result);
+}
+
+std::string CCheckMetaStrategy2024::ConversionCheckResultToString(const std::shared_ptr<CJsonObject>& checkResult,
+                                                                  CCheckResultConverter& converter) {
+  struct SRow {
+    const std::string& kind;
+    const std::string& insertedKey;
+    const std::string& deletedKey;
+    const std::string& updatedKey;
+  };
+  static const std::array<SRow, 3> rows = {{
+      {checkmeta::kBehavior, checkmeta::kInsertedBehaviors, checkmeta::kDeletedBehaviors, checkmeta::kUpdatedBehaviors},
+      {checkmeta::kClass, checkmeta::kInsertedClasses, checkmeta::kDeletedClasses, checkmeta::kUpdatedClasses},
+      {checkmeta::kLink, checkmeta::kInsertedLinks, checkmeta::kDeletedLinks, checkmeta::kUpdatedLinks},
+  }};
+  std::string text;
+  for (const SRow& row : rows) {
+    if (const std::shared_ptr<CJsonObject> section = checkResult->GetPropertyObjectValue(row.kind);
+        section != nullptr) {
+      converter.ConversionMetaInfo(row.kind, row.insertedKey, row.deletedKey, row.updatedKey, section, text);
+    }
+  }
+  return text;
+}

@@ -1,0 +1,124 @@
+#include "checkmeta2024/CheckProperty2024Helper.h"
+
+#include <array>
+
+#include "checkmeta2024/CheckMetaConstants.h"
+#include "checkmeta2024/ErrorLog.h"
+#include "checkmeta2024/Meta2024ToJsonConverter.h"
+#include "kvxsptjson/JsonObject.h"
+#include "kvxsptstring/StringHelper.h"
+#include "upgrademeta2024/MetaProperty2024.h"
+
+namespace {
+
+bool Equal(const std::string& client, const std::string& original) {
+  return CStringHelper::StringCompare(client, original, false) == 0;
+}
+
+struct SMaxMin {
+  explicit SMaxMin(const CMetaProperty2024& property) { property.GetMaxMinValue(max, min); }
+
+  std::string max;
+  std::string min;
+};
+
+}  // namespace
+
+CCheckProperty2024Helper::CCheckProperty2024Helper(const CMetaProperty2024& clientProperty,
+                                                   const CMetaProperty2024& originalProperty)
+    : clientProperty_(clientProperty), originalProperty_(originalProperty) {}
+
+CCheckProperty2024Helper::CCheckProperty2024Helper(const CCheckProperty2024Helper&) = default;
+
+CCheckProperty2024Helper::~CCheckProperty2024Helper() = default;
+
+bool CCheckProperty2024Helper::CheckProperty(std::list<std::shared_ptr<CJsonObject>>& entries) {
+  using Check = bool (CCheckProperty2024Helper::*)() const;
+  struct SRow {
+    Check check;
+    const std::string& field;
+  };
+  static const std::array<SRow, 6> rows = {{
+      {&CCheckProperty2024Helper::CheckPropertyType, checkmeta::kType},
+      {&CCheckProperty2024Helper::CheckPropertyLength, checkmeta::kLength},
+      {&CCheckProperty2024Helper::CheckPrecision, checkmeta::kPrecision},
+      {&CCheckProperty2024Helper::CheckMaxValue, checkmeta::kMax},
+      {&CCheckProperty2024Helper::CheckMinValue, checkmeta::kMin},
+      {&CCheckProperty2024Helper::CheckDefaultValue, checkmeta::kDefaultValue},
+  }};
+  bool passed = true;
+  for (const SRow& row : rows) {
+    if (!(this->*row.check)()) {
+      passed = false;
+      entries.push_back(GetPropertyCheckResult(row.field));
+    }
+  }
+  return passed;
+}
+
+bool CCheckProperty2024Helper::CheckProperty() {
+  using Check = bool (CCheckProperty2024Helper::*)() const;
+  struct SRow {
+    Check check;
+    int line;
+    const char* message;
+  };
+  constexpr std::array<SRow, 5> kRows = {{
+      {&CCheckProperty2024Helper::CheckPropertyType, __LINE__, "property check CheckPropertyType error.property:"},
+      {&CCheckProperty2024Helper::CheckPropertyLength, __LINE__, "property check CheckPropertyLength error.property:"},
+      {&CCheckProperty2024Helper::CheckPrecision, __LINE__, "property check CheckPrecision error.property:"},
+      {&CCheckProperty2024Helper::CheckMaxMinValue, __LINE__, "property CheckMaxMinValue error.property:"},
+      {&CCheckProperty2024Helper::CheckDefaultValue, __LINE__, "property CheckDefaultValue error.property:"},
+  }};
+  bool passed = true;
+  for (const SRow& row : kRows) {
+    if (!(this->*row.check)()) {
+      passed = false;
+      checkmeta::LogError({__FILE__, row.line, "CCheckProperty2024Helper::CheckProperty"},
+                          row.message + clientProperty_.GetInternalName(), checkmeta::kPropertyCheckError);
+    }
+  }
+  return passed;
+}
+
+bool CCheckProperty2024Helper::CheckPropertyType() const {
+  return Equal(clientProperty_.GetType(), originalProperty_.GetType());
+}
+
+bool CCheckProperty2024Helper::CheckPropertyLength() const {
+  return clientProperty_.GetLength() == originalProperty_.GetLength();
+}
+
+bool CCheckProperty2024Helper::CheckPrecision() const {
+  return clientProperty_.GetPrecision() == originalProperty_.GetPrecision();
+}
+
+bool CCheckProperty2024Helper::CheckMaxMinValue() const {
+  return CheckMaxValue() && CheckMinValue();
+}
+
+bool CCheckProperty2024Helper::CheckMaxValue() const {
+  return Equal(SMaxMin(clientProperty_).max, SMaxMin(originalProperty_).max);
+}
+
+bool CCheckProperty2024Helper::CheckMinValue() const {
+  return Equal(SMaxMin(clientProperty_).min, SMaxMin(originalProperty_).min);
+}
+
+bool CCheckProperty2024Helper::CheckDefaultValue() const {
+  return Equal(clientProperty_.GetDefaultValue(), originalProperty_.GetDefaultValue());
+}
+
+std::shared_ptr<CJsonObject> CCheckProperty2024Helper::GetPropertyCheckResult(const std::string& updatedField) {
+  if (clientPropertyJson_ == nullptr) {
+    CMeta2024ToJsonConverter::ConversionProperty2024ToJson(clientProperty_, clientPropertyJson_);
+  }
+  if (originalPropertyJson_ == nullptr) {
+    CMeta2024ToJsonConverter::ConversionProperty2024ToJson(originalProperty_, originalPropertyJson_);
+  }
+  auto entry = std::make_shared<CJsonObject>();
+  entry->SetStringValue(checkmeta::kUpdatedField, updatedField);
+  entry->SetObjectValue(checkmeta::kClientProperty, clientPropertyJson_);
+  entry->SetObjectValue(checkmeta::kOriginalProperty, originalPropertyJson_);
+  return entry;
+}
