@@ -24,6 +24,12 @@ TEST(KVXExceptionTest, CodeIsShownInUpperCaseWithoutLeadingZeros) {
   EXPECT_STREQ(CKVXException(0xFFFFFFFFU).what(), "error 0xFFFFFFFF");
 }
 
+TEST(KVXExceptionTest, CodeTextIsTheCodeInUpperCaseWithoutLeadingZeros) {
+  EXPECT_EQ(CKVXException(0x0000abcdU, "text").GetCodeText(), "0xABCD");
+  EXPECT_EQ(CKVXException(0U).GetCodeText(), "0x0");
+  EXPECT_EQ(CKVXException(0xFFFFFFFFU).GetCodeText(), "0xFFFFFFFF");
+}
+
 TEST(KVXExceptionTest, MessageIsKeptAsItStands) {
   const CKVXException error(0xA4C0003EU, "json member [x] not exist!");
   EXPECT_EQ(error.GetCode(), 0xA4C0003EU);
