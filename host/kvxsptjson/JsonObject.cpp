@@ -10,15 +10,14 @@
 #include "kvxsptexception/KVXException.h"
 #include "kvxsptjson/AtomicFile.h"
 #include "kvxsptjson/File.h"
-#include "kvxsptjson/JsonParser.h"
+#include "kvxsptjson/detail/JsonParser.h"
+#include "kvxsptjson/detail/JsonTextWriter.h"
 
 namespace {
 
 using rapidjson::Document;
 using rapidjson::SizeType;
 using rapidjson::Value;
-
-constexpr unsigned kIndent = 2;
 
 [[noreturn]] void FailMissing(const std::string& key) {
   throw CKVXException(kvx::kJsonMemberMissing, "json member [" + key + "] not exist!");
@@ -70,13 +69,6 @@ bool ReadStringArray(const Value& value, std::list<std::string>& texts) {
   return true;
 }
 
-template <typename Stream>
-void WriteTo(Stream& stream, const Value& value) {
-  rapidjson::PrettyWriter<Stream> writer(stream);
-  writer.SetIndent(' ', kIndent);
-  value.Accept(writer);
-}
-
 }  // namespace
 
 CJsonObject::CJsonObject() : document_(kvx::NewDocument()), value_(document_.get()) {
@@ -103,14 +95,17 @@ void CJsonObject::CreateFromText(const std::string& text, const std::string& nam
 
 void CJsonObject::SaveToFile(const std::string& path) const {
   kvx::CAtomicFile file(path);
-  WriteTo(file, *document_);
+  kvx::CJsonTextWriter writer(file);
+  document_->Accept(writer);
   file.Put('\n');
   file.Commit();
 }
 
 std::string CJsonObject::ToText() const {
   rapidjson::StringBuffer buffer;
-  WriteTo(buffer, *value_);
+  rapidjson::PrettyWriter<rapidjson::StringBuffer> writer(buffer);
+  writer.SetIndent(' ', 2);
+  value_->Accept(writer);
   return {buffer.GetString(), buffer.GetSize()};
 }
 

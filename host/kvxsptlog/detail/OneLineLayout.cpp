@@ -1,4 +1,4 @@
-#include "kvxsptlog/OneLineLayout.h"
+#include "kvxsptlog/detail/OneLineLayout.h"
 
 #include <log4cplus/spi/loggingevent.h>
 
