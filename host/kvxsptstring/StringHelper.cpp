@@ -1,17 +1,10 @@
 #include "kvxsptstring/StringHelper.h"
 
-#include <algorithm>
-
-namespace {
-
-char LowerAscii(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-}  // namespace
-
 void CStringHelper::ToLower(std::string& text) {
-  std::transform(text.begin(), text.end(), text.begin(), LowerAscii);
+  for (char& c : text) {
+    const bool isUpper = static_cast<unsigned char>(c - 'A') < 26U;
+    c = static_cast<char>(c + (isUpper ? 'a' - 'A' : 0));
+  }
 }
 
 int CStringHelper::StringCompare(const std::string& a, const std::string& b, bool ignoreCase) {
