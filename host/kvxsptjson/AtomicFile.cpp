@@ -60,6 +60,10 @@ int SyncDirectoryOf(const std::string& file) {
 CAtomicFile::CAtomicFile(const std::string& path) : path_(path), target_(FollowLinks(path)) {
   struct stat status {};
   const bool exists = stat(target_.c_str(), &status) == 0;
+  if (!exists && errno != ENOENT) {
+    // Nothing can be said of what is there, for example of links that lead in a circle.
+    Fail(errno);
+  }
   if (exists && !S_ISREG(status.st_mode)) {
     Fail(S_ISDIR(status.st_mode) ? EISDIR : EINVAL);
   }

@@ -29,7 +29,12 @@ constexpr unsigned kIndent = 2;
 }
 
 Value::StringRefType Reference(const std::string& text) {
-  return Value::StringRefType(text.data(), static_cast<SizeType>(text.size()));
+  return {text.data(), static_cast<SizeType>(text.size())};
+}
+
+/// RapidJSON's constructor of a reference and an allocator would end the text at its first NUL byte.
+Value Copy(const std::string& text, Document::AllocatorType& allocator) {
+  return Value(text.data(), static_cast<SizeType>(text.size()), allocator);
 }
 
 std::string Text(const Value& string) {
@@ -258,11 +263,11 @@ void CJsonObject::SetMember(const std::string& key, Value& value) {
   }
   RequireObject();
   Document::AllocatorType& allocator = document_->GetAllocator();
-  value_->AddMember(Value(Reference(key), allocator), value, allocator);
+  value_->AddMember(Copy(key, allocator), value, allocator);
 }
 
 void CJsonObject::SetStringValue(const std::string& key, const std::string& value) {
-  Value text(Reference(value), document_->GetAllocator());
+  Value text = Copy(value, document_->GetAllocator());
   SetMember(key, text);
 }
 
@@ -276,7 +281,7 @@ void CJsonObject::SetStringArrayValue(const std::string& key, const std::list<st
   Value array(rapidjson::kArrayType);
   array.Reserve(static_cast<SizeType>(values.size()), allocator);
   for (const std::string& value : values) {
-    array.PushBack(Value(Reference(value), allocator), allocator);
+    array.PushBack(Copy(value, allocator), allocator);
   }
   SetMember(key, array);
 }
@@ -296,8 +301,11 @@ void CJsonObject::SetObjectValue(const std::string& key, const std::shared_ptr<C
   Document::AllocatorType& allocator = document_->GetAllocator();
   // The copy comes first: the object may be a view on the very member that is removed.
   Value copy = object != nullptr ? Value(*object->value_, allocator) : Value();
-  value_->EraseMember(Value(Reference(key)));
-  value_->AddMember(Value(Reference(key), allocator), copy, allocator);
+  const Value name(Reference(key));
+  while (value_->EraseMember(name)) {
+    // A parsed object may hold the member more than once.
+  }
+  value_->AddMember(Copy(key, allocator), copy, allocator);
 }
 
 std::uint32_t CJsonObject::GetLastError() const noexcept {

@@ -1,8 +1,6 @@
 #include "kvxsptstring/StringHelper.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 
 namespace {
 
@@ -37,9 +35,8 @@ std::string CStringHelper::ToVisible(const std::string& text) {
     } else if (c == '\t') {
       visible += "\\t";
     } else if (byte < 0x20 || byte == 0x7F) {
-      std::array<char, 8> escape{};
-      std::snprintf(escape.data(), escape.size(), "\\x%02X", static_cast<unsigned>(byte));
-      visible += escape.data();
+      constexpr const char* kDigits = "0123456789ABCDEF";
+      visible += {'\\', 'x', kDigits[byte / 16U], kDigits[byte % 16U]};
     } else {
       visible += c;
     }

@@ -286,7 +286,8 @@ class CReader {
 
   std::string_view Text(Value value) {
     RequireType(value, json_type::string);
-    return value.get_string();
+    const std::string_view text = value.get_string();
+    return text;
   }
 
   std::string_view Name(Value value) {
@@ -307,7 +308,8 @@ class CReader {
     token = token.substr(0, token.find_last_not_of(" \t\r\n") + 1);
     std::uint64_t number = 0;
     if (value.get_uint64().get(number) != simdjson::SUCCESS || number > max) {
-      Fail("expected a whole number from 0 to " + std::to_string(max) + ", found " + std::string(token));
+      Fail("expected a whole number from 0 to " + std::to_string(max) + ", found " +
+           CStringHelper::ToVisible(std::string(token)));
     }
     return number;
   }
@@ -350,8 +352,11 @@ std::shared_ptr<CMetaDictionary2024> ReadMetaDocument2024(const std::string& pat
 
   simdjson::ondemand::parser parser;
   simdjson::ondemand::document document;
+  // A document that iterate() has refused cannot be asked for its location.
+  bool iterating = false;
   try {
     document = parser.iterate(text.data(), text.size(), file.capacity() - begin);
+    iterating = true;
     std::shared_ptr<CMetaDictionary2024> dictionary = CReader().Read(document);
     // A location is left only where text follows the root's end.
     if (document.current_location().error() == simdjson::SUCCESS) {
@@ -362,7 +367,7 @@ std::shared_ptr<CMetaDictionary2024> ReadMetaDocument2024(const std::string& pat
     throw CKVXException(kvx::kMalformedDocument, name + ": " + error.message);
   } catch (const simdjson::simdjson_error& error) {
     const char* location = nullptr;
-    const bool located = document.current_location().get(location) == simdjson::SUCCESS;
+    const bool located = iterating && document.current_location().get(location) == simdjson::SUCCESS;
     const std::size_t offset = FindJsonTextFault(text, error.error(), located ? location - text.data() : -1);
     throw CKVXException(kvx::kMalformedDocument, name + ":" + kvx::LineAndColumn(file.data(), begin + offset) + ": " +
                                                      JsonTextFaultMessage(error.error()));

@@ -56,7 +56,11 @@ std::size_t FindJsonTextFault(std::string_view text, simdjson::error_code error,
     case simdjson::UTF8_ERROR:
       return FirstInvalidUtf8(text);
     case simdjson::UNESCAPED_CHARS:
+    case simdjson::UNCLOSED_STRING:
+      // A string that lacks its closing quote runs on over the end of its line.
       return FirstControlInString(text);
+    case simdjson::INCOMPLETE_ARRAY_OR_OBJECT:
+      return text.find_last_not_of(" \t\r\n") + 1;
     case simdjson::EMPTY:
       return 0;
     default:
@@ -79,7 +83,7 @@ std::string JsonTextFaultMessage(simdjson::error_code error) {
     case simdjson::TRAILING_CONTENT:
       return "text stands after the end of the document";
     case simdjson::INCOMPLETE_ARRAY_OR_OBJECT:
-      return "an object or array is not closed";
+      return "the document does not end with the } of its object; it is cut off, or text stands after it";
     case simdjson::CAPACITY:
     case simdjson::MEMALLOC:
       return "the document is too large";

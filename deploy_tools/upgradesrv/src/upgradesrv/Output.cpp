@@ -49,7 +49,8 @@ void WriteOutput(const std::string& text) {
 
 void WriteNote(const std::string& text) {
   const std::string line = "upgradesrv: " + CStringHelper::ToVisible(ShowC1Controls(text)) + "\n";
-  std::fwrite(line.data(), 1, line.size(), stderr);
+  // There is no one left to tell when even this fails.
+  static_cast<void>(std::fwrite(line.data(), 1, line.size(), stderr));
 }
 
 void WriteError(const std::string& text) {

@@ -1,6 +1,5 @@
 #include "upgradesrv/RunCommand.h"
 
-#include <cstdio>
 #include <memory>
 #include <optional>
 
@@ -42,9 +41,10 @@ std::optional<std::string> RunStrategy(const std::string& moduleDirectory, const
   try {
     return Invoke(module, configuration, context);
   } catch (const CKVXException& error) {
-    char code[24];
-    std::snprintf(code, sizeof code, " (code 0x%X)", static_cast<unsigned>(error.GetCode()));
-    problem = error.HasMessage() ? error.what() + std::string(code) : error.what();
+    problem = error.what();
+    if (error.HasMessage()) {
+      problem += " (code " + error.GetCodeText() + ")";
+    }
     if (error.GetCode() == kvx::kJsonMemberMissing || error.GetCode() == kvx::kJsonWrongType) {
       problem += "; look at " + configuration.place + "/parameter and at the documents that the strategy reads in " +
                  context.GetUpgradeCfgPath();
