@@ -173,6 +173,12 @@ TEST(UpgradeFile, WithALineEndInAMemberNameIsStillOneErrorLine) {
   EXPECT_THAT(upgrade.Trouble(), testing::HasSubstr(R"(: /: unknown member "la\n\u009Bng"; known here: )"));
 }
 
+TEST(UpgradeFile, WithANulInAMemberNameIsAWholeError) {
+  const test::CUpgradeDirectory upgrade;
+  upgrade.WriteUpgrade({{R"(lang\u0000)", "1"}});
+  EXPECT_THAT(upgrade.Trouble(), testing::HasSubstr(R"(: /: unknown member "lang\x00"; known here: lang, )"));
+}
+
 TEST(UpgradeFile, MayBeginWithAByteOrderMark) {
   const test::CUpgradeDirectory upgrade;
   upgrade.Write("upgrade.json", "\xEF\xBB\xBF" + test::ReadFile(upgrade.File("upgrade.json")));

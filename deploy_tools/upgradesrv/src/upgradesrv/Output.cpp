@@ -30,6 +30,9 @@ std::string ShowC1Controls(const std::string& text) {
 
 }  // namespace
 
+// A NUL would end what().
+CTrouble::CTrouble(const std::string& text) : std::runtime_error(CStringHelper::ToVisible(text)) {}
+
 std::string TerminalText(const std::string& text) {
   const std::string shown = ShowC1Controls(text);
   std::string visible;
