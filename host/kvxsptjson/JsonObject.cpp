@@ -117,6 +117,11 @@ bool CJsonObject::HasMember(const std::string& key) const {
   return Find(key) != nullptr;
 }
 
+bool CJsonObject::IsString(const std::string& key) const {
+  const Value* value = Find(key);
+  return value != nullptr && value->IsString();
+}
+
 void CJsonObject::GetAllKey(std::list<std::string>& keys) const {
   keys.clear();
   if (value_->IsObject()) {
