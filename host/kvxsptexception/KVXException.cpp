@@ -1,12 +1,15 @@
 #include "kvxsptexception/KVXException.h"
 
 #include <ios>
+#include <locale>
 #include <sstream>
 
 namespace {
 
 std::string CodeText(std::uint32_t code) {
   std::ostringstream text;
+  // The process may have set a locale that groups digits.
+  text.imbue(std::locale::classic());
   text << "0x" << std::uppercase << std::hex << code;
   return text.str();
 }
