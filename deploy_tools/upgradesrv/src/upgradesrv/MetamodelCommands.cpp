@@ -1,0 +1,81 @@
+#include "upgradesrv/MetamodelCommands.h"
+
+#include <cstdint>
+#include <list>
+#include <memory>
+
+#include "kvxsptjson/JsonObject.h"
+#include "upgrademeta2024/MetaDictionary2024.h"
+#include "upgrademeta2024/storage/MetaStorage2024.h"
+
+namespace upgradesrv {
+namespace {
+
+struct SCounts {
+  std::uint32_t elements = 0;
+  std::uint32_t properties = 0;
+  std::uint32_t methods = 0;
+};
+
+template <typename Element>
+SCounts Count(const std::list<std::shared_ptr<Element>>& elements) {
+  SCounts counts;
+  counts.elements = static_cast<std::uint32_t>(elements.size());
+  for (const std::shared_ptr<Element>& element : elements) {
+    counts.properties += static_cast<std::uint32_t>(element->GetPropertyTable().GetSize());
+  }
+  return counts;
+}
+
+std::string Line(const std::string& kind, const SCounts& counts, const std::string& more = "") {
+  std::string line = kind + ":";
+  line.resize(12, ' ');
+  return line + std::to_string(counts.elements) + " with " + std::to_string(counts.properties) + " properties" + more +
+         "\n";
+}
+
+std::shared_ptr<CJsonObject> ToJson(const SCounts& counts) {
+  auto object = std::make_shared<CJsonObject>();
+  object->SetUInt32Value("count", counts.elements);
+  object->SetUInt32Value("properties", counts.properties);
+  return object;
+}
+
+}  // namespace
+
+EExitStatus ShowMetamodel(const std::string& location, bool json) {
+  const std::shared_ptr<CMetaDictionary2024> dictionary = CMetaStorage2024::Open(location)->Load();
+  const SCounts classes = Count(dictionary->GetClasses());
+  const SCounts links = Count(dictionary->GetLinks());
+  SCounts behaviors = Count(dictionary->GetBehaviors());
+  for (const auto& behavior : dictionary->GetBehaviors()) {
+    behaviors.methods += static_cast<std::uint32_t>(behavior->GetMethods().size());
+  }
+  if (!json) {
+    WriteOutput("source:     " + location + "\ngeneration: 2024\n" + Line("classes", classes) + Line("links", links) +
+                Line("behaviors", behaviors, " and " + std::to_string(behaviors.methods) + " methods"));
+    return kNothingToReport;
+  }
+  CJsonObject object;
+  object.SetStringValue("source", location);
+  object.SetUInt32Value("generation", 2024);
+  object.SetObjectValue("classes", ToJson(classes));
+  object.SetObjectValue("links", ToJson(links));
+  const std::shared_ptr<CJsonObject> behaviorCounts = ToJson(behaviors);
+  behaviorCounts->SetUInt32Value("methods", behaviors.methods);
+  object.SetObjectValue("behaviors", behaviorCounts);
+  WriteOutput(object.ToText() + "\n");
+  return kNothingToReport;
+}
+
+EExitStatus CopyMetamodel(const std::string& source, const std::string& target, bool replace) {
+  const std::unique_ptr<CMetaStorage2024> to = CMetaStorage2024::Open(target);
+  if (!replace && to->Exists()) {
+    throw CTrouble(target + ": exists already; give --replace to replace it");
+  }
+  const std::shared_ptr<CMetaDictionary2024> dictionary = CMetaStorage2024::Open(source)->Load();
+  to->Save(*dictionary);
+  return kNothingToReport;
+}
+
+}  // namespace upgradesrv

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <stdexcept>
+#include <string>
+
+namespace upgradesrv {
+
+/// What a command ends with.
+enum EExitStatus { kNothingToReport = 0, kDifferencesReported = 1, kTrouble = 2 };
+
+/// Trouble that ends the command; what() is a whole sentence for the user, on one line, control characters of names
+/// and texts in it made visible.
+class CTrouble : public std::runtime_error {
+ public:
+  explicit CTrouble(const std::string& text);
+};
+
+/// Writes to standard output: the exact bytes to a file or pipe; to a terminal with control characters other than line
+/// ends made visible. Throws CTrouble when not everything could be written.
+void WriteOutput(const std::string& text);
+
+/// `text` as WriteOutput shows it on a terminal.
+std::string TerminalText(const std::string& text);
+
+/// "upgradesrv: TEXT" and "upgradesrv: error: TEXT" on standard error, each one line.
+void WriteNote(const std::string& text);
+void WriteError(const std::string& text);
+
+}  // namespace upgradesrv

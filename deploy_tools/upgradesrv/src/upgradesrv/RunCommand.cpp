@@ -1,0 +1,84 @@
+#include "upgradesrv/RunCommand.h"
+
+#include <memory>
+#include <optional>
+
+#include "kvxsptexception/ErrorCodes.h"
+#include "kvxsptexception/KVXException.h"
+#include "kvxsptjson/JsonObject.h"
+#include "kvxsptlog/Log.h"
+#include "upgradecontext/HandlerContext.h"
+#include "upgradecontext/UpgradeContext.h"
+#include "upgradecontext/UpgradeStrategy.h"
+#include "upgradesrv/StrategyModule.h"
+
+namespace upgradesrv {
+namespace {
+
+/// The text that a strategy hands back; none when it reports nothing.
+std::optional<std::string> Invoke(const CStrategyModule& module, const SStrategyConfiguration& configuration,
+                                  CUpgradeContext& context) {
+  const std::unique_ptr<CUpgradeStrategy> strategy = module.CreateStrategy(configuration.className);
+  strategy->SetParameter(configuration.parameter);
+  CHandlerContext handlerContext(configuration.className);
+  strategy->Invoke(handlerContext, context);
+  const std::shared_ptr<CJsonObject> result = strategy->GetResult();
+  if (result == nullptr) {
+    return std::nullopt;
+  }
+  if (!result->IsString("error_info")) {
+    throw CTrouble("its result has no string \"error_info\"");
+  }
+  return result->GetStringValue("error_info");
+}
+
+/// Invoke with every failure turned into CTrouble while the module, whose code an exception may need, is still loaded.
+std::optional<std::string> RunStrategy(const std::string& moduleDirectory, const SStrategyConfiguration& configuration,
+                                       CUpgradeContext& context) {
+  const CStrategyModule module(moduleDirectory, configuration.module);
+  const std::string strategy = "strategy " + configuration.className + " of module " + configuration.module;
+  std::string problem;
+  try {
+    return Invoke(module, configuration, context);
+  } catch (const CKVXException& error) {
+    problem = error.what();
+    if (error.HasMessage()) {
+      problem += " (code " + error.GetCodeText() + ")";
+    }
+    if (error.GetCode() == kvx::kJsonMemberMissing || error.GetCode() == kvx::kJsonWrongType) {
+      problem += "; look at " + configuration.place + "/parameter and at the documents that the strategy reads in " +
+                 context.GetUpgradeCfgPath();
+    }
+  } catch (const std::exception& error) {
+    problem = error.what();
+  } catch (...) {
+    problem = "it threw something that is not an exception of the standard library";
+  }
+  throw CTrouble(strategy + " failed: " + problem);
+}
+
+}  // namespace
+
+EExitStatus RunUpgrade(const SRunArguments& arguments) {
+  const CUpgradeConfiguration configuration(arguments.directory, arguments.overrides);
+  CLog::Configure(configuration.GetDirectory() + "/log4cplus.properties");
+  CUpgradeContext context;
+  configuration.FillContext(context);
+
+  EExitStatus status = kNothingToReport;
+  for (const SStrategyConfiguration& strategy : configuration.GetStrategies()) {
+    const std::optional<std::string> text = RunStrategy(arguments.moduleDirectory, strategy, context);
+    if (text) {
+      status = kDifferencesReported;
+      WriteOutput(*text);
+    }
+    WriteNote(strategy.className + ": " + (text ? "differences reported" : "nothing to report"));
+  }
+  if (const std::size_t errors = CLog::GetErrorCount(); errors != 0) {
+    throw CTrouble("the strategies logged " + std::to_string(errors) + (errors == 1 ? " error" : " errors") +
+                   "; the report is not complete until the log's errors are cleared up");
+  }
+  return status;
+}
+
+}  // namespace upgradesrv

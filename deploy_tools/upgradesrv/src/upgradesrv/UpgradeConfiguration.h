@@ -1,0 +1,65 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+class CJsonObject;
+class CUpgradeContext;
+
+namespace upgradesrv {
+
+/// One strategy of the chain.
+struct SStrategyConfiguration {
+  std::string module;
+  std::string className;
+  /// Never null; without members when upgrade.json gives none.
+  std::shared_ptr<CJsonObject> parameter;
+  /// Where it stands, for messages: "FILE: /strategies/0".
+  std::string place;
+};
+
+/// What the command line gives in place of upgrade.json.
+struct SConfigurationOverrides {
+  std::optional<std::string> lang;
+  /// Relative paths start at the current directory.
+  std::optional<std::string> originalLocation;
+  std::optional<std::string> clientLocation;
+  /// Replaces "execute_elements" of each strategy whose parameter has it.
+  std::optional<std::vector<std::string>> elements;
+};
+
+/// upgrade.json of an upgrade configuration directory:
+///
+///     { "lang": "en", "version": "2024", "original_metamodel": LOCATION, "client_metamodel": LOCATION,
+///       "strategies": [ { "module": "checkmeta2024", "class": "CCheckMetaStrategy2024", "parameter": { … } } ] }
+///
+/// Everything but "parameter" is required and nothing else is allowed; "version" names a directory beside the file; at
+/// least one strategy. No member stands twice, one of a parameter neither. Relative metamodel paths start at the file's
+/// directory.
+class CUpgradeConfiguration {
+ public:
+  /// Reads DIRECTORY/upgrade.json. Throws CKVXException or CTrouble that names the file, the place and the way out.
+  CUpgradeConfiguration(const std::string& directory, const SConfigurationOverrides& overrides);
+
+  /// The upgrade configuration directory, without trailing separator.
+  const std::string& GetDirectory() const { return directory_; }
+  const std::vector<SStrategyConfiguration>& GetStrategies() const { return strategies_; }
+  /// Fills in directories, language and metamodel locations.
+  void FillContext(CUpgradeContext& context) const;
+
+ private:
+  void ReadStrategies(const CJsonObject& root);
+  void OverrideElements(const std::vector<std::string>& elements);
+
+  std::string directory_;
+  std::string file_;
+  std::string lang_;
+  std::string versionDirectory_;
+  std::string originalLocation_;
+  std::string clientLocation_;
+  std::vector<SStrategyConfiguration> strategies_;
+};
+
+}  // namespace upgradesrv
