@@ -1,22 +1,31 @@
 #include <rapidjson/document.h>
 #include <rapidjson/error/en.h>
-#include <rapidjson/filereadstream.h>
 
-#include <array>
 #include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <string>
 
 namespace {
 
-bool Parse(const char* path, rapidjson::Document& document) {
-  std::FILE* const file = std::fopen(path, "rb");
-  if (file == nullptr) {
-    std::perror(path);
+bool Read(const char* path, std::string& text) {
+  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path, "rb"), &std::fclose);
+  std::error_code error;
+  const std::uintmax_t size = std::filesystem::file_size(path, error);
+  text.resize(error ? 0 : size);
+  if (file == nullptr || error || std::fread(text.data(), 1, text.size(), file.get()) != text.size()) {
+    std::fprintf(stderr, "%s: cannot be read\n", path);
     return false;
   }
-  static std::array<char, 65536> buffer;
-  rapidjson::FileReadStream stream(file, buffer.data(), buffer.size());
-  document.ParseStream(stream);
-  std::fclose(file);
+  return true;
+}
+
+bool Parse(const char* path, rapidjson::Document& document) {
+  std::string text;
+  if (!Read(path, text)) {
+    return false;
+  }
+  document.Parse(text.c_str());
   if (document.HasParseError()) {
     std::fprintf(stderr, "%s: %s\n", path, rapidjson::GetParseError_En(document.GetParseError()));
   }
