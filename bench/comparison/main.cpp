@@ -49,6 +49,7 @@ class CComparison {
       }
     }
     cases_.push_back({size, variant, bench::Compete(contestants, options_.rounds, cache_.Logs())});
+    Watch(cases_.back().results);
   }
 
   void Print() {
@@ -57,6 +58,8 @@ class CComparison {
     bench::PrintGrowth(cases_);
     PrintExample();
   }
+
+  bool HasFailures() const { return hasFailures_; }
 
  private:
   /// The same metamodel in a database, when the tool can write one; written anew, since its form may have changed.
@@ -71,11 +74,18 @@ class CComparison {
     return database;
   }
 
-  void PrintExample() const {
+  void Watch(const std::vector<bench::SResult>& results) {
+    for (const bench::SResult& result : results) {
+      hasFailures_ = hasFailures_ || !result.failure.empty();
+    }
+  }
+
+  void PrintExample() {
     // One run takes a few milliseconds only.
     constexpr unsigned kRuns = 21;
     const std::string example = cache_.ProvideExample();
     const auto results = bench::Compete({{"example", {options_.tool, "run", example}, 1}}, kRuns, cache_.Logs());
+    Watch(results);
     std::printf("- the example: %.1f ms wall, %.1f ms CPU, %.0f MiB %s\n", results.front().Wall() * 1e3,
                 results.front().Cpu() * 1e3, results.front().Peak(), results.front().failure.c_str());
   }
@@ -83,6 +93,7 @@ class CComparison {
   const SOptions& options_;
   bench::CDataCache cache_;
   bool hasDatabases_ = true;
+  bool hasFailures_ = false;
   std::vector<bench::SCaseResult> cases_;
 };
 
@@ -118,9 +129,9 @@ int main(int argumentCount, char** arguments) {
     }
     std::printf("%s; %u rounds\n\n", machine.c_str(), options.rounds);
     comparison.Print();
+    return comparison.HasFailures() ? 1 : 0;
   } catch (const std::exception& error) {
     std::fprintf(stderr, "error: %s\n", error.what());
     return 2;
   }
-  return 0;
 }
