@@ -33,7 +33,7 @@ Value::StringRefType Reference(const std::string& text) {
 
 /// RapidJSON's constructor of a reference and an allocator would end the text at its first NUL byte.
 Value Copy(const std::string& text, Document::AllocatorType& allocator) {
-  return Value(text.data(), static_cast<SizeType>(text.size()), allocator);
+  return {text.data(), static_cast<SizeType>(text.size()), allocator};
 }
 
 std::string Text(const Value& string) {

@@ -37,8 +37,9 @@ std::string TerminalText(const std::string& text) {
   const std::string shown = ShowC1Controls(text);
   std::string visible;
   std::size_t begin = 0;
-  for (std::size_t end; (end = shown.find('\n', begin)) != std::string::npos; begin = end + 1) {
+  for (std::size_t end = shown.find('\n'); end != std::string::npos; end = shown.find('\n', begin)) {
     visible += CStringHelper::ToVisible(shown.substr(begin, end - begin)) + '\n';
+    begin = end + 1;
   }
   return visible + CStringHelper::ToVisible(shown.substr(begin));
 }

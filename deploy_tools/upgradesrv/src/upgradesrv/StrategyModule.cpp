@@ -50,7 +50,7 @@ std::unique_ptr<CUpgradeStrategy> CStrategyModule::CreateStrategy(const std::str
   std::unique_ptr<CUpgradeStrategy> strategy(factory_(className));
   if (strategy == nullptr) {
     throw CTrouble(path_ + ": the module has no strategy class \"" + className +
-                   "\"; correct \"class\" in upgrade.json");
+                   R"("; correct "class" in upgrade.json)");
   }
   return strategy;
 }

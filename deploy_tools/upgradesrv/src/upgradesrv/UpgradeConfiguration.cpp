@@ -51,20 +51,23 @@ class CNode {
   }
 
   void RefuseUnknownMembers(std::initializer_list<const char*> known) const {
-    for (const std::string& key : GetKeys()) {
-      if (std::find(known.begin(), known.end(), key) == known.end()) {
-        std::string names;
-        for (const char* name : known) {
-          names += (names.empty() ? "" : ", ") + std::string(name);
-        }
-        Fail("unknown member \"" + key + "\"; known here: " + names);
+    const std::list<std::string> keys = GetKeys();
+    const auto unknown = std::find_if(keys.begin(), keys.end(), [known](const std::string& key) {
+      return std::find(known.begin(), known.end(), key) == known.end();
+    });
+    if (unknown != keys.end()) {
+      std::string names;
+      for (const char* name : known) {
+        names += names.empty() ? "" : ", ";
+        names += name;
       }
+      Fail("unknown member \"" + *unknown + "\"; known here: " + names);
     }
   }
 
   std::string ReadText(const std::string& key) const {
     RequireMember(key);
-    const std::string text = object_.IsString(key) ? object_.GetStringValue(key) : "";
+    std::string text = object_.IsString(key) ? object_.GetStringValue(key) : "";
     // The system would end a path at a NUL.
     if (text.empty() || text.find('\0') != std::string::npos) {
       FailMember(key, "must be a string that is not empty and holds no NUL");
