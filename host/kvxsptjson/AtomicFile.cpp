@@ -92,7 +92,7 @@ CAtomicFile::~CAtomicFile() {
 
 void CAtomicFile::Fail(int error) const {
   throw CKVXException(kFileError, CStringHelper::ToVisible(path_) + ": cannot be saved: " + std::strerror(error) +
-                                      "; the earlier file is unchanged");
+                                      "; nothing was changed");
 }
 
 void CAtomicFile::WriteAll(const char* data, std::size_t size) {

@@ -13,7 +13,7 @@ namespace kvx {
 /// is removed again. A target that is a symbolic link keeps being one: the file that it points to is replaced. An
 /// existing target's permissions are kept.
 ///
-/// Every failure throws CKVXException(kFileError, "PATH: cannot be saved: reason; the earlier file is unchanged").
+/// Every failure throws CKVXException(kFileError, "PATH: cannot be saved: reason; nothing was changed").
 class KVXSPTJSON_EXPORT CAtomicFile {
  public:
   /// Creates the new file.

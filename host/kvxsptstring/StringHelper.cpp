@@ -19,19 +19,24 @@ int CStringHelper::StringCompare(const std::string& a, const std::string& b, boo
 }
 
 std::string CStringHelper::ToVisible(const std::string& text) {
+  constexpr const char* kDigits = "0123456789ABCDEF";
   std::string visible;
   visible.reserve(text.size());
-  for (const char c : text) {
-    const auto byte = static_cast<unsigned char>(c);
-    if (c == '\n') {
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const auto byte = static_cast<unsigned char>(text[i]);
+    const auto next = i + 1 < text.size() ? static_cast<unsigned char>(text[i + 1]) : 0U;
+    if (byte == '\n') {
       visible += "\\n";
-    } else if (c == '\t') {
+    } else if (byte == '\t') {
       visible += "\\t";
     } else if (byte < 0x20 || byte == 0x7F) {
-      constexpr const char* kDigits = "0123456789ABCDEF";
       visible += {'\\', 'x', kDigits[byte / 16U], kDigits[byte % 16U]};
+    } else if (byte == 0xC2 && next >= 0x80 && next < 0xA0) {
+      // U+0080 to U+009F in UTF-8; U+009B begins an escape sequence.
+      visible += {'\\', 'u', '0', '0', kDigits[next / 16U], kDigits[next % 16U]};
+      ++i;
     } else {
-      visible += c;
+      visible += text[i];
     }
   }
   return visible;

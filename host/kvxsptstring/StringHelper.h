@@ -17,7 +17,7 @@ class KVXSPTSTRING_EXPORT CStringHelper {
   /// after `b`. With `ignoreCase`, ASCII letters that differ only in case count as equal.
   static int StringCompare(const std::string& a, const std::string& b, bool ignoreCase);
 
-  /// `text` with every ASCII control character made visible as \n, \t or \xHH, so that it fits on one line and cannot
-  /// drive a terminal.
+  /// UTF-8 text with every control character made visible as \n, \t, \xHH or, from U+0080 to U+009F, \u00HH, so that
+  /// it fits on one line and cannot drive a terminal.
   static std::string ToVisible(const std::string& text);
 };

@@ -37,7 +37,7 @@ void Save(const std::string& path, const std::string& content) {
 }
 
 SError NotSaved(const std::string& path, const std::string& reason) {
-  return {kvx::kFileError, path + ": cannot be saved: " + reason + "; the earlier file is unchanged"};
+  return {kvx::kFileError, path + ": cannot be saved: " + reason + "; nothing was changed"};
 }
 
 mode_t PermissionsOf(const std::string& path) {

@@ -175,9 +175,8 @@ TEST_F(JsonObjectFileTest, SavedDocument512LevelsDeepReadsBack) {
 
 TEST_F(JsonObjectFileTest, FailedSaveNamesTheFileAndTheReason) {
   const std::string path = directory_.File("absent/out.json");
-  EXPECT_EQ(
-      ErrorOf([&] { CJsonObject().SaveToFile(path); }),
-      (SError{kvx::kFileError, path + ": cannot be saved: No such file or directory; the earlier file is unchanged"}));
+  EXPECT_EQ(ErrorOf([&] { CJsonObject().SaveToFile(path); }),
+            (SError{kvx::kFileError, path + ": cannot be saved: No such file or directory; nothing was changed"}));
   EXPECT_TRUE(std::filesystem::is_empty(directory_.Path()));
 }
 

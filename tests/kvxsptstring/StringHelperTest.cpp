@@ -111,3 +111,11 @@ TEST(StringHelperTest, ToVisibleLeavesEverythingElse) {
 }
 
 }  // namespace
+
+TEST(StringHelperTest, ToVisibleShowsC1ControlsAndKeepsTheirNeighbours) {
+  EXPECT_EQ(CStringHelper::ToVisible("a\xC2\x9B"
+                                     "2J\xC2\x80\xC2\x9F"),
+            "a\\u009B2J\\u0080\\u009F");
+  // U+00A0, U+00BF, U+00E4, U+015B, and a lead byte that the text cuts off.
+  EXPECT_EQ(CStringHelper::ToVisible("\xC2\xA0\xC2\xBF\xC3\xA4\xC5\x9B\xC2"), "\xC2\xA0\xC2\xBF\xC3\xA4\xC5\x9B\xC2");
+}

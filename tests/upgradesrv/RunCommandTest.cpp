@@ -84,6 +84,11 @@ TEST_F(CRunCommandTest, AnythingElseThrownIsTrouble) {
             "standard library");
 }
 
+TEST_F(CRunCommandTest, EndOfTheProcessInAStrategyIsTrouble) {
+  EXPECT_EQ(StrangerTrouble("CEndsTheProcess"),
+            "strategy CEndsTheProcess of module strangers failed: it ended the process");
+}
+
 TEST_F(CRunCommandTest, MessageOfTwoLinesIsShownOnOne) {
   EXPECT_EQ(StrangerTrouble("CThrowsTwoLines"),
             "strategy CThrowsTwoLines of module strangers failed: one\\nupgradesrv: two\\x1B[2J");

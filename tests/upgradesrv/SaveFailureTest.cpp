@@ -28,7 +28,7 @@ TEST(SaveFailure, WhereADirectoryStandsIsTrouble) {
   fs::remove(target);
   fs::create_directory(target);
   EXPECT_EQ(test::TroubleOf(upgrade.Run()), kFailed + target +
-                                                ": cannot be saved: Is a directory; the earlier file is unchanged "
+                                                ": cannot be saved: Is a directory; nothing was changed "
                                                 "(code 0xA4C00010)");
 }
 
@@ -42,7 +42,7 @@ TEST(SaveFailure, OfAFileThatMayNotGrowLeavesTheEarlierDocumentAndNothingBesideI
   upgrade.Write("2024/metamodel.json", R"({"generation": 2024, "classes": [)" + classes + "]}");
   const test::SProcessResult result = test::RunInShell("ulimit -f 8; exec \"$0\" run \"$1\"", upgrade.Path());
   EXPECT_EQ(test::TroubleOf(result), kFailed + upgrade.File("2024/checkMetaError.json") +
-                                         ": cannot be saved: File too large; the earlier file is unchanged (code "
+                                         ": cannot be saved: File too large; nothing was changed (code "
                                          "0xA4C00010)");
   EXPECT_TRUE(upgrade.HasEarlierDocument());
   EXPECT_THAT(Names(upgrade.File("2024")), testing::UnorderedElementsAre("metamodel.json", "checkMetaError.json"));
@@ -64,7 +64,7 @@ TEST(SaveFailure, OnAFullDiskLeavesTheEarlierDocumentAndNothingBesideIt) {
     GTEST_SKIP() << "NOT TESTED: a full disk needs the right to mount one: " << result.errors;
   }
   EXPECT_EQ(test::ErrorOf(result), kFailed + upgrade.File("2024/checkMetaError.json") +
-                                       ": cannot be saved: No space left on device; the earlier file is unchanged "
+                                       ": cannot be saved: No space left on device; nothing was changed "
                                        "(code 0xA4C00010)");
   EXPECT_EQ(result.output, "checkMetaError.json\n4096\n");
 }

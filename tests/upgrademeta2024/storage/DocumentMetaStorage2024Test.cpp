@@ -126,9 +126,8 @@ TEST_F(DocumentMetaStorage2024Test, SaveReplacesTheDocumentAndLeavesNothingBesid
 
 TEST_F(DocumentMetaStorage2024Test, SaveNamesWhatCannotBeWritten) {
   const std::string path = directory_.File("absent/meta.json");
-  EXPECT_EQ(
-      ErrorOf([&] { Open("absent/meta.json")->Save(CMetaDictionary2024()); }),
-      (SError{kvx::kFileError, path + ": cannot be saved: No such file or directory; the earlier file is unchanged"}));
+  EXPECT_EQ(ErrorOf([&] { Open("absent/meta.json")->Save(CMetaDictionary2024()); }),
+            (SError{kvx::kFileError, path + ": cannot be saved: No such file or directory; nothing was changed"}));
 }
 
 TEST_F(DocumentMetaStorage2024Test, ExistsTellsWhetherThereIsSomethingToReplace) {

@@ -1,5 +1,6 @@
 // Strategies by class name, each with one way to end.
 
+#include <cstdlib>
 #include <exception>
 #include <map>
 #include <memory>
@@ -44,6 +45,7 @@ const std::map<std::string, Body> bodies = {
     {"CThrowsOwnException", [](auto&, auto&, auto&) -> Result { throw COwnException(); }},
     {"CThrowsInt", [](auto&, auto&, auto&) -> Result { throw 42; }},
     {"CThrowsTwoLines", [](auto&, auto&, auto&) -> Result { throw std::runtime_error("one\nupgradesrv: two\x1B[2J"); }},
+    {"CEndsTheProcess", [](auto&, auto&, auto&) -> Result { std::exit(0); }},
     {"CSetsNoResult", [](auto&, auto&, auto&) -> Result { return nullptr; }},
     {"CSetsNoText", [](auto&, auto&, auto&) -> Result { return std::make_shared<CJsonObject>(); }},
     {"CSetsNumber",

@@ -1,5 +1,6 @@
 #include "upgradesrv/RunCommand.h"
 
+#include <cstdlib>
 #include <memory>
 #include <optional>
 
@@ -32,11 +33,31 @@ std::optional<std::string> Invoke(const CStrategyModule& module, const SStrategy
   return result->GetStringValue("error_info");
 }
 
+/// The strategy that is running, for the end of the process; null between strategies.
+const std::string* runningStrategy = nullptr;
+
+/// A module that ends the process must not make the run look clean.
+void RefuseExit() {
+  if (runningStrategy != nullptr) {
+    WriteError(*runningStrategy + " failed: it ended the process");
+    std::_Exit(kTrouble);
+  }
+}
+
+class CRunningStrategy {
+ public:
+  explicit CRunningStrategy(const std::string& name) { runningStrategy = &name; }
+  ~CRunningStrategy() { runningStrategy = nullptr; }
+  CRunningStrategy(const CRunningStrategy&) = delete;
+  CRunningStrategy& operator=(const CRunningStrategy&) = delete;
+};
+
 /// Invoke with every failure turned into CTrouble while the module, whose code an exception may need, is still loaded.
 std::optional<std::string> RunStrategy(const std::string& moduleDirectory, const SStrategyConfiguration& configuration,
                                        CUpgradeContext& context) {
-  const CStrategyModule module(moduleDirectory, configuration.module);
   const std::string strategy = "strategy " + configuration.className + " of module " + configuration.module;
+  const CRunningStrategy running(strategy);
+  const CStrategyModule module(moduleDirectory, configuration.module);
   std::string problem;
   try {
     return Invoke(module, configuration, context);
@@ -60,6 +81,9 @@ std::optional<std::string> RunStrategy(const std::string& moduleDirectory, const
 }  // namespace
 
 EExitStatus RunUpgrade(const SRunArguments& arguments) {
+  if (std::atexit(RefuseExit) != 0) {
+    throw CTrouble("no room to register what is done at the end of the process");
+  }
   const CUpgradeConfiguration configuration(arguments.directory, arguments.overrides);
   CLog::Configure(configuration.GetDirectory() + "/log4cplus.properties");
   CUpgradeContext context;
