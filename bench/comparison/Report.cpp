@@ -58,8 +58,7 @@ std::string DescribeMachine() {
 }
 
 void PrintTable(const std::vector<SCaseResult>& cases) {
-  std::puts(
-      "| case | program | wall | against the floor | CPU | against the floor | peak memory | against the floor |");
+  std::puts("| case | program | wall | to floor | CPU | to floor | peak memory | to floor |");
   std::puts("|---|---|---:|---:|---:|---:|---:|---:|");
   for (const SCaseResult& each : cases) {
     for (const SResult& result : each.results) {
@@ -78,10 +77,11 @@ void PrintGrowth(const std::vector<SCaseResult>& cases) {
         const SResult* const small = Find(cases[j], large.name);
         if (small != nullptr && !large.rounds.empty()) {
           std::printf(
-              "- %s, %s against %s (%.1f times the properties): %.2f times the wall time, %.2f times the memory\n",
+              "- %s, %s against %s: %.1f times the properties, %.2f times the wall time, %.2f times the CPU time, "
+              "%.2f times the memory\n",
               large.name.c_str(), CaseName(cases[i]).c_str(), CaseName(cases[j]).c_str(),
               static_cast<double>(cases[i].size.Properties()) / static_cast<double>(cases[j].size.Properties()),
-              large.Wall() / small->Wall(), large.Peak() / small->Peak());
+              large.Wall() / small->Wall(), large.Cpu() / small->Cpu(), large.Peak() / small->Peak());
         }
       }
     }
