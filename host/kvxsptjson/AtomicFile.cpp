@@ -19,13 +19,22 @@ namespace {
 
 constexpr mode_t kPermissionBits = 07777;
 
-/// The file that `path` names once symbolic links are followed; `path` itself where nothing is there yet.
-std::string FollowLinks(const std::string& path) {
-  std::error_code error;
-  std::filesystem::path target = path;
+/// The file that `path` names once symbolic links are followed; `path` itself where nothing is there yet. With an error
+/// nothing is known: what stands there may be a link, which must not be replaced.
+std::string FollowLinks(const std::string& path, std::error_code& error) {
+  namespace fs = std::filesystem;
+  fs::path target = path;
   // As many links as the system itself follows.
-  for (int links = 0; links < 40 && std::filesystem::is_symlink(target, error); ++links) {
-    const std::filesystem::path next = std::filesystem::read_symlink(target, error);
+  for (int links = 0; links < 40; ++links) {
+    const fs::file_type type = fs::symlink_status(target, error).type();
+    if (type == fs::file_type::none) {
+      break;
+    }
+    error.clear();
+    if (type != fs::file_type::symlink) {
+      break;
+    }
+    const fs::path next = fs::read_symlink(target, error);
     if (error) {
       break;
     }
@@ -56,8 +65,12 @@ int SyncDirectoryOf(const std::string& file) {
 
 }  // namespace
 
-CAtomicFile::CAtomicFile(const std::string& path)
-    : path_(path), target_(FollowLinks(path)), buffer_(std::make_unique<char[]>(kBufferSize)) {
+CAtomicFile::CAtomicFile(const std::string& path) : path_(path), buffer_(std::make_unique<char[]>(kBufferSize)) {
+  std::error_code linkError;
+  target_ = FollowLinks(path, linkError);
+  if (linkError) {
+    Fail(linkError.value());
+  }
   struct stat status {};
   const bool exists = stat(target_.c_str(), &status) == 0;
   if (!exists && errno != ENOENT) {
@@ -103,6 +116,10 @@ void CAtomicFile::WriteAll(const char* data, std::size_t size) {
         continue;
       }
       Fail(errno);
+    }
+    if (count == 0) {
+      // Not an error by the letter, but trying again might go on for ever.
+      Fail(EIO);
     }
     data += count;
     size -= static_cast<std::size_t>(count);

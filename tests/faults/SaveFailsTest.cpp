@@ -1,0 +1,152 @@
+// Every system call of a run fails in turn: the first of its kind, the second, and so on until a run needs no failure.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <ostream>
+#include <string>
+#include <tuple>
+
+#include "faults/SavingRun.h"
+
+namespace {
+
+using test::CSavingRun;
+using test::ETarget;
+using test::SOutcome;
+using testing::HasSubstr;
+
+struct SCall {
+  const char* name;
+  int error;
+  /// How often a run calls it at least; so much can fail.
+  int count;
+};
+
+void PrintTo(const SCall& call, std::ostream* output) {
+  *output << call.name;
+}
+
+std::string Fault(const std::string& call, int position, const std::string& effect) {
+  return call + ":" + std::to_string(position) + ":" + effect;
+}
+
+class CSaveFailsTest : public testing::TestWithParam<std::tuple<SCall, ETarget>> {
+ protected:
+  CSaveFailsTest() : run_(std::get<ETarget>(GetParam())) {}
+
+  /// Runs until the fault comes too late to happen; answers with how often it did.
+  int FailInTurn(const std::string& repeat) {
+    const SCall call = std::get<SCall>(GetParam());
+    for (int position = 1;; ++position) {
+      const std::string fault =
+          call.name + (":" + std::to_string(position)) + repeat + ":" + std::to_string(call.error);
+      SCOPED_TRACE(fault);
+      const SOutcome outcome = run_.Run(fault);
+      test::ExpectTruth(outcome, run_.Report());
+      if (!outcome.faulted || HasFailure()) {
+        EXPECT_EQ(outcome.process.status, 1);
+        return position - 1;
+      }
+      if (call.name == std::string("fsync")) {
+        EXPECT_EQ(outcome.process.status, 2) << "not on disk, but not an error either";
+      }
+    }
+  }
+
+  CSavingRun run_;
+};
+
+TEST_P(CSaveFailsTest, OnceEachTimeLeavesTheEarlierDocumentOrTheNewOneAndTellsWhich) {
+  EXPECT_GE(FailInTurn(""), std::get<SCall>(GetParam()).count);
+}
+
+TEST_P(CSaveFailsTest, FromEachTimeOnLeavesTheEarlierDocumentOrTheNewOneAndTellsWhich) {
+  EXPECT_GE(FailInTurn("+"), std::get<SCall>(GetParam()).count);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Calls, CSaveFailsTest,
+    testing::Combine(testing::Values(SCall{"stat", EIO, 2}, SCall{"lstat", EIO, 1}, SCall{"fstat", EIO, 3},
+                                     SCall{"readlink", EIO, 1}, SCall{"open", EMFILE, 5}, SCall{"read", EIO, 4},
+                                     SCall{"mkostemp", EACCES, 1}, SCall{"fchmod", EPERM, 1}, SCall{"write", ENOSPC, 3},
+                                     SCall{"fsync", EIO, 2}, SCall{"close", EIO, 5}, SCall{"rename", EXDEV, 1}),
+                     testing::Values(ETarget::kFile, ETarget::kNothing, ETarget::kLink)),
+    [](const auto& test) {
+      return std::get<SCall>(test.param).name + ("_" + test::NameOf(std::get<ETarget>(test.param)));
+    });
+
+class CSaveTest : public testing::Test {
+ protected:
+  CSavingRun run_{ETarget::kFile};
+};
+
+TEST_F(CSaveTest, SaysWhyItFailed) {
+  const SOutcome outcome = run_.Run(Fault("fsync", 1, std::to_string(EIO)));
+  EXPECT_EQ(test::TroubleOf(outcome.process),
+            "strategy CCheckMetaStrategy2024 of module checkmeta2024 failed: " +
+                run_.Directory().File("2024/checkMetaError.json") +
+                ": cannot be saved: Input/output error; the earlier file is unchanged (code 0xA4C00010)");
+}
+
+TEST_F(CSaveTest, SaysThatTheNewDocumentIsThereButPerhapsNotOnDisk) {
+  const SOutcome outcome = run_.Run(Fault("fsync", 2, std::to_string(EIO)));
+  EXPECT_EQ(outcome.document, "new");
+  EXPECT_THAT(test::TroubleOf(outcome.process),
+              HasSubstr(": was replaced, but its directory cannot be flushed to disk: Input/output error"));
+}
+
+TEST_F(CSaveTest, OnAFileSystemThatCannotFlushDirectoriesIsWhole) {
+  for (const int error : {EINVAL, ENOTSUP}) {
+    const SOutcome outcome = run_.Run(Fault("fsync", 2, std::to_string(error)));
+    EXPECT_TRUE(outcome.faulted);
+    EXPECT_EQ(outcome.process.status, 1);
+    test::ExpectTruth(outcome, run_.Report());
+  }
+}
+
+TEST_F(CSaveTest, InterruptedOrShortWritesAreGoneOnWith) {
+  for (const std::string& effect : {std::to_string(EINTR), std::string("short")}) {
+    int position = 0;
+    for (SOutcome outcome = run_.Run(""); outcome.faulted || position == 0;) {
+      outcome = run_.Run(Fault("write", ++position, effect));
+      EXPECT_EQ(outcome.process.status, 1) << effect << " " << position << ": " << outcome.process.errors;
+      test::ExpectTruth(outcome, run_.Report());
+    }
+    EXPECT_GT(position, 3);
+  }
+}
+
+TEST_F(CSaveTest, OfWritesThatAreAllShortIsWhole) {
+  const SOutcome outcome = run_.Run("write:1+:short");
+  EXPECT_TRUE(outcome.faulted);
+  EXPECT_EQ(outcome.process.status, 1);
+  test::ExpectTruth(outcome, run_.Report());
+}
+
+TEST_F(CSaveTest, OnADiskThatFillsUpInTheMiddleOfAWriteLeavesTheEarlierDocument) {
+  const SOutcome outcome = run_.Run("write:1:short,write:2+:" + std::to_string(ENOSPC));
+  EXPECT_EQ(outcome.document, "earlier");
+  test::ExpectTruth(outcome, run_.Report());
+}
+
+TEST_F(CSaveTest, OfAWriteThatGoesNowhereWithoutAnErrorEnds) {
+  const SOutcome outcome = run_.Run("write:2+:nothing");
+  EXPECT_EQ(outcome.document, "earlier");
+  test::ExpectTruth(outcome, run_.Report());
+}
+
+TEST_F(CSaveTest, ThatCannotEvenRemoveItsTemporaryFileTellsTheTruthAllTheSame) {
+  for (const char* call : {"write:2", "fsync:1", "rename:1", "fchmod:1"}) {
+    SCOPED_TRACE(call);
+    SOutcome outcome =
+        CSavingRun(ETarget::kFile).Run(call + (":" + std::to_string(EIO)) + ",unlink:1+:" + std::to_string(EIO));
+    EXPECT_EQ(outcome.document, "earlier");
+    EXPECT_EQ(outcome.strays.size(), 1U);
+    outcome.strays.clear();
+    test::ExpectTruth(outcome, "");
+  }
+}
+
+}  // namespace
