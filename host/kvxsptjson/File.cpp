@@ -1,11 +1,13 @@
 #include "kvxsptjson/File.h"
 
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <cstring>
 
 #include "kvxsptexception/ErrorCodes.h"
@@ -32,6 +34,18 @@ class CReadDescriptor {
   int descriptor_;
 };
 
+/// A large text is touched page by page for the first time while it is read; fewer, larger pages save most of that time.
+void PreferLargePages(const std::string& text) {
+  constexpr std::uintptr_t kLargePage = std::uintptr_t{2} << 20U;
+  const auto begin = reinterpret_cast<std::uintptr_t>(text.data());
+  const std::uintptr_t first = (begin + kLargePage - 1) / kLargePage * kLargePage;
+  const std::uintptr_t end = (begin + text.capacity()) / kLargePage * kLargePage;
+  if (first < end) {
+    // Only a wish: where it is not granted, nothing changes.
+    static_cast<void>(madvise(reinterpret_cast<void*>(first), end - first, MADV_HUGEPAGE));
+  }
+}
+
 [[noreturn]] void FailReading(const std::string& path, int error) {
   throw CKVXException(kFileError, CStringHelper::ToVisible(path) + ": cannot be read: " + std::strerror(error));
 }
@@ -48,6 +62,7 @@ std::string ReadFile(const std::string& path, std::size_t padding) {
   std::string text;
   // The size is only a hint: pipes have none, and a file may grow while it is read.
   text.reserve(static_cast<std::size_t>(std::max<off_t>(status.st_size, 0)) + padding + 1);
+  PreferLargePages(text);
   for (;;) {
     const std::size_t old = text.size();
     if (text.capacity() - old <= padding) {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <iterator>
 #include <limits>
 #include <list>
@@ -271,9 +272,9 @@ class CReader {
       const simdjson::ondemand::raw_json_string raw = field.key();
       // Documents mostly keep one order of members, so the one after the last is tried first.
       std::size_t position = next;
-      if (position == N || !raw.unsafe_is_equal(known[position])) {
+      if (position == N || !IsKey(raw, known[position])) {
         position = 0;
-        while (position < N && !raw.unsafe_is_equal(known[position])) {
+        while (position < N && !IsKey(raw, known[position])) {
           ++position;
         }
       }
@@ -305,7 +306,9 @@ class CReader {
     // A token reaches up to the next one. The parser has validated its characters, so without an escape in it the
     // string can be used where it stands.
     std::string_view token = value.raw_json_token();
-    token = token.substr(0, token.find_last_not_of(" \t\r\n") + 1);
+    if (token.back() != '"') {
+      token = Trimmed(token);
+    }
     if (token.size() >= 2 && token.back() == '"') {
       const std::string_view content = token.substr(1, token.size() - 2);
       if (content.find('\\') == std::string_view::npos) {
@@ -330,14 +333,23 @@ class CReader {
 
   std::uint64_t Number(Value& value, std::uint64_t max) {
     RequireType(value, json_type::number);
-    std::string_view token = value.raw_json_token();
-    token = token.substr(0, token.find_last_not_of(" \t\r\n") + 1);
+    const std::string_view token = value.raw_json_token();
     std::uint64_t number = 0;
     if (value.get_uint64().get(number) != simdjson::SUCCESS || number > max) {
       Fail("expected a whole number from 0 to " + std::to_string(max) + ", found " +
-           CStringHelper::ToVisible(std::string(token)));
+           CStringHelper::ToVisible(std::string(Trimmed(token))));
     }
     return number;
+  }
+
+  /// A token without the white space that follows it.
+  static std::string_view Trimmed(std::string_view token) {
+    return token.substr(0, token.find_last_not_of(" \t\r\n") + 1);
+  }
+
+  /// Whether a key is written as `name`. The text is padded, so that it can be read beyond the key's end.
+  static bool IsKey(simdjson::ondemand::raw_json_string key, std::string_view name) {
+    return std::memcmp(key.raw(), name.data(), name.size()) == 0 && key.raw()[name.size()] == '"';
   }
 
   void RequireType(Value& value, json_type expected) {

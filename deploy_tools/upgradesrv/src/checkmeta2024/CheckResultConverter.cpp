@@ -51,8 +51,11 @@ void CCheckResultConverter::Init() {
   initialized_ = true;
 }
 
-std::string CCheckResultConverter::Display(const std::string& key) const {
-  return dictionary_->GetDisplayString(language_, key);
+const std::string& CCheckResultConverter::Display(const std::string& key) {
+  // A few words are written again and again; neither dictionary nor language changes once they are loaded.
+  const auto known = words_.find(key);
+  return known != words_.end() ? known->second
+                               : words_.emplace(key, dictionary_->GetDisplayString(language_, key)).first->second;
 }
 
 void CCheckResultConverter::WriteElementLine(const std::string& indent, const CJsonObject& element) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <list>
+#include <map>
 #include <memory>
 #include <sstream>
 #include <string>
@@ -55,7 +56,7 @@ class CHECKMETA2024_EXPORT CCheckResultConverter : public CSupportUpgradeHandler
   using ObjectList = std::list<std::shared_ptr<CJsonObject>>;
 
   void Init();
-  std::string Display(const std::string& key) const;
+  const std::string& Display(const std::string& key);
   void WriteElementLine(const std::string& indent, const CJsonObject& element);
   void ConversionMetaInfoByType(const std::string& indent, const std::string& changeKind, const std::string& metaType,
                                 const ObjectList& elements);
@@ -74,4 +75,5 @@ class CHECKMETA2024_EXPORT CCheckResultConverter : public CSupportUpgradeHandler
   std::shared_ptr<CMultiLanguageConfig> dictionary_;
   std::string language_;
   bool initialized_ = false;
+  std::map<std::string, std::string> words_;
 };
