@@ -159,6 +159,16 @@ TEST(CheckBehavior2024HelperTest, AnUpdatedPropertyLogsThePropertyCheckThenTheBe
                     "behavior check CheckPropertiesOfBehavior error.behavior:Versioned<hr=0xA4520004>")));
 }
 
+TEST(CheckBehavior2024HelperTest, APropertyOfTheClientAloneIsLoggedAsInsertedUnderTheClientsName) {
+  const SPairResult result = Compare({"VERSIONED", {}, {Property("Code")}}, Versioned({}));
+  EXPECT_THAT(
+      result.lines,
+      ElementsAre(
+          ErrorLine(kFile, kCheckProperties, "class check HasInsertedProperties error.class:VERSIONED<hr=0xA4520004>"),
+          ErrorLine(kFile, kCheck,
+                    "behavior check CheckPropertiesOfBehavior error.behavior:VERSIONED<hr=0xA4520004>")));
+}
+
 TEST(CheckBehavior2024HelperTest, EveryFailedCheckLogsItsLineInTheOrderOfTheChecks) {
   const SPairResult result = Compare(Versioned({"New"}, {Property("Code")}), Versioned({}, {Property("Version")}));
   EXPECT_FALSE(result.logPassed);

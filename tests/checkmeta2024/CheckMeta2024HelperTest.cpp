@@ -189,6 +189,9 @@ TEST_P(CheckMeta2024HelperTest, WithoutADocumentADeletedElementGivesOneLogLine) 
 TEST_P(CheckMeta2024HelperTest, WithoutADocumentTheNameLoggedForAChangedElementIsTheClients) {
   Set({{"CHANGED", 64}}, {{"Changed"}});
   ExpectFailure("CHANGED", GetParam().clientLine);
+  const test::CLogCapture log;
+  ErrorOf([this] { Check(); });
+  EXPECT_THAT(log.Messages(), testing::Each(testing::Not(testing::HasSubstr("Changed"))));
 }
 
 TEST_P(CheckMeta2024HelperTest, WithoutADocumentTheFirstDifferenceEndsTheCheck) {

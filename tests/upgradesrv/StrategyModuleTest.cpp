@@ -48,7 +48,9 @@ TEST_F(CStrategyModuleTest, ThatIsMissingIsTrouble) {
 TEST_F(CStrategyModuleTest, NameWithASeparatorIsRefusedEvenWhereItLeadsToAModule) {
   fs::create_directories(upgrade_.File("modules/libinner"));
   fs::copy(kTestModules + "/libstrangers.so", upgrade_.File("modules/libinner/strangers.so"));
-  for (const std::string& name : {std::string("inner/strangers"), kTestModules + "/libstrangers.so"}) {
+  fs::copy(kTestModules + "/libstrangers.so", upgrade_.File("outer.so"));
+  for (const std::string& name :
+       {std::string("inner/strangers"), std::string("inner/../../outer"), kTestModules + "/libstrangers.so"}) {
     UseModule(name);
     EXPECT_EQ(upgrade_.Trouble({"--module-dir", upgrade_.File("modules")}),
               "module \"" + name + "\": must be a bare name; its file is looked up in the module directory");
@@ -76,12 +78,28 @@ TEST_F(CStrategyModuleTest, ThatIsDamagedIsTrouble) {
               StartsWith("module damaged: cannot be loaded: " + file + ": "));
 }
 
-TEST_F(CStrategyModuleTest, ThatIsCutOffIsTrouble) {
+TEST_F(CStrategyModuleTest, ThatIsCutOffAnywhereIsTrouble) {
   const std::string whole = test::ReadFile(kTestModules + "/libstrangers.so");
-  upgrade_.Write("modules/libcut.so", whole.substr(0, 100));
   UseModule("cut");
-  EXPECT_THAT(upgrade_.Trouble({"--module-dir", upgrade_.File("modules")}),
-              StartsWith("module cut: cannot be loaded: " + upgrade_.File("modules/libcut.so") + ": "));
+  for (const std::size_t size :
+       {std::size_t{0}, std::size_t{1}, std::size_t{63}, std::size_t{64}, std::size_t{100}, std::size_t{4096},
+        whole.size() / 20, whole.size() / 10, whole.size() / 4, whole.size() / 2, whole.size() - 1}) {
+    const std::string file = upgrade_.Write("modules/libcut.so", whole.substr(0, size));
+    EXPECT_THAT(upgrade_.Trouble({"--module-dir", upgrade_.File("modules")}),
+                StartsWith("module cut: cannot be loaded: " + file + ": "))
+        << size;
+  }
+  upgrade_.Write("modules/libcut.so", whole);
+  const test::SProcessResult result = upgrade_.Run({"--module-dir", upgrade_.File("modules")});
+  EXPECT_EQ(result.status, 0) << result.errors;
+}
+
+TEST_F(CStrategyModuleTest, ThatIsOfAnotherKindOfMachineIsTrouble) {
+  std::string foreign = test::ReadFile(kTestModules + "/libstrangers.so");
+  foreign[4] = foreign[4] == 1 ? '\2' : '\1';
+  upgrade_.Write("modules/libforeign.so", foreign);
+  UseModule("foreign");
+  EXPECT_THAT(upgrade_.Trouble({"--module-dir", upgrade_.File("modules")}), EndsWith("wrong ELF class: ELFCLASS32"));
 }
 
 TEST_F(CStrategyModuleTest, ThatIsADirectoryIsTrouble) {
@@ -111,8 +129,15 @@ TEST_F(CStrategyModuleTest, WhoseFactoryReturnsNullIsTrouble) {
 }
 
 TEST_F(CStrategyModuleTest, WhoseFactoryThrowsIsTrouble) {
-  EXPECT_EQ(TroubleWithModule("throwingfactory"),
-            "strategy CSetsNoResult of module throwingfactory failed: no licence for CSetsNoResult");
+  const auto trouble = [this](const std::string& className) {
+    upgrade_.WriteUpgrade({{"strategies", R"([{"module": "throwingfactory", "class": ")" + className + R"("}])"}});
+    return upgrade_.TroubleWithTestModules();
+  };
+  const std::string end = " of module throwingfactory failed: ";
+  EXPECT_EQ(trouble("CAny"), "strategy CAny" + end + "no licence for CAny");
+  EXPECT_EQ(trouble("CHostException"), "strategy CHostException" + end + "the factory's message (code 0xA4520008)");
+  EXPECT_EQ(trouble("CInt"),
+            "strategy CInt" + end + "it threw something that is not an exception of the standard library");
 }
 
 TEST_F(CStrategyModuleTest, ThatDoesNotKnowTheClassIsTrouble) {
@@ -127,6 +152,19 @@ TEST_F(CStrategyModuleTest, IsNeverLookedUpInTheCurrentDirectory) {
   fs::copy(kTestModules + "/libstrangers.so", upgrade_.File("libstrangers.so"));
   EXPECT_THAT(test::TroubleOf(test::RunTool({"run", "."}, upgrade_.Path())),
               StartsWith("module strangers: there is no " + kModules + "/libstrangers.so; "));
+}
+
+TEST_F(CStrategyModuleTest, NothingElseIsLoadedFromTheCurrentDirectoryEither) {
+  const fs::path build = fs::path(UPGRADESRV_EXECUTABLE).parent_path().parent_path();
+  for (const fs::path& directory : {build / "lib", fs::path(kModules)}) {
+    for (const auto& library : fs::directory_iterator(directory)) {
+      upgrade_.Write(library.path().filename(), "This is not a shared library.\n");
+    }
+  }
+  ASSERT_TRUE(fs::exists(upgrade_.File("libkvxsptjson.so"))) << build;
+  const test::SProcessResult result = test::RunTool({"run", "."}, upgrade_.Path());
+  EXPECT_EQ(result.status, 1) << result.errors;
+  EXPECT_EQ(result.output, test::kFullReport);
 }
 
 TEST_F(CStrategyModuleTest, IsNeverLookedUpWhereTheLoaderSearches) {

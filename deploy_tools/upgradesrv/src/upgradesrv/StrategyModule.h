@@ -11,8 +11,8 @@ namespace upgradesrv {
 /// module is.
 class CStrategyModule {
  public:
-  /// Loads DIRECTORY/lib<name>.so. Throws CTrouble for a name with a separator and for a file that is missing, is not a
-  /// shared library or has no factory.
+  /// Loads DIRECTORY/lib<name>.so. Throws CTrouble for a name with a separator and for a file that is missing, cut off,
+  /// not a shared library or without factory.
   CStrategyModule(const std::string& directory, const std::string& name);
   ~CStrategyModule();
   CStrategyModule(const CStrategyModule&) = delete;
