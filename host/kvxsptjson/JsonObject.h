@@ -39,8 +39,9 @@ class KVXSPTJSON_EXPORT CJsonObject {
   std::shared_ptr<rapidjson::Document> Share() const;
 
   /// Turns this view to the root of a new document, the file's; views that shared the old document keep that. The text
-  /// must be RFC 8259 JSON in valid UTF-8, at most 512 levels deep, without a lone surrogate; a leading byte order mark
-  /// is skipped. On failure this view is as before. Throws CKVXException: kvx::kFileError when the file cannot be read,
+  /// must be RFC 8259 JSON in valid UTF-8, at most 512 levels deep, without a lone surrogate, its numbers within the
+  /// range of double (a zero with an exponent above 308 is refused as too big, too); a leading byte order mark is
+  /// skipped. On failure this view is as before. Throws CKVXException: kvx::kFileError when the file cannot be read,
   /// kvx::kMalformedDocument "PATH:LINE:COLUMN: what is wrong".
   void CreateFromFile(const std::string& path);
   /// The same for a text at hand; `name` stands in messages where the path would.

@@ -77,6 +77,9 @@ TEST(JsonObjectGetterTest, GetStringValueGivesNumbersAsDecimalText) {
       {"0.1", "0.1"},
       {"123456.789", "123456.789"},
       {"3.141592653589793", "3.141592653589793"},
+      {"1.7976931348623157e308", "1.7976931348623157e308"},
+      {"1e-400", "0.0"},
+      {"1.00000000000e-2147483639", "0.0"},
   };
   for (const auto& [number, text] : numbers) {
     const auto object = Json("{\"n\": "s + number + "}");

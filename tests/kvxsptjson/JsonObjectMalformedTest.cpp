@@ -96,6 +96,8 @@ const SMalformed kNumbers[] = {
     {"NoDigitInTheExponent", "[1e]", "1:4: Miss exponent in number."},
     {"Hexadecimal", "[0x10]", "1:3: Missing a comma or ']' after an array element."},
     {"TooBig", "[1e400]", "1:2: Number too big to be stored in double."},
+    {"TooBigByItsDigits", "[1.8e308]", "1:2: Number too big to be stored in double."},
+    {"TooBigByItsDigitsMinus", "{\"a\": -1.8e308}", "1:7: Number too big to be stored in double."},
 };
 
 const SMalformed kStrings[] = {

@@ -5,7 +5,10 @@
 #include <rapidjson/reader.h>
 
 #include <algorithm>
+#include <charconv>
 #include <cstring>
+#include <locale>
+#include <sstream>
 
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptexception/KVXException.h"
@@ -27,19 +30,17 @@ struct SDocumentMemory {
 };
 
 /// Passes a parse on to a document, and stops it at what RapidJSON itself would let through.
-class CStrictHandler {
+class CStrictHandler : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, CStrictHandler> {
  public:
   explicit CStrictHandler(rapidjson::Document& document) : document_(document) {}
 
   bool Null() { return document_.Null(); }
   bool Bool(bool value) { return document_.Bool(value); }
-  bool Int(int value) { return document_.Int(value); }
-  bool Uint(unsigned value) { return document_.Uint(value); }
-  bool Int64(std::int64_t value) { return document_.Int64(value); }
-  bool Uint64(std::uint64_t value) { return document_.Uint64(value); }
-  bool Double(double value) { return document_.Double(value); }
-  bool RawNumber(const char* text, rapidjson::SizeType size, bool copy) {
-    return document_.RawNumber(text, size, copy);
+  /// RapidJSON's own conversion makes 1.8e308 an infinity, which cannot be written, and overflows an int on exponents
+  /// near -2147483648. Every number arrives here as text instead.
+  bool RawNumber(const char* text, rapidjson::SizeType size, bool /*copy*/) {
+    return *text == '-' ? Number<std::int64_t>(text, text + size, &rapidjson::Document::Int64)
+                        : Number<std::uint64_t>(text, text + size, &rapidjson::Document::Uint64);
   }
   bool String(const char* text, rapidjson::SizeType size, bool copy) {
     return IsUnicode(text, size) && document_.String(text, size, copy);
@@ -66,6 +67,21 @@ class CStrictHandler {
     --depth_;
     return true;
   }
+  template <typename Integer>
+  bool Number(const char* begin, const char* end, bool (rapidjson::Document::*integer)(Integer)) {
+    Integer value = 0;
+    if (const auto [at, error] = std::from_chars(begin, end, value); at == end && error == std::errc()) {
+      return (document_.*integer)(value);
+    }
+    std::istringstream text(std::string(begin, end));
+    text.imbue(std::locale::classic());
+    double number = 0;
+    if (!(text >> number)) {
+      problem_ = rapidjson::GetParseError_En(rapidjson::kParseErrorNumberTooBig);
+      return false;
+    }
+    return document_.Double(number);
+  }
   /// The parser has validated the text; only a lone \uDC00 to \uDFFF still arrives here, as ED A0..BF.
   bool IsUnicode(const char* text, rapidjson::SizeType size) {
     const char* const end = text + size;
@@ -90,7 +106,7 @@ class CParse {
 
   bool operator()(rapidjson::Document& /*document*/) {
     constexpr unsigned kFlags =
-        rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag | rapidjson::kParseFullPrecisionFlag;
+        rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag | rapidjson::kParseNumbersAsStringsFlag;
     rapidjson::Reader reader;
     result_ = reader.Parse<kFlags>(stream_, handler_);
     return !result_.IsError();
