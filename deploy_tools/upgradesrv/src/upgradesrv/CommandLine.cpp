@@ -10,6 +10,7 @@
 #include <string>
 
 #include "kvxsptexception/KVXException.h"
+#include "kvxsptstring/StringHelper.h"
 #include "upgradesrv/MetamodelCommands.h"
 #include "upgradesrv/RunCommand.h"
 #include "upgradesrv/StrategyModule.h"
@@ -17,7 +18,15 @@
 namespace upgradesrv {
 namespace {
 
-constexpr const char* kLocationHelp = "A metamodel LOCATION is the path of a metamodel document, NAME.json.";
+constexpr const char* kLocationHelp =
+    "A metamodel LOCATION is one of\n"
+    "  NAME.json                       a metamodel document\n"
+    "  NAME.db, NAME.sqlite            an SQLite database\n"
+    "  sqlite3://PATH                  the same, whatever its name ends in\n"
+    "  'postgresql://host=H dbname=D'  a PostgreSQL database, in libpq's connection words\n"
+    "  postgresql://USER@HOST/DATABASE the same as a URI; what is left out, libpq finds in PGHOST, PGDATABASE and\n"
+    "                                  its other variables, PGSERVICE and PGPASSFILE. A password belongs into the\n"
+    "                                  password file: command lines can be seen by others.";
 
 /// The command that the parsed arguments ask for.
 using Command = std::function<EExitStatus()>;
@@ -83,6 +92,16 @@ void DefineMetamodel(CLI::App& app, SMetamodelArguments& arguments, Command& com
       [&] { command = [&] { return CopyMetamodel(arguments.source, arguments.target, arguments.replace); }; });
 }
 
+/// A location whose spaces were not quoted falls apart into arguments, one of them perhaps with a password.
+std::string ShowableProblem(const std::string& problem) {
+  std::string lower = problem;
+  CStringHelper::ToLower(lower);
+  if (lower.find("password") == std::string::npos && lower.find("://") == std::string::npos) {
+    return problem;
+  }
+  return "the arguments cannot be understood; a location with spaces needs quotation marks";
+}
+
 EExitStatus ParseAndRun(int argumentCount, const char* const* argumentValues) {
   CLI::App app("Runs the strategies of an upgrade, the metamodel check among them.", "upgradesrv");
   app.set_version_flag("--version", std::string("upgradesrv ") + UPGRADESRV_VERSION);
@@ -102,7 +121,7 @@ EExitStatus ParseAndRun(int argumentCount, const char* const* argumentValues) {
     WriteOutput(std::string(version.what()) + "\n");
     return kNothingToReport;
   } catch (const CLI::ParseError& error) {
-    throw CTrouble(std::string(error.what()) + "; see upgradesrv --help");
+    throw CTrouble(ShowableProblem(error.what()) + "; see upgradesrv --help");
   }
   if (runArguments.moduleDirectory.empty()) {
     runArguments.moduleDirectory = DefaultModuleDirectory();

@@ -8,6 +8,7 @@
 #include "kvxsptexception/KVXException.h"
 #include "kvxsptjson/JsonObject.h"
 #include "upgradecontext/UpgradeContext.h"
+#include "upgrademeta2024/storage/MetaLocation2024.h"
 #include "upgradesrv/Output.h"
 
 namespace upgradesrv {
@@ -54,14 +55,6 @@ std::string ReadText(const SNode& node, const std::string& key) {
   return text;
 }
 
-/// A connection stands as it is; a path starts at `directory`.
-std::string ResolveLocation(const std::string& location, const std::string& directory) {
-  if (location.find("://") != std::string::npos || std::filesystem::path(location).is_absolute()) {
-    return location;
-  }
-  return directory + "/" + location;
-}
-
 }  // namespace
 
 CUpgradeConfiguration::CUpgradeConfiguration(const std::string& directory, const SConfigurationOverrides& overrides)
@@ -89,8 +82,9 @@ CUpgradeConfiguration::CUpgradeConfiguration(const std::string& directory, const
                    "; create it or correct the version");
   }
   originalLocation_ =
-      overrides.originalLocation.value_or(ResolveLocation(ReadText(node, "original_metamodel"), directory_));
-  clientLocation_ = overrides.clientLocation.value_or(ResolveLocation(ReadText(node, "client_metamodel"), directory_));
+      overrides.originalLocation.value_or(ResolveMetaLocation2024(ReadText(node, "original_metamodel"), directory_));
+  clientLocation_ =
+      overrides.clientLocation.value_or(ResolveMetaLocation2024(ReadText(node, "client_metamodel"), directory_));
   ReadStrategies(root);
   if (overrides.elements) {
     OverrideElements(*overrides.elements);
