@@ -3,7 +3,8 @@ include(GenerateExportHeader)
 # upgradesrv_add_host_library(<name> SOURCES <file>... [PUBLIC <target>...] [PRIVATE <target>...])
 #
 # One shared library of the host framework. Headers lie beside the sources and are included as <name>/Header.h; the
-# export header <name>/<name>_export.h is generated. <file> and headers are relative to the current directory.
+# export header <name>/<name>_export.h is generated. Headers in a
+# folder "detail" are the library's own and are not installed. <file> and headers are relative to the current directory.
 function(upgradesrv_add_host_library name)
   cmake_parse_arguments(ARG "" "" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
   add_library(${name} SHARED ${ARG_SOURCES})
@@ -31,5 +32,6 @@ function(upgradesrv_add_host_library name)
     DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR}/
     DESTINATION ${header_dir}
     FILES_MATCHING
-    PATTERN "*.h")
+    PATTERN "*.h"
+    PATTERN detail EXCLUDE)
 endfunction()

@@ -22,6 +22,8 @@ class KVXSPTEXCEPTION_EXPORT CKVXException : public std::runtime_error {
   ~CKVXException() override;
 
   std::uint32_t GetCode() const noexcept;
+  /// "0x" and the code in upper-case hexadecimal without leading zeros.
+  std::string GetCodeText() const;
   /// Whether the exception was made with a message of its own.
   bool HasMessage() const noexcept;
 

@@ -17,7 +17,6 @@
 namespace kvx {
 namespace {
 
-constexpr std::size_t kBufferSize = 65536;
 constexpr mode_t kPermissionBits = 07777;
 
 /// The file that `path` names once symbolic links are followed; `path` itself where nothing is there yet.
@@ -57,13 +56,17 @@ int SyncDirectoryOf(const std::string& file) {
 
 }  // namespace
 
-CAtomicFile::CAtomicFile(const std::string& path) : path_(path), target_(FollowLinks(path)) {
+CAtomicFile::CAtomicFile(const std::string& path)
+    : path_(path), target_(FollowLinks(path)), buffer_(std::make_unique<char[]>(kBufferSize)) {
   struct stat status {};
   const bool exists = stat(target_.c_str(), &status) == 0;
+  if (!exists && errno != ENOENT) {
+    // Nothing can be said of what is there, for example of links that lead in a circle.
+    Fail(errno);
+  }
   if (exists && !S_ISREG(status.st_mode)) {
     Fail(S_ISDIR(status.st_mode) ? EISDIR : EINVAL);
   }
-  buffer_.reserve(kBufferSize);
   std::string name = target_ + ".XXXXXX";
   descriptor_ = mkostemp(name.data(), O_CLOEXEC);
   if (descriptor_ < 0) {
@@ -107,18 +110,19 @@ void CAtomicFile::WriteAll(const char* data, std::size_t size) {
 }
 
 void CAtomicFile::FlushBuffer() {
-  WriteAll(buffer_.data(), buffer_.size());
-  buffer_.clear();
+  WriteAll(buffer_.get(), used_);
+  used_ = 0;
 }
 
 void CAtomicFile::Write(const char* data, std::size_t size) {
-  if (buffer_.size() + size > buffer_.capacity()) {
+  if (size > kBufferSize - used_) {
     FlushBuffer();
   }
-  if (size > buffer_.capacity()) {
+  if (size > kBufferSize) {
     WriteAll(data, size);
   } else {
-    buffer_.append(data, size);
+    std::memcpy(buffer_.get() + used_, data, size);
+    used_ += size;
   }
 }
 

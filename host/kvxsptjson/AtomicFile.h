@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <string>
 
 #include "kvxsptjson/kvxsptjson_export.h"
@@ -28,14 +29,16 @@ class KVXSPTJSON_EXPORT CAtomicFile {
   // What RapidJSON's writers ask of an output stream.
   using Ch = char;
   void Put(char c) {
-    if (buffer_.size() == buffer_.capacity()) {
+    if (used_ == kBufferSize) {
       FlushBuffer();
     }
-    buffer_.push_back(c);
+    buffer_[used_++] = c;
   }
   void Flush() {}
 
  private:
+  static constexpr std::size_t kBufferSize = 65536;
+
   [[noreturn]] void Fail(int error) const;
   void FlushBuffer();
   void WriteAll(const char* data, std::size_t size);
@@ -43,7 +46,8 @@ class KVXSPTJSON_EXPORT CAtomicFile {
   std::string path_;
   std::string target_;
   std::string temporary_;
-  std::string buffer_;
+  std::unique_ptr<char[]> buffer_;
+  std::size_t used_ = 0;
   int descriptor_ = -1;
 };
 

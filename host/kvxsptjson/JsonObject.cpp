@@ -10,15 +10,14 @@
 #include "kvxsptexception/KVXException.h"
 #include "kvxsptjson/AtomicFile.h"
 #include "kvxsptjson/File.h"
-#include "kvxsptjson/JsonParser.h"
+#include "kvxsptjson/detail/JsonParser.h"
+#include "kvxsptjson/detail/JsonTextWriter.h"
 
 namespace {
 
 using rapidjson::Document;
 using rapidjson::SizeType;
 using rapidjson::Value;
-
-constexpr unsigned kIndent = 2;
 
 [[noreturn]] void FailMissing(const std::string& key) {
   throw CKVXException(kvx::kJsonMemberMissing, "json member [" + key + "] not exist!");
@@ -29,7 +28,12 @@ constexpr unsigned kIndent = 2;
 }
 
 Value::StringRefType Reference(const std::string& text) {
-  return Value::StringRefType(text.data(), static_cast<SizeType>(text.size()));
+  return {text.data(), static_cast<SizeType>(text.size())};
+}
+
+/// RapidJSON's constructor of a reference and an allocator would end the text at its first NUL byte.
+Value Copy(const std::string& text, Document::AllocatorType& allocator) {
+  return {text.data(), static_cast<SizeType>(text.size()), allocator};
 }
 
 std::string Text(const Value& string) {
@@ -65,13 +69,6 @@ bool ReadStringArray(const Value& value, std::list<std::string>& texts) {
   return true;
 }
 
-template <typename Stream>
-void WriteTo(Stream& stream, const Value& value) {
-  rapidjson::PrettyWriter<Stream> writer(stream);
-  writer.SetIndent(' ', kIndent);
-  value.Accept(writer);
-}
-
 }  // namespace
 
 CJsonObject::CJsonObject() : document_(kvx::NewDocument()), value_(document_.get()) {
@@ -98,14 +95,17 @@ void CJsonObject::CreateFromText(const std::string& text, const std::string& nam
 
 void CJsonObject::SaveToFile(const std::string& path) const {
   kvx::CAtomicFile file(path);
-  WriteTo(file, *document_);
+  kvx::CJsonTextWriter writer(file);
+  document_->Accept(writer);
   file.Put('\n');
   file.Commit();
 }
 
 std::string CJsonObject::ToText() const {
   rapidjson::StringBuffer buffer;
-  WriteTo(buffer, *value_);
+  rapidjson::PrettyWriter<rapidjson::StringBuffer> writer(buffer);
+  writer.SetIndent(' ', 2);
+  value_->Accept(writer);
   return {buffer.GetString(), buffer.GetSize()};
 }
 
@@ -115,6 +115,11 @@ bool CJsonObject::IsObject() const {
 
 bool CJsonObject::HasMember(const std::string& key) const {
   return Find(key) != nullptr;
+}
+
+bool CJsonObject::IsString(const std::string& key) const {
+  const Value* value = Find(key);
+  return value != nullptr && value->IsString();
 }
 
 void CJsonObject::GetAllKey(std::list<std::string>& keys) const {
@@ -253,11 +258,11 @@ void CJsonObject::SetMember(const std::string& key, Value& value) {
   }
   RequireObject();
   Document::AllocatorType& allocator = document_->GetAllocator();
-  value_->AddMember(Value(Reference(key), allocator), value, allocator);
+  value_->AddMember(Copy(key, allocator), value, allocator);
 }
 
 void CJsonObject::SetStringValue(const std::string& key, const std::string& value) {
-  Value text(Reference(value), document_->GetAllocator());
+  Value text = Copy(value, document_->GetAllocator());
   SetMember(key, text);
 }
 
@@ -271,7 +276,7 @@ void CJsonObject::SetStringArrayValue(const std::string& key, const std::list<st
   Value array(rapidjson::kArrayType);
   array.Reserve(static_cast<SizeType>(values.size()), allocator);
   for (const std::string& value : values) {
-    array.PushBack(Value(Reference(value), allocator), allocator);
+    array.PushBack(Copy(value, allocator), allocator);
   }
   SetMember(key, array);
 }
@@ -291,8 +296,11 @@ void CJsonObject::SetObjectValue(const std::string& key, const std::shared_ptr<C
   Document::AllocatorType& allocator = document_->GetAllocator();
   // The copy comes first: the object may be a view on the very member that is removed.
   Value copy = object != nullptr ? Value(*object->value_, allocator) : Value();
-  value_->EraseMember(Value(Reference(key)));
-  value_->AddMember(Value(Reference(key), allocator), copy, allocator);
+  const Value name(Reference(key));
+  while (value_->EraseMember(name)) {
+    // A parsed object may hold the member more than once.
+  }
+  value_->AddMember(Copy(key, allocator), copy, allocator);
 }
 
 std::uint32_t CJsonObject::GetLastError() const noexcept {

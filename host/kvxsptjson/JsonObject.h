@@ -55,6 +55,8 @@ class KVXSPTJSON_EXPORT CJsonObject {
   /// Whether the node is an object. False only for views on parsed values of other types.
   bool IsObject() const;
   bool HasMember(const std::string& key) const;
+  /// Whether the member is there and a string; unlike GetPropertyStringValue, which takes numbers as well.
+  bool IsString(const std::string& key) const;
   /// Fills `keys` with the member names in document order; what it held before is dropped.
   void GetAllKey(std::list<std::string>& keys) const;
 

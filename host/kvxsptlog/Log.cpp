@@ -12,7 +12,7 @@
 
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptexception/KVXException.h"
-#include "kvxsptlog/OneLineLayout.h"
+#include "kvxsptlog/detail/OneLineLayout.h"
 
 namespace {
 

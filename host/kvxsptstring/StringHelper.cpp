@@ -1,19 +1,10 @@
 #include "kvxsptstring/StringHelper.h"
 
-#include <algorithm>
-#include <array>
-#include <cstdio>
-
-namespace {
-
-char LowerAscii(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-}  // namespace
-
 void CStringHelper::ToLower(std::string& text) {
-  std::transform(text.begin(), text.end(), text.begin(), LowerAscii);
+  for (char& c : text) {
+    const bool isUpper = static_cast<unsigned char>(c - 'A') < 26U;
+    c = static_cast<char>(c + (isUpper ? 'a' - 'A' : 0));
+  }
 }
 
 int CStringHelper::StringCompare(const std::string& a, const std::string& b, bool ignoreCase) {
@@ -37,9 +28,8 @@ std::string CStringHelper::ToVisible(const std::string& text) {
     } else if (c == '\t') {
       visible += "\\t";
     } else if (byte < 0x20 || byte == 0x7F) {
-      std::array<char, 8> escape{};
-      std::snprintf(escape.data(), escape.size(), "\\x%02X", static_cast<unsigned>(byte));
-      visible += escape.data();
+      constexpr const char* kDigits = "0123456789ABCDEF";
+      visible += {'\\', 'x', kDigits[byte / 16U], kDigits[byte % 16U]};
     } else {
       visible += c;
     }

@@ -15,7 +15,7 @@ std::shared_ptr<CJsonObject> CUpgradeStrategy::GetParameter() const {
 }
 
 void CUpgradeStrategy::SetParameter(const std::shared_ptr<CJsonObject>& parameter) {
-  parameter_ = parameter;
+  parameter_ = parameter != nullptr ? parameter : std::make_shared<CJsonObject>();
 }
 
 std::shared_ptr<CJsonObject> CUpgradeStrategy::GetResult() const {

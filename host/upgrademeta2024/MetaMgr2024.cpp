@@ -21,8 +21,6 @@ std::shared_ptr<CMetaDictionary2024> Load(const std::string& side, const std::st
 
 CMetaMgr2024::CMetaMgr2024() = default;
 
-CMetaMgr2024::~CMetaMgr2024() = default;
-
 CMetaMgr2024& CMetaMgr2024::Instance() {
   static CMetaMgr2024 instance;
   return instance;

@@ -25,5 +25,5 @@ class UPGRADEMETA2024_EXPORT CMetaMgr2024 {
 
  private:
   CMetaMgr2024();
-  ~CMetaMgr2024();
+  ~CMetaMgr2024() = default;
 };

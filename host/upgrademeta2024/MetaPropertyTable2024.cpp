@@ -15,13 +15,35 @@ struct CMetaPropertyTable2024::SBlock {
   std::vector<CMetaProperty2024> properties;
   // Positions ordered by lower-cased name and, among equal names, by position.
   std::vector<std::uint32_t> byName;
+  std::optional<std::pair<std::size_t, std::size_t>> repeatedName;
+  bool finished = false;
 
   std::string LowerName(std::uint32_t position) const {
     std::string name = properties[position].GetInternalName();
     CStringHelper::ToLower(name);
     return name;
   }
+  void SortNames();
 };
+
+void CMetaPropertyTable2024::SBlock::SortNames() {
+  std::vector<std::string> names;
+  names.reserve(properties.size());
+  for (std::uint32_t i = 0; i < properties.size(); ++i) {
+    names.push_back(LowerName(i));
+  }
+  byName.resize(properties.size());
+  std::iota(byName.begin(), byName.end(), 0U);
+  std::sort(byName.begin(), byName.end(), [&names](std::uint32_t a, std::uint32_t b) {
+    const int order = names[a].compare(names[b]);
+    return order < 0 || (order == 0 && a < b);
+  });
+  for (std::size_t i = 1; i < byName.size(); ++i) {
+    if (names[byName[i - 1]] == names[byName[i]] && (!repeatedName || byName[i] < repeatedName->second)) {
+      repeatedName.emplace(byName[i - 1], byName[i]);
+    }
+  }
+}
 
 CMetaPropertyTable2024::CMetaPropertyTable2024() : block_(std::make_shared<SBlock>()) {}
 
@@ -52,17 +74,13 @@ void CMetaPropertyTable2024::Add(const SMetaPropertyValues2024& values) {
 }
 
 void CMetaPropertyTable2024::Finish() {
+  if (block_->finished) {
+    return;
+  }
   block_->texts.shrink_to_fit();
   block_->properties.shrink_to_fit();
-  const std::size_t size = block_->properties.size();
-  std::vector<std::string> names(size);
-  for (std::uint32_t i = 0; i < size; ++i) {
-    names[i] = block_->LowerName(i);
-  }
-  block_->byName.resize(size);
-  std::iota(block_->byName.begin(), block_->byName.end(), 0U);
-  std::stable_sort(block_->byName.begin(), block_->byName.end(),
-                   [&names](std::uint32_t a, std::uint32_t b) { return names[a] < names[b]; });
+  block_->SortNames();
+  block_->finished = true;
 }
 
 std::size_t CMetaPropertyTable2024::GetSize() const {
@@ -74,15 +92,7 @@ const CMetaProperty2024& CMetaPropertyTable2024::At(std::size_t index) const {
 }
 
 std::optional<std::pair<std::size_t, std::size_t>> CMetaPropertyTable2024::FindRepeatedName() const {
-  std::optional<std::pair<std::size_t, std::size_t>> found;
-  const std::vector<std::uint32_t>& byName = block_->byName;
-  for (std::size_t i = 1; i < byName.size(); ++i) {
-    const bool earlier = !found || byName[i] < found->second;
-    if (earlier && block_->LowerName(byName[i - 1]) == block_->LowerName(byName[i])) {
-      found.emplace(byName[i - 1], byName[i]);
-    }
-  }
-  return found;
+  return block_->repeatedName;
 }
 
 std::list<std::shared_ptr<CMetaProperty2024>> CMetaPropertyTable2024::GetProperties() const {

@@ -26,7 +26,8 @@ class UPGRADEMETA2024_EXPORT CMetaPropertyTable2024 {
   /// Appends a property. No property may have been handed out yet.
   /// Throws CKVXException (kvx::kMetamodelError) when the texts of all properties together exceed 4 GiB.
   void Add(const SMetaPropertyValues2024& values);
-  /// Ends filling: gives back what was reserved in advance and sorts the names.
+  /// Ends filling: gives back what was reserved in advance and sorts the names. The element that a table is moved into
+  /// calls it as well; a second call does nothing.
   void Finish();
 
   std::size_t GetSize() const;

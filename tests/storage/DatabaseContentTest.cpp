@@ -203,12 +203,11 @@ const std::vector<SStatementCase> kEdits = {
      "class [\u00C9]"},
 };
 
-#define INSTANTIATE(suite, cases)                                                                            \
-  INSTANTIATE_TEST_SUITE_P(Sqlite, suite,                                                                    \
-                           testing::Combine(testing::Values(EStorage::kSqlite), testing::ValuesIn(cases)),   \
-                           ParameterName);                                                                   \
-  INSTANTIATE_TEST_SUITE_P(Postgresql, suite,                                                                \
-                           testing::Combine(testing::Values(EStorage::kPostgresql), testing::ValuesIn(cases)), \
+#define INSTANTIATE(suite, cases)                                                                                    \
+  INSTANTIATE_TEST_SUITE_P(                                                                                          \
+      Sqlite, suite, testing::Combine(testing::Values(EStorage::kSqlite), testing::ValuesIn(cases)), ParameterName); \
+  INSTANTIATE_TEST_SUITE_P(Postgresql, suite,                                                                        \
+                           testing::Combine(testing::Values(EStorage::kPostgresql), testing::ValuesIn(cases)),       \
                            ParameterName)
 
 INSTANTIATE(CDatabaseEnforcesTest, kRefusedStatements);

@@ -15,9 +15,9 @@ namespace test {
 namespace {
 
 std::string Text() {
-  static const std::vector<std::string> pieces = {"a",  "B",  "z",  "Z",      "0",      "'",      "\"",     "\\", ";",
-                                                  "%",  "--", "/*", "\n",     "\t",     "\x01",   "\x7F",   " ",  ":v0",
-                                                  "$1", "?",  "{",  "\u00C9", "\u00E9", "\u4E16", "\U0001F600"};
+  static const std::vector<std::string> pieces = {
+      "a",  "B",    "z",    "Z", "0",   "'",  "\"", "\\", ";",      "%",      "--",     "/*",        "\n",
+      "\t", "\x01", "\x7F", " ", ":v0", "$1", "?",  "{",  "\u00C9", "\u00E9", "\u4E16", "\U0001F600"};
   std::string text;
   for (const std::string& piece : *rc::gen::container<std::vector<std::string>>(rc::gen::elementOf(pieces))) {
     text += piece;

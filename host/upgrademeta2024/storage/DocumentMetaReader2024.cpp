@@ -67,7 +67,7 @@ class CReader {
     }
     auto dictionary = std::make_shared<CMetaDictionary2024>();
     bool hasGeneration = false;
-    Members(document.get_object(), kDictionaryMembers, [&](std::size_t member, Value value) {
+    Members(document.get_object(), kDictionaryMembers, [&](std::size_t member, Value& value) {
       switch (member) {
         case 0:
           hasGeneration = true;
@@ -96,11 +96,11 @@ class CReader {
 
  private:
   template <typename Element, typename Add>
-  void ReadClasses(Value list, const Add& add) {
+  void ReadClasses(Value& list, const Add& add) {
     std::vector<std::string> names;
-    Items(list, [&](std::size_t, Value item) {
+    Items(list, [&](std::size_t, Value& item) {
       SMetaClassValues2024 values;
-      Object(item, kClassMembers, [&](std::size_t member, Value value) {
+      Object(item, kClassMembers, [&](std::size_t member, Value& value) {
         switch (member) {
           case 0:
             values.internalName = Name(value);
@@ -115,7 +115,7 @@ class CReader {
             values.tableName = Text(value);
             break;
           case 4:
-            Items(value, [&](std::size_t, Value name) { values.behaviors.emplace_back(Text(name)); });
+            Items(value, [&](std::size_t, Value& name) { values.behaviors.emplace_back(Text(name)); });
             break;
           default:
             ReadProperties(value, values.properties);
@@ -125,11 +125,11 @@ class CReader {
     });
   }
 
-  void ReadBehaviors(Value list, CMetaDictionary2024& dictionary) {
+  void ReadBehaviors(Value& list, CMetaDictionary2024& dictionary) {
     std::vector<std::string> names;
-    Items(list, [&](std::size_t, Value item) {
+    Items(list, [&](std::size_t, Value& item) {
       SMetaBehaviorValues2024 values;
-      Object(item, kBehaviorMembers, [&](std::size_t member, Value value) {
+      Object(item, kBehaviorMembers, [&](std::size_t member, Value& value) {
         switch (member) {
           case 0:
             values.internalName = Name(value);
@@ -149,12 +149,12 @@ class CReader {
     });
   }
 
-  void ReadMethods(Value list, std::list<std::shared_ptr<CMetaMethod2024>>& methods) {
+  void ReadMethods(Value& list, std::list<std::shared_ptr<CMetaMethod2024>>& methods) {
     std::unordered_map<std::string, std::size_t> positions;
-    Items(list, [&](std::size_t index, Value item) {
+    Items(list, [&](std::size_t index, Value& item) {
       std::string internalName;
       std::string displayName;
-      Object(item, kMethodMembers, [&](std::size_t member, Value value) {
+      Object(item, kMethodMembers, [&](std::size_t member, Value& value) {
         if (member == 0) {
           internalName = Name(value);
         } else {
@@ -172,10 +172,10 @@ class CReader {
     });
   }
 
-  void ReadProperties(Value list, CMetaPropertyTable2024& properties) {
-    Items(list, [&](std::size_t, Value item) {
+  void ReadProperties(Value& list, CMetaPropertyTable2024& properties) {
+    Items(list, [&](std::size_t, Value& item) {
       SMetaPropertyValues2024 values;
-      Object(item, kPropertyMembers, [&](std::size_t member, Value value) {
+      Object(item, kPropertyMembers, [&](std::size_t member, Value& value) {
         switch (member) {
           case 0:
             values.internalName = Name(value);
@@ -232,12 +232,16 @@ class CReader {
 
   /// Calls `item(index, value)` for each item of an array.
   template <typename Item>
-  void Items(Value list, const Item& item) {
+  void Items(Value& list, const Item& item) {
     RequireType(list, json_type::array);
     std::size_t index = 0;
-    for (auto value : list.get_array()) {
+    for (simdjson::simdjson_result<Value> result : list.get_array()) {
+      if (result.error() != simdjson::SUCCESS) {
+        throw simdjson::simdjson_error(result.error());
+      }
       place_.Enter(index);
-      item(index, value.value());
+      Value&& value = std::move(result).value_unsafe();
+      item(index, value);
       place_.Leave();
       ++index;
     }
@@ -245,7 +249,7 @@ class CReader {
 
   /// An object in which "internal_name", the first of the known members, is required.
   template <std::size_t N, typename Member>
-  void Object(Value value, const std::array<std::string_view, N>& known, const Member& member) {
+  void Object(Value& value, const std::array<std::string_view, N>& known, const Member& member) {
     RequireType(value, json_type::object);
     if ((Members(value.get_object(), known, member) & 1U) == 0) {
       Fail("member \"internal_name\" is missing");
@@ -257,11 +261,21 @@ class CReader {
   std::uint32_t Members(simdjson::ondemand::object object, const std::array<std::string_view, N>& known,
                         const Member& member) {
     std::uint32_t seen = 0;
-    for (auto field : object) {
+    std::size_t next = 0;
+    for (simdjson::simdjson_result<simdjson::ondemand::field> result : object) {
+      if (result.error() != simdjson::SUCCESS) {
+        throw simdjson::simdjson_error(result.error());
+      }
+      // In place: copies of a value made for each member take as long as the parsing.
+      simdjson::ondemand::field&& field = std::move(result).value_unsafe();
       const simdjson::ondemand::raw_json_string raw = field.key();
-      std::size_t position = 0;
-      while (position < N && !raw.unsafe_is_equal(known[position])) {
-        ++position;
+      // Documents mostly keep one order of members, so the one after the last is tried first.
+      std::size_t position = next;
+      if (position == N || !raw.unsafe_is_equal(known[position])) {
+        position = 0;
+        while (position < N && !raw.unsafe_is_equal(known[position])) {
+          ++position;
+        }
       }
       if (position == N) {
         // A known name may be written with escapes.
@@ -278,18 +292,31 @@ class CReader {
         Fail("the member stands twice");
       }
       seen |= 1U << position;
+      next = position + 1;
       member(position, field.value());
       place_.Leave();
     }
     return seen;
   }
 
-  std::string_view Text(Value value) {
+  /// The content of a string; valid until the reader's end.
+  std::string_view Text(Value& value) {
     RequireType(value, json_type::string);
-    return value.get_string();
+    // A token reaches up to the next one. The parser has validated its characters, so without an escape in it the
+    // string can be used where it stands.
+    std::string_view token = value.raw_json_token();
+    token = token.substr(0, token.find_last_not_of(" \t\r\n") + 1);
+    if (token.size() >= 2 && token.back() == '"') {
+      const std::string_view content = token.substr(1, token.size() - 2);
+      if (content.find('\\') == std::string_view::npos) {
+        return content;
+      }
+    }
+    const std::string_view text = value.get_string();
+    return text;
   }
 
-  std::string_view Name(Value value) {
+  std::string_view Name(Value& value) {
     const std::string_view name = Text(value);
     if (name.empty()) {
       Fail("the name is empty");
@@ -297,17 +324,18 @@ class CReader {
     return name;
   }
 
-  std::uint32_t Uint32(Value value) {
+  std::uint32_t Uint32(Value& value) {
     return static_cast<std::uint32_t>(Number(value, std::numeric_limits<std::uint32_t>::max()));
   }
 
-  std::uint64_t Number(Value value, std::uint64_t max) {
+  std::uint64_t Number(Value& value, std::uint64_t max) {
     RequireType(value, json_type::number);
     std::string_view token = value.raw_json_token();
     token = token.substr(0, token.find_last_not_of(" \t\r\n") + 1);
     std::uint64_t number = 0;
     if (value.get_uint64().get(number) != simdjson::SUCCESS || number > max) {
-      Fail("expected a whole number from 0 to " + std::to_string(max) + ", found " + std::string(token));
+      Fail("expected a whole number from 0 to " + std::to_string(max) + ", found " +
+           CStringHelper::ToVisible(std::string(token)));
     }
     return number;
   }
@@ -350,8 +378,11 @@ std::shared_ptr<CMetaDictionary2024> ReadMetaDocument2024(const std::string& pat
 
   simdjson::ondemand::parser parser;
   simdjson::ondemand::document document;
+  // A document that iterate() has refused cannot be asked for its location.
+  bool iterating = false;
   try {
     document = parser.iterate(text.data(), text.size(), file.capacity() - begin);
+    iterating = true;
     std::shared_ptr<CMetaDictionary2024> dictionary = CReader().Read(document);
     // A location is left only where text follows the root's end.
     if (document.current_location().error() == simdjson::SUCCESS) {
@@ -362,7 +393,7 @@ std::shared_ptr<CMetaDictionary2024> ReadMetaDocument2024(const std::string& pat
     throw CKVXException(kvx::kMalformedDocument, name + ": " + error.message);
   } catch (const simdjson::simdjson_error& error) {
     const char* location = nullptr;
-    const bool located = document.current_location().get(location) == simdjson::SUCCESS;
+    const bool located = iterating && document.current_location().get(location) == simdjson::SUCCESS;
     const std::size_t offset = FindJsonTextFault(text, error.error(), located ? location - text.data() : -1);
     throw CKVXException(kvx::kMalformedDocument, name + ":" + kvx::LineAndColumn(file.data(), begin + offset) + ": " +
                                                      JsonTextFaultMessage(error.error()));

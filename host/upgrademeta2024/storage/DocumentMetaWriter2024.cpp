@@ -1,19 +1,18 @@
 #include "upgrademeta2024/storage/DocumentMetaWriter2024.h"
 
-#include <rapidjson/prettywriter.h>
-
 #include <list>
 #include <memory>
 #include <string_view>
 
 #include "kvxsptjson/AtomicFile.h"
+#include "kvxsptjson/detail/JsonTextWriter.h"
 #include "upgrademeta2024/MetaDictionary2024.h"
 
 namespace {
 
 class CWriter {
  public:
-  explicit CWriter(kvx::CAtomicFile& file) : writer_(file) { writer_.SetIndent(' ', 2); }
+  explicit CWriter(kvx::CAtomicFile& file) : writer_(file) {}
 
   void Dictionary(const CMetaDictionary2024& dictionary) {
     writer_.StartObject();
@@ -94,7 +93,7 @@ class CWriter {
   void Key(std::string_view key) { writer_.Key(key.data(), static_cast<rapidjson::SizeType>(key.size())); }
   void Text(std::string_view text) { writer_.String(text.data(), static_cast<rapidjson::SizeType>(text.size())); }
 
-  rapidjson::PrettyWriter<kvx::CAtomicFile> writer_;
+  kvx::CJsonTextWriter writer_;
 };
 
 }  // namespace

@@ -1,16 +1,19 @@
 #include "upgrademeta2024/storage/JsonPlace.h"
 
+#include <algorithm>
+
 #include "kvxsptstring/StringHelper.h"
 
 std::string CJsonPlace::ToPointer() const {
   std::string pointer;
-  for (const SStep& step : steps_) {
+  for (std::size_t i = 0; i < std::min(depth_, kMaxDepth); ++i) {
+    const SStep& step = steps_[i];
     pointer += '/';
-    if (!step.isKey) {
-      pointer += std::to_string(step.index);
+    if (step.key == nullptr) {
+      pointer += std::to_string(step.sizeOrIndex);
       continue;
     }
-    for (const char c : step.key) {
+    for (const char c : std::string_view(step.key, step.sizeOrIndex)) {
       if (c == '~') {
         pointer += "~0";
       } else if (c == '/') {

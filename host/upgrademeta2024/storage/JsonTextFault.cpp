@@ -49,18 +49,31 @@ std::size_t FirstControlInString(std::string_view text) {
   return text.size();
 }
 
+// An invalid escape sequence is found when its string has been passed; the place is the quote that closes the string.
+std::size_t EndOfStringBefore(std::string_view text, std::size_t location) {
+  const std::size_t quote = location > 0 ? text.rfind('"', location - 1) : std::string_view::npos;
+  return quote != std::string_view::npos ? quote : location;
+}
+
 }  // namespace
 
 std::size_t FindJsonTextFault(std::string_view text, simdjson::error_code error, std::ptrdiff_t location) {
+  const std::size_t given = location < 0 ? text.size() : std::min(static_cast<std::size_t>(location), text.size());
   switch (error) {
     case simdjson::UTF8_ERROR:
       return FirstInvalidUtf8(text);
     case simdjson::UNESCAPED_CHARS:
+    case simdjson::UNCLOSED_STRING:
+      // A string that lacks its closing quote runs on over the end of its line.
       return FirstControlInString(text);
+    case simdjson::INCOMPLETE_ARRAY_OR_OBJECT:
+      return text.find_last_not_of(" \t\r\n") + 1;
+    case simdjson::STRING_ERROR:
+      return EndOfStringBefore(text, given);
     case simdjson::EMPTY:
       return 0;
     default:
-      return location < 0 ? text.size() : std::min(static_cast<std::size_t>(location), text.size());
+      return given;
   }
 }
 
@@ -79,7 +92,7 @@ std::string JsonTextFaultMessage(simdjson::error_code error) {
     case simdjson::TRAILING_CONTENT:
       return "text stands after the end of the document";
     case simdjson::INCOMPLETE_ARRAY_OR_OBJECT:
-      return "an object or array is not closed";
+      return "the document does not end with the } of its object; it is cut off, or text stands after it";
     case simdjson::CAPACITY:
     case simdjson::MEMALLOC:
       return "the document is too large";

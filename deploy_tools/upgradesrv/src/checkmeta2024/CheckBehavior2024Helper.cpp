@@ -36,8 +36,6 @@ CCheckBehavior2024Helper::CCheckBehavior2024Helper(const CMetaBehavior2024& clie
                                                    const CMetaBehavior2024& originalBehavior)
     : clientBehavior_(clientBehavior), originalBehavior_(originalBehavior) {}
 
-CCheckBehavior2024Helper::~CCheckBehavior2024Helper() = default;
-
 bool CCheckBehavior2024Helper::CheckBehavior(std::shared_ptr<CJsonObject>& entry) {
   MethodList deleted;
   MethodList inserted;

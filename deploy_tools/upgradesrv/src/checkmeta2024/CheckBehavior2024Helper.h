@@ -15,7 +15,7 @@ class CMetaMethod2024;
 class CHECKMETA2024_EXPORT CCheckBehavior2024Helper {
  public:
   CCheckBehavior2024Helper(const CMetaBehavior2024& clientBehavior, const CMetaBehavior2024& originalBehavior);
-  ~CCheckBehavior2024Helper();
+  ~CCheckBehavior2024Helper() = default;
 
   /// True when nothing differs; `entry` (not null, empty) then stays empty. Otherwise it gets the client's element JSON
   /// once, at the first difference, and

@@ -44,8 +44,6 @@ bool AppendMissing(const std::list<std::string>& names, const std::list<std::str
 CCheckClass2024Helper::CCheckClass2024Helper(const CMetaClass2024& clientClass, const CMetaClass2024& originalClass)
     : clientClass_(clientClass), originalClass_(originalClass) {}
 
-CCheckClass2024Helper::~CCheckClass2024Helper() = default;
-
 bool CCheckClass2024Helper::CheckClass(std::shared_ptr<CJsonObject>& entry) {
   std::list<std::string> deleted;
   std::list<std::string> inserted;

@@ -14,7 +14,7 @@ class CMetaClass2024;
 class CHECKMETA2024_EXPORT CCheckClass2024Helper {
  public:
   CCheckClass2024Helper(const CMetaClass2024& clientClass, const CMetaClass2024& originalClass);
-  ~CCheckClass2024Helper();
+  ~CCheckClass2024Helper() = default;
 
   /// True when nothing differs; `entry` (not null, empty) then stays empty. Otherwise it gets the client's element JSON
   /// once, at the first difference, and

@@ -19,8 +19,6 @@ constexpr checkmeta::SPropertyCheckLog kPropertyLog = {__FILE__,
 CCheckLink2024Helper::CCheckLink2024Helper(const CMetaLink2024& clientLink, const CMetaLink2024& originalLink)
     : clientLink_(clientLink), originalLink_(originalLink) {}
 
-CCheckLink2024Helper::~CCheckLink2024Helper() = default;
-
 bool CCheckLink2024Helper::CheckLink(std::shared_ptr<CJsonObject>& entry) {
   const bool passed = checkmeta::CheckElementProperties(clientLink_, originalLink_, entry);
   if (!passed) {

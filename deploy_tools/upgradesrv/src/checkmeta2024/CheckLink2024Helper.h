@@ -12,7 +12,7 @@ class CMetaLink2024;
 class CHECKMETA2024_EXPORT CCheckLink2024Helper {
  public:
   CCheckLink2024Helper(const CMetaLink2024& clientLink, const CMetaLink2024& originalLink);
-  ~CCheckLink2024Helper();
+  ~CCheckLink2024Helper() = default;
 
   /// True when nothing differs; `entry` (not null, empty) then stays empty. Otherwise it gets the property findings
   /// (see CCheckProperty2024Interface) and after them the client's element JSON.

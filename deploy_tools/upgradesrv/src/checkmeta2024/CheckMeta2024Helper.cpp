@@ -60,7 +60,9 @@ bool CheckWithDocument(const CMetaDictionary2024& clientDictionary, const CMetaD
   if (findings.passed) {
     return true;
   }
-  const auto kindObject = std::make_shared<CJsonObject>();
+  // The kind object is filled where it stays: a large one is not copied once more.
+  checkResult.SetObjectValue(Kind::Key(), std::make_shared<CJsonObject>());
+  const std::shared_ptr<CJsonObject> kindObject = checkResult.GetObjectValue(Kind::Key());
   // Each list has been copied once it is set; a large one need not stay beside its copies.
   const auto moveInto = [&kindObject](const std::string& key, std::list<std::shared_ptr<CJsonObject>>& entries) {
     checkmeta::SetArrayUnlessEmpty(*kindObject, key, entries);
@@ -69,7 +71,6 @@ bool CheckWithDocument(const CMetaDictionary2024& clientDictionary, const CMetaD
   moveInto(Kind::InsertedKey(), findings.inserted);
   moveInto(Kind::UpdatedKey(), findings.updated);
   moveInto(Kind::DeletedKey(), findings.deleted);
-  checkResult.SetObjectValue(Kind::Key(), kindObject);
   return false;
 }
 

@@ -15,12 +15,13 @@ class CMetaDictionary2024;
 /// A check with a document answers true when no element of the kind was changed or deleted; it then writes nothing, not
 /// even insertions. Otherwise it sets one member of the document, replacing one of that name:
 ///
-///     "class":    { "inserted_classes":   [element JSON…], "updated_classes":   [entry…], "deleted_classes": [element
-///     JSON…] } "link":     { "inserted_links":     …,               "updated_links":     …,        "deleted_links": …
-///     } "behavior": { "inserted_behaviors": …,               "updated_behaviors": …,        "deleted_behaviors": … }
+///     "class":    { "inserted_classes": […],   "updated_classes": […],   "deleted_classes": […] }
+///     "link":     { "inserted_links": […],     "updated_links": […],     "deleted_links": […] }
+///     "behavior": { "inserted_behaviors": […], "updated_behaviors": […], "deleted_behaviors": […] }
 ///
-/// in this order, each array present only when it has items: inserted and updated in the order of the client's list,
-/// deleted in that of the original's. For the entries see CCheckClass2024Helper, CCheckLink2024Helper and
+/// in this order, each array present only when it has items. Inserted elements, in the order of the client's list, and
+/// deleted ones, in that of the original's, stand as element JSON (see CMeta2024ToJsonConverter); updated ones, in the
+/// order of the client's list, as the entries of CCheckClass2024Helper, CCheckLink2024Helper and
 /// CCheckBehavior2024Helper.
 ///
 /// A check without a document answers true, or logs the first changed or deleted element and throws CKVXException with

@@ -17,8 +17,7 @@ class CMetaProperty2024;
 /// Findings in a result object, each member present only when it has items, in this order:
 /// - "deleted_properties", "inserted_properties": element JSON of what only the original or only the client has, in the
 ///   order of that side's list;
-/// - "updated_properties": the property update entries (see CCheckProperty2024Helper) in the order of the client's
-/// list.
+/// - "updated_properties": property update entries (see CCheckProperty2024Helper), in the order of the client's list.
 class CHECKMETA2024_EXPORT CCheckProperty2024Interface {
  public:
   using PropertyList = std::list<std::shared_ptr<CMetaProperty2024>>;

@@ -1,6 +1,7 @@
 #include "checkmeta2024/ErrorLog.h"
 
 #include <ios>
+#include <locale>
 #include <sstream>
 
 #include "kvxsptlog/Log.h"
@@ -15,6 +16,8 @@ constexpr int kLogLevel = 40000;
 
 std::string CodedMessage(const std::string& message, std::uint32_t code) {
   std::ostringstream text;
+  // The process may have set a locale that groups digits.
+  text.imbue(std::locale::classic());
   text << message << "<hr=0x" << std::uppercase << std::hex << code << ">";
   return text.str();
 }

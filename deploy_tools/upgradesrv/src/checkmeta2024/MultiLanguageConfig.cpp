@@ -2,6 +2,7 @@
 
 #include "kvxsptjson/JsonObject.h"
 
+// NOLINTNEXTLINE(modernize-pass-by-value): the parameter's type is the contract
 CMultiLanguageConfig::CMultiLanguageConfig(const std::shared_ptr<CJsonObject>& json) : json_(json) {}
 
 CMultiLanguageConfig::CMultiLanguageConfig(const CMultiLanguageConfig&) = default;

@@ -3,11 +3,14 @@
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
+#include <algorithm>
 #include <exception>
 #include <functional>
 #include <new>
 #include <optional>
+#include <sstream>
 #include <string>
+#include <vector>
 
 #include "kvxsptexception/KVXException.h"
 #include "kvxsptstring/StringHelper.h"
@@ -31,35 +34,61 @@ constexpr const char* kLocationHelp =
 /// The command that the parsed arguments ask for.
 using Command = std::function<EExitStatus()>;
 
-/// Defines one option whose value overrides something only when it is given.
-template <typename Value>
-CLI::Option* AddOverride(CLI::App& app, const std::string& name, std::optional<Value>& value, const std::string& help) {
-  return app.add_option_function<Value>(
-      name, [&value](const Value& given) { value = given; }, help);
+std::vector<std::string> SplitAtCommas(const std::string& list) {
+  std::vector<std::string> items;
+  std::istringstream stream(list);
+  for (std::string item; std::getline(stream, item, ',');) {
+    items.push_back(item);
+  }
+  return items;
+}
+
+/// Refuses empty values: of a script's unset variable for example, which must not pass for a choice.
+void RequireValues(CLI::App& app) {
+  for (CLI::Option* option : app.get_options()) {
+    option->check([](const std::string& value) { return std::string(value.empty() ? "the value is empty" : ""); });
+  }
 }
 
 void DefineRun(CLI::App& app, SRunArguments& arguments, Command& command) {
   CLI::App& run = *app.add_subcommand("run", "Run the upgrade strategies that UPGRADE_DIR/upgrade.json names");
   run.add_option("UPGRADE_DIR", arguments.directory, "The upgrade configuration directory")->required();
-  AddOverride(run, "--lang", arguments.overrides.lang, "Language of the report, for example en")->type_name("CODE");
-  AddOverride(run, "--original", arguments.overrides.originalLocation,
+  const auto addOverride = [&run](const std::string& name, std::optional<std::string>& value, const std::string& help) {
+    return run.add_option_function<std::string>(
+        name, [&value](const std::string& given) { value = given; }, help);
+  };
+  addOverride("--lang", arguments.overrides.lang, "Language of the report, for example en")->type_name("CODE");
+  addOverride("--original", arguments.overrides.originalLocation,
               "Metamodel as shipped, relative to the current directory")
       ->type_name("LOCATION");
-  AddOverride(run, "--client", arguments.overrides.clientLocation,
+  addOverride("--client", arguments.overrides.clientLocation,
               "Metamodel of the installation, relative to the current directory")
       ->type_name("LOCATION");
-  AddOverride(run, "--elements", arguments.overrides.elements,
-              "Kinds of elements to check, in this order: class, link, behavior")
+  // A list of our own: the parser's would drop empty items and go on into the arguments that follow.
+  run.add_option_function<std::string>(
+         "--elements", [&arguments](const std::string& list) { arguments.overrides.elements = SplitAtCommas(list); },
+         "Kinds of elements to check, in this order: class, link, behavior")
       ->type_name("KIND[,KIND...]")
-      ->delimiter(',');
-  run.add_option("--module-dir", arguments.moduleDirectory, "Where modules are found, lib<name>.so")
-      ->type_name("DIR")
-      ->default_str("the directory \"modules\" beside the executable");
+      ->check([](const std::string& list) {
+        const bool emptyItem = ("," + list + ",").find(",,") != std::string::npos;
+        return std::string(emptyItem ? "a kind is empty" : "");
+      });
+  run.add_option("--module-dir", arguments.moduleDirectory,
+                 "Where modules are found, lib<name>.so; without it the directory \"modules\" beside the executable")
+      ->type_name("DIR");
+  RequireValues(run);
   run.footer(
       "Reports go to standard output, notes and log lines to standard error.\n"
       "Exit status: 0 nothing to report, 1 differences reported, 2 trouble.\n" +
       std::string(kLocationHelp));
-  run.callback([&] { command = [&] { return RunUpgrade(arguments); }; });
+  run.callback([&] {
+    command = [&] {
+      if (arguments.moduleDirectory.empty()) {
+        arguments.moduleDirectory = DefaultModuleDirectory();
+      }
+      return RunUpgrade(arguments);
+    };
+  });
 }
 
 struct SMetamodelArguments {
@@ -80,6 +109,7 @@ void DefineMetamodel(CLI::App& app, SMetamodelArguments& arguments, Command& com
       ->type_name("FORMAT")
       ->check(CLI::IsMember({"text", "json"}))
       ->capture_default_str();
+  RequireValues(show);
   show.footer(kLocationHelp);
   show.callback([&] { command = [&] { return ShowMetamodel(arguments.source, arguments.format == "json"); }; });
 
@@ -87,19 +117,47 @@ void DefineMetamodel(CLI::App& app, SMetamodelArguments& arguments, Command& com
   copy.add_option("SOURCE", arguments.source, "The metamodel to read")->required();
   copy.add_option("TARGET", arguments.target, "Where to write it")->required();
   copy.add_flag("--replace", arguments.replace, "Replace a target that exists");
+  RequireValues(copy);
   copy.footer(kLocationHelp);
   copy.callback(
       [&] { command = [&] { return CopyMetamodel(arguments.source, arguments.target, arguments.replace); }; });
 }
 
-/// A location whose spaces were not quoted falls apart into arguments, one of them perhaps with a password.
-std::string ShowableProblem(const std::string& problem) {
-  std::string lower = problem;
-  CStringHelper::ToLower(lower);
-  if (lower.find("password") == std::string::npos && lower.find("://") == std::string::npos) {
-    return problem;
+/// Whether the arguments hold a password: a location whose spaces were not quoted falls apart into several of them.
+bool MayShowSecret(const std::vector<std::string>& arguments) {
+  return std::any_of(arguments.begin(), arguments.end(), [](std::string argument) {
+    CStringHelper::ToLower(argument);
+    return argument.find("password") != std::string::npos || argument.find("postgresql://") == 0;
+  });
+}
+
+/// What is wrong with the arguments and where help is found. The parser's own words, unless they leave out the argument
+/// that is the cause.
+std::string UsageProblem(const CLI::App& app, const CLI::ParseError& error) {
+  const CLI::App* command = &app;
+  std::string path = app.get_name();
+  while (!command->get_subcommands().empty()) {
+    command = command->get_subcommands().front();
+    path += " " + command->get_name();
   }
-  return "the arguments cannot be understood; a location with spaces needs quotation marks";
+  const std::vector<std::string> unexpected = app.remaining(/*recurse=*/true);
+  std::string problem = error.what();
+  if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::RequiredError) ||
+      error.get_exit_code() == static_cast<int>(CLI::ExitCodes::ExtrasError)) {
+    std::string commands;
+    for (const CLI::App* known : command->get_subcommands([](const CLI::App*) { return true; })) {
+      commands += (commands.empty() ? "" : ", ") + known->get_name();
+    }
+    if (!unexpected.empty() && unexpected.front().rfind('-', 0) == 0) {
+      problem = "unknown option " + unexpected.front();
+    } else if (!commands.empty()) {
+      problem = unexpected.empty() ? "no command is given" : "unknown command \"" + unexpected.front() + "\"";
+      problem += "; the commands are " + commands;
+    } else if (!unexpected.empty()) {
+      problem = "unexpected argument \"" + unexpected.front() + "\"";
+    }
+  }
+  return problem + "; see " + path + " --help";
 }
 
 EExitStatus ParseAndRun(int argumentCount, const char* const* argumentValues) {
@@ -121,10 +179,9 @@ EExitStatus ParseAndRun(int argumentCount, const char* const* argumentValues) {
     WriteOutput(std::string(version.what()) + "\n");
     return kNothingToReport;
   } catch (const CLI::ParseError& error) {
-    throw CTrouble(ShowableProblem(error.what()) + "; see upgradesrv --help");
-  }
-  if (runArguments.moduleDirectory.empty()) {
-    runArguments.moduleDirectory = DefaultModuleDirectory();
+    throw CTrouble(MayShowSecret({argumentValues, argumentValues + argumentCount})
+                       ? "the arguments cannot be understood; a location with spaces needs quotation marks"
+                       : UsageProblem(app, error));
   }
   return command();
 }

@@ -10,29 +10,38 @@
 
 namespace upgradesrv {
 
-std::string TerminalText(const std::string& text) {
-  std::string visible;
-  std::string line;
-  const auto endLine = [&] {
-    visible += CStringHelper::ToVisible(line);
-    line.clear();
-  };
+namespace {
+
+/// U+0080 to U+009F are control characters too; U+009B begins an escape sequence.
+std::string ShowC1Controls(const std::string& text) {
+  constexpr const char* kDigits = "0123456789ABCDEF";
+  std::string shown;
   for (std::size_t i = 0; i < text.size(); ++i) {
     const auto next = i + 1 < text.size() ? static_cast<unsigned char>(text[i + 1]) : 0U;
-    if (text[i] == '\n') {
-      endLine();
-      visible += '\n';
-    } else if (text[i] == '\xC2' && next >= 0x80 && next < 0xA0) {
-      // U+0080 to U+009F are control characters too; U+009B begins an escape sequence.
-      constexpr const char* kDigits = "0123456789ABCDEF";
-      line += std::string("\\u00") + kDigits[next / 16] + kDigits[next % 16];
+    if (text[i] == '\xC2' && next >= 0x80 && next < 0xA0) {
+      shown += std::string("\\u00") + kDigits[next / 16] + kDigits[next % 16];
       ++i;
     } else {
-      line += text[i];
+      shown += text[i];
     }
   }
-  endLine();
-  return visible;
+  return shown;
+}
+
+}  // namespace
+
+// A NUL would end what().
+CTrouble::CTrouble(const std::string& text) : std::runtime_error(CStringHelper::ToVisible(text)) {}
+
+std::string TerminalText(const std::string& text) {
+  const std::string shown = ShowC1Controls(text);
+  std::string visible;
+  std::size_t begin = 0;
+  for (std::size_t end = shown.find('\n'); end != std::string::npos; end = shown.find('\n', begin)) {
+    visible += CStringHelper::ToVisible(shown.substr(begin, end - begin)) + '\n';
+    begin = end + 1;
+  }
+  return visible + CStringHelper::ToVisible(shown.substr(begin));
 }
 
 void WriteOutput(const std::string& text) {
@@ -43,8 +52,9 @@ void WriteOutput(const std::string& text) {
 }
 
 void WriteNote(const std::string& text) {
-  const std::string line = "upgradesrv: " + CStringHelper::ToVisible(text) + "\n";
-  std::fwrite(line.data(), 1, line.size(), stderr);
+  const std::string line = "upgradesrv: " + CStringHelper::ToVisible(ShowC1Controls(text)) + "\n";
+  // There is no one left to tell when even this fails.
+  static_cast<void>(std::fwrite(line.data(), 1, line.size(), stderr));
 }
 
 void WriteError(const std::string& text) {

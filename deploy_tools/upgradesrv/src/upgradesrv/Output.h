@@ -8,10 +8,11 @@ namespace upgradesrv {
 /// What a command ends with.
 enum EExitStatus { kNothingToReport = 0, kDifferencesReported = 1, kTrouble = 2 };
 
-/// Trouble that ends the command; what() is a whole sentence for the user, on one line.
+/// Trouble that ends the command; what() is a whole sentence for the user, on one line, control characters of names
+/// and texts in it made visible.
 class CTrouble : public std::runtime_error {
  public:
-  using std::runtime_error::runtime_error;
+  explicit CTrouble(const std::string& text);
 };
 
 /// Writes to standard output: the exact bytes to a file or pipe; to a terminal with control characters other than line

@@ -1,9 +1,9 @@
 #include "upgradesrv/RunCommand.h"
 
-#include <cstdio>
 #include <memory>
 #include <optional>
 
+#include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptexception/KVXException.h"
 #include "kvxsptjson/JsonObject.h"
 #include "kvxsptlog/Log.h"
@@ -26,11 +26,10 @@ std::optional<std::string> Invoke(const CStrategyModule& module, const SStrategy
   if (result == nullptr) {
     return std::nullopt;
   }
-  auto [found, text] = result->GetPropertyStringValue("error_info");
-  if (!found) {
+  if (!result->IsString("error_info")) {
     throw CTrouble("its result has no string \"error_info\"");
   }
-  return std::move(text);
+  return result->GetStringValue("error_info");
 }
 
 /// Invoke with every failure turned into CTrouble while the module, whose code an exception may need, is still loaded.
@@ -42,9 +41,14 @@ std::optional<std::string> RunStrategy(const std::string& moduleDirectory, const
   try {
     return Invoke(module, configuration, context);
   } catch (const CKVXException& error) {
-    char code[24];
-    std::snprintf(code, sizeof code, " (code 0x%X)", static_cast<unsigned>(error.GetCode()));
-    problem = error.HasMessage() ? error.what() + std::string(code) : error.what();
+    problem = error.what();
+    if (error.HasMessage()) {
+      problem += " (code " + error.GetCodeText() + ")";
+    }
+    if (error.GetCode() == kvx::kJsonMemberMissing || error.GetCode() == kvx::kJsonWrongType) {
+      problem += "; look at " + configuration.place + "/parameter and at the documents that the strategy reads in " +
+                 context.GetUpgradeCfgPath();
+    }
   } catch (const std::exception& error) {
     problem = error.what();
   } catch (...) {

@@ -49,7 +49,8 @@ CStrategyModule::~CStrategyModule() {
 std::unique_ptr<CUpgradeStrategy> CStrategyModule::CreateStrategy(const std::string& className) const {
   std::unique_ptr<CUpgradeStrategy> strategy(factory_(className));
   if (strategy == nullptr) {
-    throw CTrouble(path_ + ": the module has no strategy class \"" + className + "\"");
+    throw CTrouble(path_ + ": the module has no strategy class \"" + className +
+                   R"("; correct "class" in upgrade.json)");
   }
   return strategy;
 }

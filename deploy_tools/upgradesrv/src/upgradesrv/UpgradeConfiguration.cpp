@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <initializer_list>
 #include <list>
+#include <utility>
 
 #include "kvxsptexception/KVXException.h"
 #include "kvxsptjson/JsonObject.h"
@@ -22,38 +23,70 @@ std::string WithoutTrailingSeparator(std::string path) {
 }
 
 /// An object of the file and where it stands, for messages.
-struct SNode {
-  const CJsonObject& object;
-  std::string place;  // "FILE: /POINTER"
-};
+class CNode {
+ public:
+  /// `pointer`: the object's JSON pointer, empty for the root.
+  CNode(const CJsonObject& object, const std::string& file, std::string pointer)
+      : object_(object), file_(file), pointer_(std::move(pointer)) {}
 
-void RequireKnownMembers(const SNode& node, std::initializer_list<const char*> known) {
-  std::list<std::string> keys;
-  node.object.GetAllKey(keys);
-  for (auto key = keys.begin(); key != keys.end(); ++key) {
-    if (std::find(known.begin(), known.end(), *key) == known.end()) {
+  [[noreturn]] void Fail(const std::string& problem) const {
+    throw CTrouble(file_ + ": " + (pointer_.empty() ? "/" : pointer_) + ": " + problem);
+  }
+  [[noreturn]] void FailMember(const std::string& key, const std::string& problem) const {
+    throw CTrouble(file_ + ": " + pointer_ + "/" + key + ": " + problem);
+  }
+
+  void RequireMember(const std::string& key) const {
+    if (!object_.HasMember(key)) {
+      Fail("member \"" + key + "\" is missing");
+    }
+  }
+
+  void RefuseRepeatedMembers() const {
+    const std::list<std::string> keys = GetKeys();
+    for (auto key = keys.begin(); key != keys.end(); ++key) {
+      if (std::find(keys.begin(), key, *key) != key) {
+        Fail("member \"" + *key + "\" stands twice");
+      }
+    }
+  }
+
+  void RefuseUnknownMembers(std::initializer_list<const char*> known) const {
+    const std::list<std::string> keys = GetKeys();
+    const auto unknown = std::find_if(keys.begin(), keys.end(), [known](const std::string& key) {
+      return std::find(known.begin(), known.end(), key) == known.end();
+    });
+    if (unknown != keys.end()) {
       std::string names;
       for (const char* name : known) {
-        names += (names.empty() ? "" : ", ") + std::string(name);
+        names += names.empty() ? "" : ", ";
+        names += name;
       }
-      throw CTrouble(node.place + *key + ": unknown member; known here: " + names);
-    }
-    if (std::find(keys.begin(), key, *key) != key) {
-      throw CTrouble(node.place + *key + ": the member stands twice");
+      Fail("unknown member \"" + *unknown + "\"; known here: " + names);
     }
   }
-}
 
-std::string ReadText(const SNode& node, const std::string& key) {
-  if (!node.object.HasMember(key)) {
-    throw CTrouble(node.place + ": member \"" + key + "\" is missing");
+  std::string ReadText(const std::string& key) const {
+    RequireMember(key);
+    std::string text = object_.IsString(key) ? object_.GetStringValue(key) : "";
+    // The system would end a path at a NUL.
+    if (text.empty() || text.find('\0') != std::string::npos) {
+      FailMember(key, "must be a string that is not empty and holds no NUL");
+    }
+    return text;
   }
-  const auto [isText, text] = node.object.GetPropertyStringValue(key);
-  if (!isText || text.empty()) {
-    throw CTrouble(node.place + key + ": must be a string that is not empty");
+
+ private:
+  std::list<std::string> GetKeys() const {
+    std::list<std::string> keys;
+    object_.GetAllKey(keys);
+    return keys;
   }
-  return text;
-}
+
+  const CJsonObject& object_;
+  const std::string& file_;
+  std::string pointer_;
+};
 
 }  // namespace
 
@@ -61,30 +94,31 @@ CUpgradeConfiguration::CUpgradeConfiguration(const std::string& directory, const
     : directory_(WithoutTrailingSeparator(directory)), file_(directory_ + "/upgrade.json") {
   std::error_code error;
   if (!std::filesystem::is_directory(directory_, error)) {
-    throw CTrouble(directory_ +
-                   ": not a directory; give the upgrade configuration directory, which holds upgrade.json");
+    throw CTrouble(directory_ + ": " + (error ? error.message() : "not a directory") +
+                   "; give the upgrade configuration directory, which holds upgrade.json");
   }
   CJsonObject root;
   root.CreateFromFile(file_);
-  const SNode node = {root, file_ + ": /"};
+  const CNode node(root, file_, "");
   if (!root.IsObject()) {
-    throw CTrouble(node.place + ": must be an object");
+    node.Fail("must be an object");
   }
-  RequireKnownMembers(node, {"lang", "version", "original_metamodel", "client_metamodel", "strategies"});
-  lang_ = overrides.lang.value_or(ReadText(node, "lang"));
-  const std::string version = ReadText(node, "version");
+  node.RefuseRepeatedMembers();
+  node.RefuseUnknownMembers({"lang", "version", "original_metamodel", "client_metamodel", "strategies"});
+  lang_ = overrides.lang.value_or(node.ReadText("lang"));
+  const std::string version = node.ReadText("version");
   if (version == "." || version == ".." || version.find('/') != std::string::npos) {
-    throw CTrouble(node.place + "version: must be the name of a directory beside upgrade.json, without separators");
+    node.FailMember("version", "must be the name of a directory beside upgrade.json, without separators");
   }
   versionDirectory_ = directory_ + "/" + version;
   if (!std::filesystem::is_directory(versionDirectory_, error)) {
-    throw CTrouble(node.place + "version: there is no directory " + versionDirectory_ +
-                   "; create it or correct the version");
+    node.FailMember("version", "there is no directory " + versionDirectory_ + "; create it or correct the version");
   }
   originalLocation_ =
-      overrides.originalLocation.value_or(ResolveMetaLocation2024(ReadText(node, "original_metamodel"), directory_));
+      overrides.originalLocation.value_or(ResolveMetaLocation2024(node.ReadText("original_metamodel"), directory_));
   clientLocation_ =
-      overrides.clientLocation.value_or(ResolveMetaLocation2024(ReadText(node, "client_metamodel"), directory_));
+      overrides.clientLocation.value_or(ResolveMetaLocation2024(node.ReadText("client_metamodel"), directory_));
+  node.RequireMember("strategies");
   ReadStrategies(root);
   if (overrides.elements) {
     OverrideElements(*overrides.elements);
@@ -92,10 +126,7 @@ CUpgradeConfiguration::CUpgradeConfiguration(const std::string& directory, const
 }
 
 void CUpgradeConfiguration::ReadStrategies(const CJsonObject& root) {
-  const std::string place = file_ + ": /strategies";
-  if (!root.HasMember("strategies")) {
-    throw CTrouble(file_ + ": /: member \"strategies\" is missing");
-  }
+  const std::string pointer = "/strategies";
   std::pair<bool, std::list<std::shared_ptr<CJsonObject>>> found;
   try {
     found = root.GetPropertyObjectArrayValue("strategies");
@@ -103,17 +134,21 @@ void CUpgradeConfiguration::ReadStrategies(const CJsonObject& root) {
     found.first = false;
   }
   if (!found.first || found.second.empty()) {
-    throw CTrouble(place + ": must be an array of objects, at least one");
+    CNode(root, file_, pointer).Fail("must be an array of objects, at least one");
   }
   for (const std::shared_ptr<CJsonObject>& object : found.second) {
-    const SNode node = {*object, place + "/" + std::to_string(strategies_.size()) + "/"};
-    RequireKnownMembers(node, {"module", "class", "parameter"});
-    SStrategyConfiguration strategy{ReadText(node, "module"), ReadText(node, "class"), std::make_shared<CJsonObject>()};
+    const std::string itemPointer = pointer + "/" + std::to_string(strategies_.size());
+    const CNode node(*object, file_, itemPointer);
+    node.RefuseRepeatedMembers();
+    node.RefuseUnknownMembers({"module", "class", "parameter"});
+    SStrategyConfiguration strategy{node.ReadText("module"), node.ReadText("class"), std::make_shared<CJsonObject>(),
+                                    file_ + ": " + itemPointer};
     if (object->HasMember("parameter")) {
       strategy.parameter = object->GetPropertyObjectValue("parameter");
       if (strategy.parameter == nullptr) {
-        throw CTrouble(node.place + "parameter: must be an object");
+        node.FailMember("parameter", "must be an object");
       }
+      CNode(*strategy.parameter, file_, itemPointer + "/parameter").RefuseRepeatedMembers();
     }
     strategies_.push_back(std::move(strategy));
   }

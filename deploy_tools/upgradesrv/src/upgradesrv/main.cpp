@@ -1,10 +1,31 @@
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <csignal>
 
 #include "upgradesrv/CommandLine.h"
 
+namespace {
+
+/// A standard stream that the caller has closed gives its number to the next file opened, which would then receive the
+/// report. A number that is taken, but cannot be written to, makes the write fail instead.
+bool OccupyClosedStreams() {
+  for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    if (fcntl(stream, F_GETFD) == -1 && open("/dev/null", O_RDONLY) != stream) {
+      return false;
+    }
+  }
+  return true;
+}
+
+}  // namespace
+
 int main(int argumentCount, char** arguments) {
+  if (!OccupyClosedStreams()) {
+    return upgradesrv::kTrouble;
+  }
   // A full disk or a closed pipe is then an error of the write, which is reported, and not the end of the process.
-  std::signal(SIGPIPE, SIG_IGN);
-  std::signal(SIGXFSZ, SIG_IGN);
+  static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
+  static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
   return upgradesrv::RunCommandLine(argumentCount, arguments);
 }

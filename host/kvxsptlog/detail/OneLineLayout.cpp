@@ -1,4 +1,4 @@
-#include "kvxsptlog/OneLineLayout.h"
+#include "kvxsptlog/detail/OneLineLayout.h"
 
 #include <log4cplus/spi/loggingevent.h>
 
@@ -11,6 +11,7 @@ COneLineLayout::COneLineLayout() = default;
 COneLineLayout::~COneLineLayout() = default;
 
 void COneLineLayout::formatAndAppend(log4cplus::tostream& output, const log4cplus::spi::InternalLoggingEvent& event) {
-  output << llmCache.toString(event.getLogLevel()) << ' ' << event.getFile() << ':' << event.getLine() << ' '
-         << event.getFunction() << " - " << CStringHelper::ToVisible(event.getMessage()) << '\n';
+  output << llmCache.toString(event.getLogLevel()) << ' ' << CStringHelper::ToVisible(event.getFile()) << ':'
+         << event.getLine() << ' ' << CStringHelper::ToVisible(event.getFunction()) << " - "
+         << CStringHelper::ToVisible(event.getMessage()) << '\n';
 }

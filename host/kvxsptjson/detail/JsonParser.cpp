@@ -1,4 +1,4 @@
-#include "kvxsptjson/JsonParser.h"
+#include "kvxsptjson/detail/JsonParser.h"
 
 #include <rapidjson/error/en.h>
 #include <rapidjson/memorystream.h>

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "comparison/Contest.h"
+#include "generator/Sizes.h"
+
+namespace bench {
+
+/// The results of one size and variant. The first is the floor's.
+struct SCaseResult {
+  SSize size;
+  SVariant variant;
+  std::vector<SResult> results;
+};
+
+/// Processor, number of cores, kernel and load, as a line.
+std::string DescribeMachine();
+
+/// A table in Markdown, one row per program.
+void PrintTable(const std::vector<SCaseResult>& cases);
+/// How the times grow from one size to the next, for each program and variant that ran at both.
+void PrintGrowth(const std::vector<SCaseResult>& cases);
+
+}  // namespace bench

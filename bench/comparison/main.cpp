@@ -1,0 +1,137 @@
+#include <CLI/App.hpp>
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+#include <cstdio>
+#include <exception>
+
+#include "comparison/DataCache.h"
+#include "comparison/Report.h"
+
+namespace {
+
+using Path = std::filesystem::path;
+
+struct SOptions {
+  std::string tool;
+  std::string floor;
+  std::string cache;
+  std::vector<std::string> sizes = {"S", "M"};
+  std::vector<std::string> variants = {"same", "usual", "worst"};
+  std::string peers;
+  unsigned rounds = 5;
+};
+
+constexpr const char* kPeers[] = {"jsondiffpatch", "microdiff", "fast-json-patch"};
+
+class CComparison {
+ public:
+  explicit CComparison(const SOptions& options) : options_(options), cache_(options.cache) {}
+
+  void Run(const bench::SSize& size, const bench::SVariant& variant) {
+    std::fprintf(stderr, "%s %s ...\n", size.name.data(), variant.name.data());
+    const Path directory = cache_.Provide(size, variant);
+    const std::string original = directory / "2024" / "metamodel.json";
+    const std::string client = directory / "installation.json";
+    const int status = variant.name == "same" ? 0 : 1;
+
+    std::vector<bench::SContestant> contestants;
+    contestants.push_back({"floor", {options_.floor, original, client}});
+    contestants.push_back({"upgradesrv run", {options_.tool, "run", directory}, status});
+    if (const std::string originalDb = ToDatabase(original), clientDb = ToDatabase(client); hasDatabases_) {
+      bench::CDataCache::WriteOut();
+      contestants.push_back({"upgradesrv run, from SQLite",
+                             {options_.tool, "run", "--original", originalDb, "--client", clientDb, directory},
+                             status});
+    }
+    if (!options_.peers.empty()) {
+      for (const char* const peer : kPeers) {
+        contestants.push_back({peer, {"node", Path(options_.peers) / (std::string(peer) + ".mjs"), original, client}});
+      }
+    }
+    cases_.push_back({size, variant, bench::Compete(contestants, options_.rounds, cache_.Logs())});
+    Watch(cases_.back().results);
+  }
+
+  void Print() {
+    bench::PrintTable(cases_);
+    std::puts("");
+    bench::PrintGrowth(cases_);
+    PrintExample();
+  }
+
+  bool HasFailures() const { return hasFailures_; }
+
+ private:
+  /// The same metamodel in a database, when the tool can write one; written anew, since its form may have changed.
+  std::string ToDatabase(const std::string& document) {
+    std::string database = Path(document).replace_extension(".db");
+    const Path log = cache_.Logs() / "copy";
+    if (hasDatabases_ &&
+        bench::RunToEnd({options_.tool, "metamodel", "copy", "--replace", document, database}, log).status != 0) {
+      hasDatabases_ = false;
+      std::fprintf(stderr, "nothing from SQLite: %s\n", bench::FirstErrorLine(log).c_str());
+    }
+    return database;
+  }
+
+  void Watch(const std::vector<bench::SResult>& results) {
+    for (const bench::SResult& result : results) {
+      hasFailures_ = hasFailures_ || !result.failure.empty();
+    }
+  }
+
+  void PrintExample() {
+    // One run takes a few milliseconds only.
+    constexpr unsigned kRuns = 21;
+    const std::string example = cache_.ProvideExample();
+    const auto results = bench::Compete({{"example", {options_.tool, "run", example}, 1}}, kRuns, cache_.Logs());
+    Watch(results);
+    std::printf("- the example: %.1f ms wall, %.1f ms CPU, %.0f MiB %s\n", results.front().Wall() * 1e3,
+                results.front().Cpu() * 1e3, results.front().Peak(), results.front().failure.c_str());
+  }
+
+  const SOptions& options_;
+  bench::CDataCache cache_;
+  bool hasDatabases_ = true;
+  bool hasFailures_ = false;
+  std::vector<bench::SCaseResult> cases_;
+};
+
+template <typename Rows>
+CLI::IsMember OneOf(const Rows& rows) {
+  std::vector<std::string> names;
+  for (const auto& row : rows) {
+    names.emplace_back(row.name);
+  }
+  return CLI::IsMember(names);
+}
+
+}  // namespace
+
+int main(int argumentCount, char** arguments) {
+  SOptions options;
+  CLI::App app("Runs the floor, upgradesrv and generic differs on the same metamodels, as whole processes in turn.");
+  app.add_option("--tool", options.tool, "upgradesrv")->required();
+  app.add_option("--floor", options.floor, "the floor")->required();
+  app.add_option("--cache", options.cache, "directory for what is generated")->required();
+  app.add_option("--sizes", options.sizes, "S, M, L")->delimiter(',')->check(OneOf(bench::kSizes));
+  app.add_option("--variants", options.variants, "same, usual, worst")->delimiter(',')->check(OneOf(bench::kVariants));
+  app.add_option("--rounds", options.rounds, "how often")->capture_default_str();
+  app.add_option("--peers-dir", options.peers, "directory with the generic differs, which then take part");
+  CLI11_PARSE(app, argumentCount, arguments);
+  try {
+    const std::string machine = bench::DescribeMachine();
+    CComparison comparison(options);
+    for (const std::string& size : options.sizes) {
+      for (const std::string& variant : options.variants) {
+        comparison.Run(*bench::FindNamed(bench::kSizes, size), *bench::FindNamed(bench::kVariants, variant));
+      }
+    }
+    std::printf("%s; %u rounds\n\n", machine.c_str(), options.rounds);
+    comparison.Print();
+    return comparison.HasFailures() ? 1 : 0;
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "error: %s\n", error.what());
+    return 2;
+  }
+}

@@ -1,0 +1,59 @@
+#include <valgrind/callgrind.h>
+
+#include <chrono>
+#include <cstdio>
+#include <exception>
+#include <memory>
+#include <string>
+
+#include "kvxsptjson/JsonObject.h"
+#include "support/UpgradeRun.h"
+#include "upgrademeta2024/MetaDictionary2024.h"
+
+namespace {
+
+/// Runs one step. Under callgrind, whatever else runs is not counted, and each step has its costs written out under its
+/// name.
+template <typename Step>
+void Phase(const char* name, std::size_t properties, const Step& step) {
+  CALLGRIND_START_INSTRUMENTATION;
+  CALLGRIND_ZERO_STATS;
+  const auto start = std::chrono::steady_clock::now();
+  step();
+  const std::chrono::duration<double> time = std::chrono::steady_clock::now() - start;
+  CALLGRIND_DUMP_STATS_AT(name);
+  CALLGRIND_STOP_INSTRUMENTATION;
+  std::printf("%-8s %zu properties %10.3f ms %10.1f ns/property\n", name, properties, time.count() * 1e3,
+              time.count() * 1e9 / static_cast<double>(properties));
+}
+
+void RunAll(const std::string& directory) {
+  bench::CUpgradeRun run(directory);
+  run.Prepare();
+  bench::CUpgradeRun::SMetamodels metamodels = run.Load();
+  const std::size_t client = bench::CountProperties(*metamodels.client);
+  const std::size_t original = bench::CountProperties(*metamodels.original);
+  Phase("unload", client + original, [&] { metamodels = {}; });
+  Phase("load", client + original, [&] { metamodels = run.Load(); });
+  metamodels = {};
+  std::shared_ptr<CJsonObject> checkResult;
+  Phase("compare", client, [&] { checkResult = run.Compare(); });
+  Phase("save", client, [&] { run.Save(*checkResult); });
+  Phase("text", client, [&] { run.ToText(checkResult); });
+}
+
+}  // namespace
+
+int main(int argumentCount, char** arguments) {
+  if (argumentCount != 2) {
+    std::fprintf(stderr, "usage: %s UPGRADE_DIR\n", arguments[0]);
+    return 2;
+  }
+  try {
+    RunAll(arguments[1]);
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "error: %s\n", error.what());
+    return 2;
+  }
+  return 0;
+}

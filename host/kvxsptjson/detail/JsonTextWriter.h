@@ -1,0 +1,35 @@
+#pragma once
+
+#include <rapidjson/prettywriter.h>
+
+#include <algorithm>
+
+#include "kvxsptjson/AtomicFile.h"
+
+namespace kvx {
+
+/// Writes JSON text into a file, indented by two spaces. Strings without anything to escape, nearly all there are, are
+/// written as a whole instead of character by character.
+class CJsonTextWriter : public rapidjson::PrettyWriter<CAtomicFile> {
+ public:
+  using Base = rapidjson::PrettyWriter<CAtomicFile>;
+
+  explicit CJsonTextWriter(CAtomicFile& file) : Base(file) { SetIndent(' ', 2); }
+
+  bool String(const char* text, rapidjson::SizeType size, bool copy = false) {
+    if (std::any_of(text, text + size, NeedsEscape)) {
+      return Base::String(text, size, copy);
+    }
+    PrettyPrefix(rapidjson::kStringType);
+    os_->Put('"');
+    os_->Write(text, size);
+    os_->Put('"');
+    return true;
+  }
+  bool Key(const char* text, rapidjson::SizeType size, bool copy = false) { return String(text, size, copy); }
+
+ private:
+  static bool NeedsEscape(char c) { return static_cast<unsigned char>(c) < 0x20 || c == '"' || c == '\\'; }
+};
+
+}  // namespace kvx

@@ -1,0 +1,11 @@
+#include "upgradecontext/HandlerContext.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(HandlerContextTest, KnowsTheStrategyName) {
+  EXPECT_EQ(CHandlerContext("CCheckMetaStrategy2024").GetStrategyName(), "CCheckMetaStrategy2024");
+}
+
+}  // namespace

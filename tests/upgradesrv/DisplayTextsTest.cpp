@@ -1,0 +1,87 @@
+// The display dictionary of a run: what is wrong with it shows only after the check itself has ended, with its document
+// saved.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "UpgradeDirectory.h"
+
+namespace {
+
+using testing::HasSubstr;
+
+const std::string kFile = "multilanguage/strings/info.json";
+const std::string kFailed = "strategy CCheckMetaStrategy2024 of module checkmeta2024 failed: ";
+
+class CDisplayTextsTest : public testing::Test {
+ protected:
+  /// What a run complains of that ends only after the document has been saved.
+  std::string TroubleWithSavedDocument() const {
+    const std::string trouble = test::TroubleOf(upgrade_.Run());
+    EXPECT_THAT(upgrade_.Document(), HasSubstr("deleted_classes"));
+    return trouble;
+  }
+
+  void Replace(const std::string& from, const std::string& to) const {
+    const std::string text = test::ReadFile(upgrade_.File(kFile));
+    ASSERT_THAT(text, HasSubstr(from));
+    upgrade_.Write(kFile, test::Replaced(text, from, to));
+  }
+
+  std::string WithPlaces(const std::string& problem) const {
+    return kFailed + problem + "; look at " + upgrade_.File("upgrade.json") +
+           ": /strategies/0/parameter and at the documents that the strategy reads in " + upgrade_.Path();
+  }
+
+  test::CUpgradeDirectory upgrade_;
+};
+
+TEST_F(CDisplayTextsTest, ThatAreMissingAreTrouble) {
+  std::filesystem::remove(upgrade_.File(kFile));
+  EXPECT_EQ(TroubleWithSavedDocument(),
+            kFailed + upgrade_.File(kFile) + ": cannot be read: No such file or directory (code 0xA4C00010)");
+}
+
+TEST_F(CDisplayTextsTest, ThatAreMalformedAreTroubleAtLineAndColumn) {
+  upgrade_.Write(kFile, "{\n  \"inserted\": {\n");
+  EXPECT_EQ(TroubleWithSavedDocument(), kFailed + upgrade_.File(kFile) +
+                                            ":3:1: Missing a name for object member. "
+                                            "(code 0xA4C00011)");
+}
+
+TEST_F(CDisplayTextsTest, ThatLackAKeyAreTrouble) {
+  Replace("\"deleted\"", "\"removed\"");
+  EXPECT_EQ(TroubleWithSavedDocument(), WithPlaces("json member [deleted] not exist! (code 0xA4C0003E)"));
+}
+
+TEST_F(CDisplayTextsTest, WithAnEntryThatIsNotAnObjectAreTrouble) {
+  Replace(R"({ "en": "link", "de": "Verbindung" })", "\"link\"");
+  EXPECT_EQ(TroubleWithSavedDocument(), WithPlaces("json member [link] is not Object! (code 0xA4C00004)"));
+}
+
+TEST_F(CDisplayTextsTest, WhoseRootIsNotAnObjectAreTrouble) {
+  upgrade_.Write(kFile, "[]");
+  EXPECT_EQ(TroubleWithSavedDocument(), WithPlaces("json member [deleted] not exist! (code 0xA4C0003E)"));
+}
+
+TEST_F(CDisplayTextsTest, AreNotReadWhenThereIsNothingToReport) {
+  std::filesystem::remove(upgrade_.File(kFile));
+  upgrade_.WriteUpgrade({{"client_metamodel", R"("2024/metamodel.json")"}});
+  EXPECT_EQ(upgrade_.Run().status, 0);
+}
+
+TEST_F(CDisplayTextsTest, InTheLanguageOfTheUpgradeFileAreUsed) {
+  upgrade_.WriteUpgrade({{"lang", R"("de")"}});
+  EXPECT_THAT(upgrade_.Run().output, testing::StartsWith("\nEntfernt: Verhalten:\n Name:Approvable,Anzeige:"));
+}
+
+TEST_F(CDisplayTextsTest, WithoutTheLanguageGiveEmptyWordsSilently) {
+  const test::SProcessResult result = upgrade_.Run({"--lang", "fr", "--elements", "class"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.output, "\n:\n :Document,:Document\n\n");
+  EXPECT_EQ(result.errors, "upgradesrv: CCheckMetaStrategy2024: differences reported\n");
+}
+
+}  // namespace

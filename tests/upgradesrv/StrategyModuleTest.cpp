@@ -1,0 +1,179 @@
+#include "upgradesrv/StrategyModule.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "UpgradeDirectory.h"
+#include "upgradesrv/Output.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+const std::string kTestModules = UPGRADESRV_TEST_MODULE_DIRECTORY;
+const std::string kModules = UPGRADESRV_MODULE_DIRECTORY;
+
+class CStrategyModuleTest : public testing::Test {
+ protected:
+  /// One strategy of class CSetsNoResult, which ends with status 0 where its module is the one with strangers.
+  void UseModule(const std::string& name) const {
+    upgrade_.WriteUpgrade({{"strategies", R"([{"module": ")" + name + R"(", "class": "CSetsNoResult"}])"}});
+  }
+
+  std::string TroubleWithModule(const std::string& name) const {
+    UseModule(name);
+    return upgrade_.TroubleWithTestModules();
+  }
+
+  test::CUpgradeDirectory upgrade_;
+};
+
+TEST_F(CStrategyModuleTest, IsFoundInTheGivenDirectory) {
+  UseModule("strangers");
+  const test::SProcessResult result = upgrade_.RunTestModules();
+  EXPECT_EQ(result.status, 0) << result.errors;
+}
+
+TEST_F(CStrategyModuleTest, ThatIsMissingIsTrouble) {
+  EXPECT_EQ(TroubleWithModule("absent"), "module absent: there is no " + kTestModules +
+                                             "/libabsent.so; install the module there or name its directory with "
+                                             "--module-dir");
+}
+
+TEST_F(CStrategyModuleTest, NameWithASeparatorIsRefusedEvenWhereItLeadsToAModule) {
+  fs::create_directories(upgrade_.File("modules/libinner"));
+  fs::copy(kTestModules + "/libstrangers.so", upgrade_.File("modules/libinner/strangers.so"));
+  for (const std::string& name : {std::string("inner/strangers"), kTestModules + "/libstrangers.so"}) {
+    UseModule(name);
+    EXPECT_EQ(upgrade_.Trouble({"--module-dir", upgrade_.File("modules")}),
+              "module \"" + name + "\": must be a bare name; its file is looked up in the module directory");
+  }
+}
+
+TEST_F(CStrategyModuleTest, NameWithANulIsRefusedEvenWhereItLeadsToAModule) {
+  try {
+    const upgradesrv::CStrategyModule module(kTestModules, std::string("strangers.so\0x", 14));
+    ADD_FAILURE() << "loaded";
+  } catch (const upgradesrv::CTrouble& trouble) {
+    EXPECT_THAT(trouble.what(), HasSubstr(": must be a bare name; "));
+  }
+}
+
+TEST_F(CStrategyModuleTest, NameIsCompletedToAFileName) {
+  EXPECT_THAT(TroubleWithModule("libstrangers.so"), HasSubstr("/liblibstrangers.so.so; install"));
+}
+
+TEST_F(CStrategyModuleTest, ThatIsDamagedIsTrouble) {
+  upgrade_.Write("modules/libdamaged.so", "This is not a shared library.\n");
+  UseModule("damaged");
+  const std::string file = upgrade_.File("modules/libdamaged.so");
+  EXPECT_THAT(upgrade_.Trouble({"--module-dir", upgrade_.File("modules")}),
+              StartsWith("module damaged: cannot be loaded: " + file + ": "));
+}
+
+TEST_F(CStrategyModuleTest, ThatIsCutOffIsTrouble) {
+  const std::string whole = test::ReadFile(kTestModules + "/libstrangers.so");
+  upgrade_.Write("modules/libcut.so", whole.substr(0, 100));
+  UseModule("cut");
+  EXPECT_THAT(upgrade_.Trouble({"--module-dir", upgrade_.File("modules")}),
+              StartsWith("module cut: cannot be loaded: " + upgrade_.File("modules/libcut.so") + ": "));
+}
+
+TEST_F(CStrategyModuleTest, ThatIsADirectoryIsTrouble) {
+  fs::create_directories(upgrade_.File("modules/libfolder.so"));
+  UseModule("folder");
+  EXPECT_THAT(upgrade_.Trouble({"--module-dir", upgrade_.File("modules")}),
+              StartsWith("module folder: cannot be loaded: " + upgrade_.File("modules/libfolder.so") + ": "));
+}
+
+TEST_F(CStrategyModuleTest, ThatNeedsWhatTheHostDoesNotHaveIsTrouble) {
+  const std::string trouble = TroubleWithModule("undefinedsymbol");
+  EXPECT_THAT(trouble, StartsWith("module undefinedsymbol: cannot be loaded: " + kTestModules));
+  EXPECT_THAT(trouble, HasSubstr("OperationOfAnotherHost"));
+}
+
+TEST_F(CStrategyModuleTest, WithoutFactoryIsTrouble) {
+  EXPECT_EQ(TroubleWithModule("nofactory"),
+            "module nofactory: " + kTestModules +
+                "/libnofactory.so is not a strategy module: it does not export CreateReflectionClassObject");
+}
+
+TEST_F(CStrategyModuleTest, WhoseFactoryReturnsNullIsTrouble) {
+  EXPECT_EQ(TroubleWithModule("nullfactory"),
+            "strategy CSetsNoResult of module nullfactory failed: " + kTestModules +
+                "/libnullfactory.so: the module has no strategy class \"CSetsNoResult\"; correct \"class\" in "
+                "upgrade.json");
+}
+
+TEST_F(CStrategyModuleTest, WhoseFactoryThrowsIsTrouble) {
+  EXPECT_EQ(TroubleWithModule("throwingfactory"),
+            "strategy CSetsNoResult of module throwingfactory failed: no licence for CSetsNoResult");
+}
+
+TEST_F(CStrategyModuleTest, ThatDoesNotKnowTheClassIsTrouble) {
+  upgrade_.WriteUpgrade({{"strategies", R"([{"module": "checkmeta2024", "class": "CCheckMeta2024Helper"}])"}});
+  EXPECT_EQ(upgrade_.Trouble(), "strategy CCheckMeta2024Helper of module checkmeta2024 failed: " + kModules +
+                                    "/libcheckmeta2024.so: the module has no strategy class "
+                                    "\"CCheckMeta2024Helper\"; correct \"class\" in upgrade.json");
+}
+
+TEST_F(CStrategyModuleTest, IsNeverLookedUpInTheCurrentDirectory) {
+  UseModule("strangers");
+  fs::copy(kTestModules + "/libstrangers.so", upgrade_.File("libstrangers.so"));
+  EXPECT_THAT(test::TroubleOf(test::RunTool({"run", "."}, upgrade_.Path())),
+              StartsWith("module strangers: there is no " + kModules + "/libstrangers.so; "));
+}
+
+TEST_F(CStrategyModuleTest, IsNeverLookedUpWhereTheLoaderSearches) {
+  UseModule("strangers");
+  EXPECT_THAT(test::TroubleOf(
+                  test::RunInShell("LD_LIBRARY_PATH='" + kTestModules + "' exec \"$0\" run \"$1\"", upgrade_.Path())),
+              StartsWith("module strangers: there is no " + kModules + "/libstrangers.so; "));
+}
+
+TEST_F(CStrategyModuleTest, DirectoryMayBeRelativeToTheCurrentOne) {
+  UseModule("strangers");
+  for (const char* directory : {".", "modules", "modules/"}) {
+    const fs::path file = fs::path(upgrade_.File(directory)) / "libstrangers.so";
+    fs::create_directories(file.parent_path());
+    fs::copy(kTestModules + "/libstrangers.so", file, fs::copy_options::overwrite_existing);
+    const test::SProcessResult result = test::RunTool({"run", "--module-dir", directory, "."}, upgrade_.Path());
+    EXPECT_EQ(result.status, 0) << directory << ": " << result.errors;
+    fs::remove(file);
+  }
+}
+
+TEST_F(CStrategyModuleTest, DirectoryIsByDefaultBesideTheExecutableAndNotBesideALinkToIt) {
+  fs::create_symlink(UPGRADESRV_EXECUTABLE, upgrade_.File("tool"));
+  const test::SProcessResult result = test::Run({upgrade_.File("tool"), "run", upgrade_.Path()});
+  EXPECT_EQ(result.status, 1) << result.errors;
+  EXPECT_EQ(result.output, test::kFullReport);
+}
+
+TEST_F(CStrategyModuleTest, IsUnloadedAfterItsStrategyIsDeletedAndBeforeTheNextBegins) {
+  const std::string record = upgrade_.File("record");
+  const auto strategy = [&record](const std::string& name) {
+    return R"({"module": "recorder", "class": "C", "parameter": {"name": ")" + name + R"(", "record": ")" + record +
+           R"("}})";
+  };
+  upgrade_.WriteUpgrade({{"strategies", "[" + strategy("first") + "," + strategy("second") + "]"}});
+  const test::SProcessResult result = upgrade_.RunTestModules();
+  EXPECT_EQ(result.status, 1) << result.errors;
+  EXPECT_EQ(test::ReadFile(record),
+            "invoked first\ndestroyed first\nunloaded\ninvoked second\ndestroyed second\nunloaded\n");
+}
+
+TEST_F(CStrategyModuleTest, ClassNameIsPassedOnAsItStands) {
+  upgrade_.WriteUpgrade({{"strategies", R"([{"module": "checkmeta2024", "class": "ccheckmetaSTRATEGY2024",
+                          "parameter": {"execute_elements": ["link"]}}])"}});
+  const test::SProcessResult result = upgrade_.Run();
+  EXPECT_EQ(result.output, test::kLinkReport);
+  EXPECT_THAT(result.errors, EndsWith("upgradesrv: ccheckmetaSTRATEGY2024: differences reported\n"));
+}
+
+}  // namespace

@@ -1,0 +1,95 @@
+// Strategies by class name, each with one way to end.
+
+#include <exception>
+#include <map>
+#include <memory>
+#include <stdexcept>
+
+#include "kvxsptexception/KVXException.h"
+#include "kvxsptjson/JsonObject.h"
+#include "kvxsptlog/Log.h"
+#include "upgradecontext/HandlerContext.h"
+#include "upgradecontext/UpgradeContext.h"
+#include "upgradesrv/modules/Bytes.h"
+#include "upgradesrv/modules/Factory.h"
+
+namespace {
+
+constexpr std::uint32_t kCode = 0xA4520008;
+
+/// Its code lies in this module: whoever shows it must do so before the module goes.
+class COwnException : public std::exception {
+ public:
+  const char* what() const noexcept override { return "an exception of the module's own"; }
+};
+
+using Result = std::shared_ptr<CJsonObject>;
+using Body = Result (*)(CUpgradeStrategy& self, CHandlerContext& handlerContext, CUpgradeContext& upgradeContext);
+
+Result Text(const std::string& text) {
+  auto result = std::make_shared<CJsonObject>();
+  result->SetStringValue("error_info", text);
+  return result;
+}
+
+Result Log(int level) {
+  CLog::Print("stranger.cpp", 12, "CStranger::Invoke", "errormsg", level, "the stranger's log line");
+  return nullptr;
+}
+
+const std::map<std::string, Body> bodies = {
+    {"CThrowsMessage", [](auto&, auto&, auto&) -> Result { throw CKVXException(kCode, "the stranger's message"); }},
+    {"CThrowsCode", [](auto&, auto&, auto&) -> Result { throw CKVXException(kCode); }},
+    {"CThrowsRuntimeError", [](auto&, auto&, auto&) -> Result { throw std::runtime_error("a runtime error"); }},
+    {"CThrowsOwnException", [](auto&, auto&, auto&) -> Result { throw COwnException(); }},
+    {"CThrowsInt", [](auto&, auto&, auto&) -> Result { throw 42; }},
+    {"CThrowsTwoLines", [](auto&, auto&, auto&) -> Result { throw std::runtime_error("one\nupgradesrv: two\x1B[2J"); }},
+    {"CSetsNoResult", [](auto&, auto&, auto&) -> Result { return nullptr; }},
+    {"CSetsNoText", [](auto&, auto&, auto&) -> Result { return std::make_shared<CJsonObject>(); }},
+    {"CSetsNumber",
+     [](auto&, auto&, auto&) -> Result {
+       auto result = std::make_shared<CJsonObject>();
+       result->SetUInt32Value("error_info", 7);
+       return result;
+     }},
+    {"CSetsArray",
+     [](auto&, auto&, auto&) -> Result {
+       auto result = std::make_shared<CJsonObject>();
+       result->SetStringArrayValue("error_info", {"one", "two"});
+       return result;
+     }},
+    {"CSetsEmptyText", [](auto&, auto&, auto&) -> Result { return Text(""); }},
+    {"CSetsBytes", [](auto&, auto&, auto&) -> Result { return Text(kBytes); }},
+    {"CTellsContext",
+     [](CUpgradeStrategy& self, CHandlerContext& handlerContext, CUpgradeContext& context) -> Result {
+       return Text(handlerContext.GetStrategyName() + "\n" + context.GetUpgradeCfgPath() + "\n" +
+                   context.GetVersionUpgradeCfgPath() + "\n" + context.GetLang() + "\n" +
+                   context.GetOriginalMetaLocation() + "\n" + context.GetClientMetaLocation() + "\n" +
+                   self.GetParameter()->ToText() + "\n");
+     }},
+    {"CLogsError", [](auto&, auto&, auto&) -> Result { return Log(40000); }},
+    {"CLogsWarning", [](auto&, auto&, auto&) -> Result { return Log(30000); }},
+    {"CLogsErrorAndReports",
+     [](auto&, auto&, auto&) -> Result {
+       Log(40000);
+       return Text("what was found\n");
+     }},
+};
+
+class CStranger : public CUpgradeStrategy {
+ public:
+  explicit CStranger(Body body) : body_(body) {}
+  void Invoke(CHandlerContext& handlerContext, CUpgradeContext& upgradeContext) override {
+    SetResult(body_(*this, handlerContext, upgradeContext));
+  }
+
+ private:
+  Body body_;
+};
+
+}  // namespace
+
+CUpgradeStrategy* CreateReflectionClassObject(const std::string& className) {
+  const auto found = bodies.find(className);
+  return found == bodies.end() ? nullptr : std::make_unique<CStranger>(found->second).release();
+}
