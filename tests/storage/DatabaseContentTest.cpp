@@ -10,9 +10,9 @@
 
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptexception/KVXException.h"
-#include "storage/MetaText.h"
 #include "storage/TestStorage.h"
 #include "support/MetaMaker.h"
+#include "support/MetaText.h"
 #include "upgrademeta2024/MetaDictionary2024.h"
 #include "upgrademeta2024/storage/MetaStorage2024.h"
 
@@ -189,18 +189,17 @@ class CDatabaseEditTest : public CDatabaseTest {};
 
 TEST_P(CDatabaseEditTest, IsRead) {
   storage_.Execute(case_.statements);
-  EXPECT_THAT(MetaText(*CMetaStorage2024::Open(storage_.Location())->Load()), testing::HasSubstr(case_.message));
+  EXPECT_THAT(TextOf(*CMetaStorage2024::Open(storage_.Location())->Load()), testing::HasSubstr(case_.message));
 }
 
 const std::vector<SStatementCase> kEdits = {
     {"GapInTheOrdinals",
      {"UPDATE meta_class_properties SET ordinal = 99 WHERE class_ordinal = 0 AND ordinal = 0"},
-     "property [Name]\ndisplay name [Name (display)]\nfield [F_Name]\ntype [string]\nlength [32]\ndefault value []\n"
-     "precision [0]\nmax []\nmin []\nlookup class []\nproperty [Code]"},
+     "  property \"Name\" \"Name (display)\" \"F_Name\" \"string\" 32 \"\" 0 \"\" \"\" \"\"\n  property \"Code\" "},
     {"NameInNonAsciiCase",
      {"UPDATE meta_classes SET internal_name = '\u00C9' WHERE ordinal = 0",
       "UPDATE meta_classes SET internal_name = '\u00E9' WHERE ordinal = 1"},
-     "class [\u00C9]"},
+     "class \"\u00C9\""},
 };
 
 #define INSTANTIATE(suite, cases)                                                                                    \

@@ -10,10 +10,10 @@
 
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptexception/KVXException.h"
-#include "storage/MetaGenerator.h"
-#include "storage/MetaText.h"
 #include "storage/TestStorage.h"
+#include "support/MetaGenerator.h"
 #include "support/MetaMaker.h"
+#include "support/MetaText.h"
 #include "upgrademeta2024/MetaDictionary2024.h"
 #include "upgrademeta2024/storage/MetaStorage2024.h"
 
@@ -26,11 +26,11 @@ class CStorageContractTest : public testing::TestWithParam<EStorage> {
   std::unique_ptr<CMetaStorage2024> Open() const { return CMetaStorage2024::Open(storage_.Location()); }
 
   void Save(const CMetaDictionary2024& dictionary) const { Open()->Save(dictionary); }
-  std::string LoadedText() const { return MetaText(*Open()->Load()); }
+  std::string LoadedText() const { return TextOf(*Open()->Load()); }
 
   void ExpectKept(const CMetaDictionary2024& dictionary) const {
     Save(dictionary);
-    EXPECT_EQ(LoadedText(), MetaText(dictionary));
+    EXPECT_EQ(LoadedText(), TextOf(dictionary));
   }
 
   /// Whatever a storage does not accept is refused when it is saved or, at the latest, when it is loaded.
@@ -138,9 +138,9 @@ TEST_P(CStorageContractTest, KeepsTheSameNameInDifferentLists) {
 
 TEST_P(CStorageContractTest, KeepsGeneratedMetamodels) {
   EXPECT_TRUE(rc::check("what is saved is what is loaded", [this] {
-    const std::shared_ptr<CMetaDictionary2024> dictionary = GenerateMetamodel();
+    const std::shared_ptr<CMetaDictionary2024> dictionary = GenerateMetamodel(EControls::kWithoutNul);
     Save(*dictionary);
-    RC_ASSERT(LoadedText() == MetaText(*dictionary));
+    RC_ASSERT(LoadedText() == TextOf(*dictionary));
   }));
 }
 
@@ -171,7 +171,7 @@ TEST_P(CStorageContractTest, LoadsTheSameAgain) {
   dictionary.AddClass(MakeClass({"C", {"B"}, {Property("P")}}));
   Save(dictionary);
   const std::unique_ptr<CMetaStorage2024> storage = Open();
-  EXPECT_EQ(MetaText(*storage->Load()), MetaText(*storage->Load()));
+  EXPECT_EQ(TextOf(*storage->Load()), TextOf(*storage->Load()));
 }
 
 TEST_P(CStorageContractTest, RefusesPropertyNamesThatDifferOnlyInCase) {
