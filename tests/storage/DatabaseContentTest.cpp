@@ -10,9 +10,9 @@
 
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptexception/KVXException.h"
-#include "storage/TestStorage.h"
 #include "support/MetaMaker.h"
 #include "support/MetaText.h"
+#include "support/TestStorage.h"
 #include "upgrademeta2024/MetaDictionary2024.h"
 #include "upgrademeta2024/storage/MetaStorage2024.h"
 
@@ -42,7 +42,7 @@ void PrintTo(const SStatementCase& value, std::ostream* output) {
 using Parameter = std::tuple<EStorage, SStatementCase>;
 
 std::string ParameterName(const testing::TestParamInfo<Parameter>& info) {
-  return std::get<1>(info.param).name;
+  return Name(std::get<0>(info.param)) + std::get<1>(info.param).name;
 }
 
 class CDatabaseTest : public testing::TestWithParam<Parameter> {
@@ -202,16 +202,12 @@ const std::vector<SStatementCase> kEdits = {
      "class \"\u00C9\""},
 };
 
-#define INSTANTIATE(suite, cases)                                                                                    \
-  INSTANTIATE_TEST_SUITE_P(                                                                                          \
-      Sqlite, suite, testing::Combine(testing::Values(EStorage::kSqlite), testing::ValuesIn(cases)), ParameterName); \
-  INSTANTIATE_TEST_SUITE_P(Postgresql, suite,                                                                        \
-                           testing::Combine(testing::Values(EStorage::kPostgresql), testing::ValuesIn(cases)),       \
-                           ParameterName)
+const auto kDatabases = testing::Values(EStorage::kSqlite, EStorage::kPostgresql);
 
-INSTANTIATE(CDatabaseEnforcesTest, kRefusedStatements);
-INSTANTIATE(CDatabaseFaultTest, kFaults);
-INSTANTIATE(CDatabaseEditTest, kEdits);
+INSTANTIATE_TEST_SUITE_P(, CDatabaseEnforcesTest, testing::Combine(kDatabases, testing::ValuesIn(kRefusedStatements)),
+                         ParameterName);
+INSTANTIATE_TEST_SUITE_P(, CDatabaseFaultTest, testing::Combine(kDatabases, testing::ValuesIn(kFaults)), ParameterName);
+INSTANTIATE_TEST_SUITE_P(, CDatabaseEditTest, testing::Combine(kDatabases, testing::ValuesIn(kEdits)), ParameterName);
 
 }  // namespace
 }  // namespace test

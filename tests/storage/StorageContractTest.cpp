@@ -10,10 +10,10 @@
 
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptexception/KVXException.h"
-#include "storage/TestStorage.h"
 #include "support/MetaGenerator.h"
 #include "support/MetaMaker.h"
 #include "support/MetaText.h"
+#include "support/TestStorage.h"
 #include "upgrademeta2024/MetaDictionary2024.h"
 #include "upgrademeta2024/storage/MetaStorage2024.h"
 

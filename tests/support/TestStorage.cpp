@@ -1,4 +1,4 @@
-#include "storage/TestStorage.h"
+#include "support/TestStorage.h"
 
 #include <soci/postgresql/soci-postgresql.h>
 #include <soci/soci.h>
