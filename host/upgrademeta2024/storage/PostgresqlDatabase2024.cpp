@@ -55,11 +55,11 @@ bool IsKeywordForm(const std::string& words) {
   return begin == std::string::npos || (end != std::string::npos && words[end] == '=');
 }
 
-/// A "/" in the password of a URI would make the rest of the password the name of the database.
-bool HasPasswordInPath(const std::string& words) {
-  const std::size_t path = words.find('/');
-  const std::size_t at = words.find('@', path == std::string::npos ? words.size() : path);
-  return at < words.find('?');
+/// libpq ends the password of a URI at the first "@" and takes no "/" in it: the rest would be taken for the host or
+/// the database, and shown.
+bool MayHoldUnquotedPassword(const std::string& words) {
+  const std::size_t at = words.find('@');
+  return at != std::string::npos && (at != words.rfind('@') || words.find('/') < at);
 }
 
 std::string Quote(const std::string& value) {
@@ -111,7 +111,7 @@ CPostgresqlDatabase::CPostgresqlDatabase(const std::string& words) {
   const bool isUri = !IsKeywordForm(words);
   const std::string given = isUri ? kScheme + words : words;
   const std::unique_ptr<PQconninfoOption, decltype(&PQconninfoFree)> options(
-      isUri && HasPasswordInPath(words) ? nullptr : PQconninfoParse(given.c_str(), nullptr), &PQconninfoFree);
+      isUri && MayHoldUnquotedPassword(words) ? nullptr : PQconninfoParse(given.c_str(), nullptr), &PQconninfoFree);
   bool understood = options != nullptr;
   for (const PQconninfoOption* option = options.get(); understood && option->keyword != nullptr; ++option) {
     if (option->val == nullptr) {
