@@ -1,11 +1,15 @@
 // Whole runs: the real executable with the real module. Each folder beside this file that has a case.json is one case;
-// see README.md here.
+// see README.md here. The metamodels are documents; with the environment variable UPGRADESRV_CASES_STORAGE "sqlite" or
+// "postgresql" they are copied into databases first, which must not make a difference.
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
+#include <memory>
 #include <sstream>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -13,6 +17,7 @@
 #include "kvxsptstring/StringHelper.h"
 #include "support/Process.h"
 #include "support/TemporaryDirectory.h"
+#include "support/TestStorage.h"
 
 namespace {
 
@@ -20,6 +25,18 @@ namespace fs = std::filesystem;
 
 const std::string kSourceDirectory = UPGRADESRV_SOURCE_DIR;
 const std::string kCases = kSourceDirectory + "/tests/cases";
+
+test::EStorage StorageOfCases() {
+  const char* value = std::getenv("UPGRADESRV_CASES_STORAGE");
+  const std::string name = value == nullptr ? "" : value;
+  if (name.empty()) {
+    return test::EStorage::kDocument;
+  }
+  if (name != "sqlite" && name != "postgresql") {
+    throw std::invalid_argument("UPGRADESRV_CASES_STORAGE: " + name);
+  }
+  return name == "sqlite" ? test::EStorage::kSqlite : test::EStorage::kPostgresql;
+}
 
 struct SCase {
   std::string folder;
@@ -97,6 +114,8 @@ class CCaseTest : public testing::Test {
     copy(DisplayTexts(case_.folder, description), "multilanguage/strings/info.json");
     copy(case_.folder + "/original.json", "2024/metamodel.json");
     copy(case_.folder + "/client.json", "installation.json");
+    const std::string original = Store("2024/metamodel");
+    const std::string client = Store("installation");
 
     std::list<std::string> elements = {"class", "link", "behavior"};
     if (description.HasMember("execute_elements")) {
@@ -111,10 +130,32 @@ class CCaseTest : public testing::Test {
     CJsonObject upgrade;
     upgrade.SetStringValue("lang", "en");
     upgrade.SetStringValue("version", "2024");
-    upgrade.SetStringValue("original_metamodel", "2024/metamodel.json");
-    upgrade.SetStringValue("client_metamodel", "installation.json");
+    upgrade.SetStringValue("original_metamodel", original);
+    upgrade.SetStringValue("client_metamodel", client);
     upgrade.SetObjectArrayValue("strategies", {strategy});
     upgrade.SaveToFile(directory_.File("upgrade.json"));
+  }
+
+  /// Moves a document, named without its ending, into the storage that the cases run with. Answers with its location.
+  std::string Store(const std::string& name) {
+    const std::string document = directory_.File(name + ".json");
+    switch (StorageOfCases()) {
+      case test::EStorage::kDocument:
+        return name + ".json";
+      case test::EStorage::kSqlite:
+        Move(document, directory_.File(name + ".db"));
+        return "sqlite3://" + name + ".db";
+      default:
+        schemas_.push_back(std::make_unique<test::CTestStorage>(test::EStorage::kPostgresql));
+        Move(document, schemas_.back()->Location());
+        return schemas_.back()->Location();
+    }
+  }
+
+  static void Move(const std::string& document, const std::string& location) {
+    const test::SProcessResult result = test::Run({UPGRADESRV_EXECUTABLE, "metamodel", "copy", document, location});
+    EXPECT_EQ(result.status, 0) << result.errors;
+    fs::remove(document);
   }
 
   static void ExpectSameFile(const std::string& expected, const std::string& actual) {
@@ -126,6 +167,7 @@ class CCaseTest : public testing::Test {
 
   SCase case_;
   test::CTemporaryDirectory directory_;
+  std::vector<std::unique_ptr<test::CTestStorage>> schemas_;
 };
 
 void RegisterCases() {

@@ -11,6 +11,7 @@ class CDocumentMetaStorage2024 : public CMetaStorage2024 {
   explicit CDocumentMetaStorage2024(std::string path);
   ~CDocumentMetaStorage2024() override;
 
+  std::string Describe() const override { return path_; }
   std::shared_ptr<CMetaDictionary2024> Load() override;
   bool Exists() override;
   void Save(const CMetaDictionary2024& dictionary) override;

@@ -12,13 +12,22 @@ class CMetaDictionary2024;
 /// repeat).
 class UPGRADEMETA2024_EXPORT CMetaStorage2024 {
  public:
-  /// The storage for a location: a path that ends in ".json" is a metamodel document. Opens and reads nothing yet.
+  /// The storage for a location. Opens and reads nothing yet. Locations, capital letters or small ones in their fixed
+  /// parts:
+  /// - a path that ends in ".json": a metamodel document;
+  /// - "sqlite3://PATH", or a path that ends in ".db" or ".sqlite": an SQLite database;
+  /// - "postgresql://" followed by libpq's connection words, "host=… dbname=…" or nothing, or by the rest of a
+  ///   connection URI: a database of a PostgreSQL server. What is not given comes from libpq's environment variables,
+  ///   service file and password file.
   /// Throws CKVXException (kvx::kMetamodelError) for a location of no known form.
   static std::unique_ptr<CMetaStorage2024> Open(const std::string& location);
 
   virtual ~CMetaStorage2024();
   CMetaStorage2024(const CMetaStorage2024&) = delete;
   CMetaStorage2024& operator=(const CMetaStorage2024&) = delete;
+
+  /// The location for messages and reports: passwords are not shown.
+  virtual std::string Describe() const = 0;
 
   /// Reads the whole metamodel; never an empty pointer. Changes nothing. Throws CKVXException: kvx::kFileError for what
   /// cannot be read, kvx::kMalformedDocument for content that is not a metamodel, with the place.

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "support/MetaMaker.h"
-#include "upgrademeta2024/MetaText.h"
+#include "support/MetaText.h"
 #include "upgrademeta2024/storage/MetaDocument.h"
 
 namespace {

@@ -4,7 +4,7 @@
 #include <ostream>
 #include <string>
 
-#include "upgrademeta2024/MetaText.h"
+#include "support/MetaText.h"
 #include "upgrademeta2024/storage/MetaDocument.h"
 
 // Documents that are not JSON, and JSON that is written in an unusual way.

@@ -3,6 +3,7 @@
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
+#include <algorithm>
 #include <exception>
 #include <functional>
 #include <new>
@@ -12,6 +13,7 @@
 #include <vector>
 
 #include "kvxsptexception/KVXException.h"
+#include "kvxsptstring/StringHelper.h"
 #include "upgradesrv/MetamodelCommands.h"
 #include "upgradesrv/RunCommand.h"
 #include "upgradesrv/StrategyModule.h"
@@ -19,7 +21,15 @@
 namespace upgradesrv {
 namespace {
 
-constexpr const char* kLocationHelp = "A metamodel LOCATION is the path of a metamodel document, NAME.json.";
+constexpr const char* kLocationHelp =
+    "A metamodel LOCATION is one of\n"
+    "  NAME.json                       a metamodel document\n"
+    "  NAME.db, NAME.sqlite            an SQLite database\n"
+    "  sqlite3://PATH                  the same, whatever its name ends in\n"
+    "  'postgresql://host=H dbname=D'  a PostgreSQL database, in libpq's connection words\n"
+    "  postgresql://USER@HOST/DATABASE the same as a URI; what is left out, libpq finds in PGHOST, PGDATABASE and\n"
+    "                                  its other variables, PGSERVICE and PGPASSFILE. A password belongs into the\n"
+    "                                  password file: command lines can be seen by others.";
 
 /// The command that the parsed arguments ask for.
 using Command = std::function<EExitStatus()>;
@@ -113,6 +123,14 @@ void DefineMetamodel(CLI::App& app, SMetamodelArguments& arguments, Command& com
       [&] { command = [&] { return CopyMetamodel(arguments.source, arguments.target, arguments.replace); }; });
 }
 
+/// Whether the arguments hold a password: a location whose spaces were not quoted falls apart into several of them.
+bool MayShowSecret(const std::vector<std::string>& arguments) {
+  return std::any_of(arguments.begin(), arguments.end(), [](std::string argument) {
+    CStringHelper::ToLower(argument);
+    return argument.find("password") != std::string::npos || argument.find("postgresql://") == 0;
+  });
+}
+
 /// What is wrong with the arguments and where help is found. The parser's own words, unless they leave out the argument
 /// that is the cause.
 std::string UsageProblem(const CLI::App& app, const CLI::ParseError& error) {
@@ -161,7 +179,9 @@ EExitStatus ParseAndRun(int argumentCount, const char* const* argumentValues) {
     WriteOutput(std::string(version.what()) + "\n");
     return kNothingToReport;
   } catch (const CLI::ParseError& error) {
-    throw CTrouble(UsageProblem(app, error));
+    throw CTrouble(MayShowSecret({argumentValues, argumentValues + argumentCount})
+                       ? "the arguments cannot be understood; a location with spaces needs quotation marks"
+                       : UsageProblem(app, error));
   }
   return command();
 }

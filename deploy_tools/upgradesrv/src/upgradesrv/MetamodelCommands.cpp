@@ -44,7 +44,8 @@ std::shared_ptr<CJsonObject> ToJson(const SCounts& counts) {
 }  // namespace
 
 EExitStatus ShowMetamodel(const std::string& location, bool json) {
-  const std::shared_ptr<CMetaDictionary2024> dictionary = CMetaStorage2024::Open(location)->Load();
+  const std::unique_ptr<CMetaStorage2024> storage = CMetaStorage2024::Open(location);
+  const std::shared_ptr<CMetaDictionary2024> dictionary = storage->Load();
   const SCounts classes = Count(dictionary->GetClasses());
   const SCounts links = Count(dictionary->GetLinks());
   SCounts behaviors = Count(dictionary->GetBehaviors());
@@ -52,12 +53,13 @@ EExitStatus ShowMetamodel(const std::string& location, bool json) {
     behaviors.methods += static_cast<std::uint32_t>(behavior->GetMethods().size());
   }
   if (!json) {
-    WriteOutput("source:     " + location + "\ngeneration: 2024\n" + Line("classes", classes) + Line("links", links) +
+    WriteOutput("source:     " + storage->Describe() + "\ngeneration: 2024\n" + Line("classes", classes) +
+                Line("links", links) +
                 Line("behaviors", behaviors, " and " + std::to_string(behaviors.methods) + " methods"));
     return kNothingToReport;
   }
   CJsonObject object;
-  object.SetStringValue("source", location);
+  object.SetStringValue("source", storage->Describe());
   object.SetUInt32Value("generation", 2024);
   object.SetObjectValue("classes", ToJson(classes));
   object.SetObjectValue("links", ToJson(links));
@@ -71,7 +73,7 @@ EExitStatus ShowMetamodel(const std::string& location, bool json) {
 EExitStatus CopyMetamodel(const std::string& source, const std::string& target, bool replace) {
   const std::unique_ptr<CMetaStorage2024> to = CMetaStorage2024::Open(target);
   if (!replace && to->Exists()) {
-    throw CTrouble(target + ": exists already; give --replace to replace it");
+    throw CTrouble(to->Describe() + ": exists already; give --replace to replace it");
   }
   const std::shared_ptr<CMetaDictionary2024> dictionary = CMetaStorage2024::Open(source)->Load();
   to->Save(*dictionary);

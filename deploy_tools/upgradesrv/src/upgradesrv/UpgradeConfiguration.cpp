@@ -9,6 +9,7 @@
 #include "kvxsptexception/KVXException.h"
 #include "kvxsptjson/JsonObject.h"
 #include "upgradecontext/UpgradeContext.h"
+#include "upgrademeta2024/storage/MetaLocation2024.h"
 #include "upgradesrv/Output.h"
 
 namespace upgradesrv {
@@ -87,14 +88,6 @@ class CNode {
   std::string pointer_;
 };
 
-/// A connection stands as it is; a path starts at `directory`.
-std::string ResolveLocation(const std::string& location, const std::string& directory) {
-  if (location.find("://") != std::string::npos || std::filesystem::path(location).is_absolute()) {
-    return location;
-  }
-  return directory + "/" + location;
-}
-
 }  // namespace
 
 CUpgradeConfiguration::CUpgradeConfiguration(const std::string& directory, const SConfigurationOverrides& overrides)
@@ -122,8 +115,9 @@ CUpgradeConfiguration::CUpgradeConfiguration(const std::string& directory, const
     node.FailMember("version", "there is no directory " + versionDirectory_ + "; create it or correct the version");
   }
   originalLocation_ =
-      overrides.originalLocation.value_or(ResolveLocation(node.ReadText("original_metamodel"), directory_));
-  clientLocation_ = overrides.clientLocation.value_or(ResolveLocation(node.ReadText("client_metamodel"), directory_));
+      overrides.originalLocation.value_or(ResolveMetaLocation2024(node.ReadText("original_metamodel"), directory_));
+  clientLocation_ =
+      overrides.clientLocation.value_or(ResolveMetaLocation2024(node.ReadText("client_metamodel"), directory_));
   node.RequireMember("strategies");
   ReadStrategies(root);
   if (overrides.elements) {

@@ -36,8 +36,8 @@ struct SConfigurationOverrides {
 ///       "strategies": [ { "module": "checkmeta2024", "class": "CCheckMetaStrategy2024", "parameter": { … } } ] }
 ///
 /// Everything but "parameter" is required and nothing else is allowed; "version" names a directory beside the file; at
-/// least one strategy. No member stands twice, one of a parameter neither. Relative metamodel paths start at the file's
-/// directory.
+/// least one strategy. No member stands twice, one of a parameter neither. Relative metamodel paths, also those of
+/// databases, start at the file's directory.
 class CUpgradeConfiguration {
  public:
   /// Reads DIRECTORY/upgrade.json. Throws CKVXException or CTrouble that names the file, the place and the way out.

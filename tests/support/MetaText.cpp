@@ -1,4 +1,4 @@
-#include "upgrademeta2024/MetaText.h"
+#include "support/MetaText.h"
 
 #include <iomanip>
 #include <sstream>

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <soci/soci.h>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+struct SDatabaseDialect2024;
+
+namespace metadb {
+
+/// Why a database could not do what it was asked for, in words for its user.
+struct SFailure {
+  /// kvx::kFileError or kvx::kMalformedDocument.
+  std::uint32_t code;
+  std::string problem;
+  std::string wayOut;
+};
+
+/// One database, that is what differs between the kinds of databases. Nothing is opened before an operation asks for
+/// it.
+class CDatabase {
+ public:
+  CDatabase() = default;
+  virtual ~CDatabase() = default;
+  CDatabase(const CDatabase&) = delete;
+  CDatabase& operator=(const CDatabase&) = delete;
+
+  /// The location for messages, without passwords.
+  virtual std::string Describe() const = 0;
+  virtual const SDatabaseDialect2024& Dialect() const = 0;
+
+  /// Whether there is anything that can be opened for reading.
+  virtual bool Exists() const = 0;
+  /// Sessions for reading can change nothing. Both throw soci::soci_error or SFailure.
+  virtual std::unique_ptr<soci::session> OpenForReading() = 0;
+  virtual std::unique_ptr<soci::session> OpenForWriting() = 0;
+  /// Ends writing, after the transaction is committed and the session closed. Throws SFailure.
+  virtual void Publish() {}
+
+  virtual SFailure Explain(const soci::soci_error& error) const = 0;
+};
+
+}  // namespace metadb

@@ -1,0 +1,72 @@
+#include "upgrademeta2024/storage/DatabaseMetaStorage2024.h"
+
+#include <string>
+#include <utility>
+
+#include "kvxsptexception/ErrorCodes.h"
+#include "kvxsptexception/KVXException.h"
+#include "kvxsptstring/StringHelper.h"
+#include "upgrademeta2024/MetaDictionary2024.h"
+#include "upgrademeta2024/storage/Database2024.h"
+#include "upgrademeta2024/storage/DatabaseMetaReader2024.h"
+#include "upgrademeta2024/storage/DatabaseMetaWriter2024.h"
+#include "upgrademeta2024/storage/DatabaseRows2024.h"
+#include "upgrademeta2024/storage/DatabaseSchema2024.h"
+
+namespace {
+
+/// Runs an operation on a database and turns its failures into one message. `activity` is what could not be done.
+template <typename Operation>
+auto Run(const metadb::CDatabase& database, const std::string& activity, const Operation& operation) {
+  const auto fail = [&](std::uint32_t code, const std::string& message) {
+    return CKVXException(code, CStringHelper::ToVisible(database.Describe() + ": " + message));
+  };
+  const auto explain = [&](const metadb::SFailure& failure) {
+    return fail(failure.code, activity + ": " + failure.problem + "; " + failure.wayOut);
+  };
+  try {
+    return operation();
+  } catch (const metadb::SContentError& error) {
+    throw fail(kvx::kMalformedDocument, error.message);
+  } catch (const metadb::SFailure& failure) {
+    throw explain(failure);
+  } catch (const soci::soci_error& error) {
+    throw explain(database.Explain(error));
+  }
+}
+
+}  // namespace
+
+CDatabaseMetaStorage2024::CDatabaseMetaStorage2024(std::unique_ptr<metadb::CDatabase> database)
+    : database_(std::move(database)) {}
+
+CDatabaseMetaStorage2024::~CDatabaseMetaStorage2024() = default;
+
+std::string CDatabaseMetaStorage2024::Describe() const {
+  return database_->Describe();
+}
+
+std::shared_ptr<CMetaDictionary2024> CDatabaseMetaStorage2024::Load() {
+  std::string activity = "cannot be opened";
+  return Run(*database_, activity, [&] {
+    const std::unique_ptr<soci::session> session = database_->OpenForReading();
+    return metadb::ReadMetamodel(*session, database_->Dialect(), activity);
+  });
+}
+
+bool CDatabaseMetaStorage2024::Exists() {
+  return database_->Exists() && Run(*database_, "cannot be opened", [&] {
+           const std::unique_ptr<soci::session> session = database_->OpenForReading();
+           return metadb::MissingTables(*session, database_->Dialect()).size() < metadb::TableNames().size();
+         });
+}
+
+void CDatabaseMetaStorage2024::Save(const CMetaDictionary2024& dictionary) {
+  Run(*database_, "cannot be stored, what was there is unchanged", [&] {
+    {
+      const std::unique_ptr<soci::session> session = database_->OpenForWriting();
+      metadb::WriteMetamodel(*session, database_->Dialect(), dictionary);
+    }
+    database_->Publish();
+  });
+}

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <soci/soci.h>
+
+class CMetaDictionary2024;
+struct SDatabaseDialect2024;
+
+namespace metadb {
+
+/// Replaces the metamodel that a database holds, tables included, in one transaction. Throws soci::soci_error when the
+/// database fails, SContentError for a text that no database can hold; then nothing is changed once the session is
+/// closed.
+void WriteMetamodel(soci::session& session, const SDatabaseDialect2024& dialect, const CMetaDictionary2024& dictionary);
+
+}  // namespace metadb

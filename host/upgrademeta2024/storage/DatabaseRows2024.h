@@ -1,0 +1,71 @@
+#pragma once
+
+#include <soci/soci.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "upgrademeta2024/storage/DatabaseSchema2024.h"
+
+struct SDatabaseDialect2024;
+
+namespace metadb {
+
+/// Content that is not a metamodel; the message names table, row and column. The database is added where it is caught.
+struct SContentError {
+  std::string message;
+};
+
+/// "table TABLE, row COLUMN 1, COLUMN 2", `keys` being the values of the key columns.
+std::string RowPlace(const STable& table, const std::vector<std::string>& keys);
+/// The same for a row without an owner and for one with an owner.
+std::string RowPlace(const STable& table, std::uint64_t ordinal);
+std::string RowPlace(const STable& table, std::uint64_t owner, std::uint64_t ordinal);
+
+/// Why a text cannot stand in a metamodel in a database, null when it can.
+const char* TextFault(std::string_view text);
+
+/// One pass over a table in the order of its lists, with a bounded number of rows in memory. Checks what it hands out:
+/// the database may have been filled by another program, with tables that enforce nothing. Throws soci::soci_error when
+/// the database fails, SContentError for what does not belong into the table.
+class CRows {
+ public:
+  CRows(soci::session& session, const SDatabaseDialect2024& dialect, const STable& table);
+  CRows(const CRows&) = delete;
+  CRows& operator=(const CRows&) = delete;
+
+  /// Goes to the next row; false when there is none.
+  bool Next();
+
+  std::uint64_t Owner() const { return owner_; }
+  std::uint64_t Ordinal() const { return ordinal_; }
+  /// The values of the current row by the column's position in STable::columns; texts are valid until Next().
+  std::string_view Text(std::size_t column) const;
+  std::uint32_t Number(std::size_t column) const;
+
+  /// Throws for a column of the current row.
+  [[noreturn]] void Fail(const char* column, const std::string& problem) const;
+
+ private:
+  bool Fetch();
+  bool FetchFromPart();
+  const std::string& Value(std::size_t index, const char* column) const;
+  std::uint64_t WholeNumber(std::size_t index, const char* column, std::uint64_t max) const;
+
+  soci::session& session_;
+  const STable& table_;
+  bool hasCursor_;
+  std::vector<std::string> keyColumns_;
+  std::vector<std::string> values_;
+  std::vector<soci::indicator> indicators_;
+  soci::statement statement_;
+  bool partHasRows_ = false;
+  bool isFirst_ = true;
+  std::uint64_t owner_ = 0;
+  std::uint64_t ordinal_ = 0;
+};
+
+}  // namespace metadb

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <string>
+#include <vector>
+
+namespace test {
+
+/// A program that runs beside the test, killed at the end of its scope. Its output goes nowhere.
+class CRunningProcess {
+ public:
+  /// arguments[0] is the program's path.
+  explicit CRunningProcess(std::vector<std::string> arguments);
+  ~CRunningProcess();
+  CRunningProcess(const CRunningProcess&) = delete;
+  CRunningProcess& operator=(const CRunningProcess&) = delete;
+
+  /// Ends it without giving it a chance to do anything more (SIGKILL). False when it had ended by itself.
+  bool Kill();
+
+ private:
+  pid_t child_;
+};
+
+}  // namespace test
