@@ -87,7 +87,7 @@ TEST_F(CSaveTest, SaysWhyItFailed) {
   EXPECT_EQ(test::TroubleOf(outcome.process),
             "strategy CCheckMetaStrategy2024 of module checkmeta2024 failed: " +
                 run_.Directory().File("2024/checkMetaError.json") +
-                ": cannot be saved: Input/output error; the earlier file is unchanged (code 0xA4C00010)");
+                ": cannot be saved: Input/output error; nothing was changed (code 0xA4C00010)");
 }
 
 TEST_F(CSaveTest, SaysThatTheNewDocumentIsThereButPerhapsNotOnDisk) {
