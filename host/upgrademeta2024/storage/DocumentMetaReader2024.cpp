@@ -312,6 +312,8 @@ class CReader {
     if (token.size() >= 2 && token.back() == '"') {
       const std::string_view content = token.substr(1, token.size() - 2);
       if (content.find('\\') == std::string_view::npos) {
+        // A value that was not taken lets the parser pass over whatever follows it up to a closing bracket.
+        static_cast<void>(value.get_raw_json_string().value());
         return content;
       }
     }
