@@ -97,6 +97,21 @@ TEST_F(CSaveTest, SaysThatTheNewDocumentIsThereButPerhapsNotOnDisk) {
               HasSubstr(": was replaced, but its directory cannot be flushed to disk: Input/output error"));
 }
 
+TEST_F(CSaveTest, WhoseNewFileCannotBeClosedLeavesTheEarlierDocument) {
+  int failures = 0;
+  int position = 0;
+  for (bool faulted = true; faulted;) {
+    const SOutcome outcome = run_.Run(Fault("close", ++position, std::to_string(EIO)));
+    faulted = outcome.faulted;
+    if (outcome.process.status != 1) {
+      EXPECT_THAT(test::TroubleOf(outcome.process), HasSubstr(": cannot be saved: Input/output error; the earlier "));
+      EXPECT_EQ(outcome.document, "earlier");
+      ++failures;
+    }
+  }
+  EXPECT_EQ(failures, 1);
+}
+
 TEST_F(CSaveTest, OnAFileSystemThatCannotFlushDirectoriesIsWhole) {
   for (const int error : {EINVAL, ENOTSUP}) {
     const SOutcome outcome = run_.Run(Fault("fsync", 2, std::to_string(error)));
