@@ -223,7 +223,7 @@ class CReader {
 
   CRows Rows(const STable& table) {
     activity_ = "table " + std::string(table.name) + " cannot be read";
-    return CRows(session_, dialect_, table);
+    return {session_, dialect_, table};
   }
 
   soci::session& session_;

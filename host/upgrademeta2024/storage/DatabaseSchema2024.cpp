@@ -140,10 +140,13 @@ std::vector<std::string> IndexStatements(const SDatabaseDialect2024& dialect) {
   std::vector<std::string> statements;
   for (const STable* table : ListTables()) {
     if (table->columns.front().kind == SColumn::kName) {
-      const std::string name = table->name;
-      const std::string owner = table->owner == nullptr ? "" : table->ownerColumn + std::string(", ");
-      statements.push_back("CREATE UNIQUE INDEX " + name + "_name ON " + name + " (" + owner + dialect.foldedName +
-                           ")");
+      std::string statement = "CREATE UNIQUE INDEX ";
+      statement.append(table->name).append("_name ON ").append(table->name).append(" (");
+      if (table->owner != nullptr) {
+        statement.append(table->ownerColumn).append(", ");
+      }
+      statement += dialect.foldedName;
+      statements.push_back(statement + ")");
     }
   }
   return statements;

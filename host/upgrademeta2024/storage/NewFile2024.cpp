@@ -1,11 +1,11 @@
 #include "upgrademeta2024/storage/NewFile2024.h"
 
 #include <fcntl.h>
-#include <stdio.h>
-#include <stdlib.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <system_error>
 
