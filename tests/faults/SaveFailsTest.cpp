@@ -104,7 +104,7 @@ TEST_F(CSaveTest, WhoseNewFileCannotBeClosedLeavesTheEarlierDocument) {
     const SOutcome outcome = run_.Run(Fault("close", ++position, std::to_string(EIO)));
     faulted = outcome.faulted;
     if (outcome.process.status != 1) {
-      EXPECT_THAT(test::TroubleOf(outcome.process), HasSubstr(": cannot be saved: Input/output error; the earlier "));
+      EXPECT_THAT(test::TroubleOf(outcome.process), HasSubstr(": cannot be saved: Input/output error; nothing was "));
       EXPECT_EQ(outcome.document, "earlier");
       ++failures;
     }
