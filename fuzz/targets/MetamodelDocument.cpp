@@ -3,9 +3,9 @@
 #include "fuzz/support/Input.h"
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptjson/JsonObject.h"
+#include "support/MetaText.h"
 #include "support/TemporaryDirectory.h"
 #include "upgrademeta2024/MetaDictionary2024.h"
-#include "upgrademeta2024/MetaText.h"
 #include "upgrademeta2024/storage/MetaStorage2024.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
