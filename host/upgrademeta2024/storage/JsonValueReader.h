@@ -18,9 +18,9 @@ struct SJsonContentError {
   std::string message;
 };
 
-/// Reads the values of a JSON document in the order in which they stand. What is not as expected throws SJsonContentError
-/// with the place, or simdjson::simdjson_error where the text is not JSON. Everything read is valid as long as the parser
-/// and the text, which must be padded as simdjson asks for.
+/// Reads the values of a JSON document in the order in which they stand. What is not as expected throws
+/// SJsonContentError with the place, or simdjson::simdjson_error where the text is not JSON. Everything read is valid
+/// as long as the parser and the text, which must be padded as simdjson asks for.
 class CJsonValueReader {
  protected:
   using Type = simdjson::ondemand::json_type;
@@ -116,8 +116,7 @@ class CJsonValueReader {
     const std::string_view token = value.raw_json_token();
     std::uint64_t number = 0;
     if (value.get_uint64().get(number) != simdjson::SUCCESS || number > max) {
-      Fail("expected a whole number from 0 to " + std::to_string(max) + ", found " +
-           Visible(Trimmed(token)));
+      Fail("expected a whole number from 0 to " + std::to_string(max) + ", found " + Visible(Trimmed(token)));
     }
     return number;
   }
