@@ -34,7 +34,8 @@ class CReadDescriptor {
   int descriptor_;
 };
 
-/// A large text is touched page by page for the first time while it is read; fewer, larger pages save most of that time.
+/// A large text is touched page by page for the first time while it is read; fewer, larger pages save most of that
+/// time.
 void PreferLargePages(const std::string& text) {
   constexpr std::uintptr_t kLargePage = std::uintptr_t{2} << 20U;
   const auto begin = reinterpret_cast<std::uintptr_t>(text.data());

@@ -283,15 +283,15 @@ TEST(CheckProperty2024InterfaceTest, HasUpdatedPropertiesPassesOverWhatHasNoMatc
   EXPECT_THAT(updatedOriginal, IsEmpty());
 }
 
-TEST(CheckProperty2024InterfaceTest, HasUpdatedPropertiesWithListsLogsEveryCheckThatFails) {
+TEST(CheckProperty2024InterfaceTest, HasUpdatedPropertiesWithListsLogsEveryCheckThatFailsUnderTheClientsName) {
   const test::CLogCapture log;
   Interface::PropertyList updatedClient;
   Interface::PropertyList updatedOriginal;
-  EXPECT_TRUE(Interface::HasUpdatedProperties(SSide({Property("Code", 1)}).list, SSide({Property("Code")}).dict,
+  EXPECT_TRUE(Interface::HasUpdatedProperties(SSide({Property("CODE", 1)}).list, SSide({Property("Code")}).dict,
                                               updatedClient, updatedOriginal));
   EXPECT_THAT(log.Lines(),
               ElementsAre(test::ErrorLine("CheckProperty2024Helper.cpp", "CCheckProperty2024Helper::CheckProperty",
-                                          "property check CheckPropertyLength error.property:Code<hr=0xA4520003>")));
+                                          "property check CheckPropertyLength error.property:CODE<hr=0xA4520003>")));
 }
 
 TEST(CheckProperty2024InterfaceTest, AKeyThatTheObjectHoldsIsReplacedInItsPlaceAndOthersStay) {

@@ -87,7 +87,7 @@ TEST_F(CSaveTest, SaysWhyItFailed) {
   EXPECT_EQ(test::TroubleOf(outcome.process),
             "strategy CCheckMetaStrategy2024 of module checkmeta2024 failed: " +
                 run_.Directory().File("2024/checkMetaError.json") +
-                ": cannot be saved: Input/output error; the earlier file is unchanged (code 0xA4C00010)");
+                ": cannot be saved: Input/output error; nothing was changed (code 0xA4C00010)");
 }
 
 TEST_F(CSaveTest, SaysThatTheNewDocumentIsThereButPerhapsNotOnDisk) {
@@ -95,6 +95,21 @@ TEST_F(CSaveTest, SaysThatTheNewDocumentIsThereButPerhapsNotOnDisk) {
   EXPECT_EQ(outcome.document, "new");
   EXPECT_THAT(test::TroubleOf(outcome.process),
               HasSubstr(": was replaced, but its directory cannot be flushed to disk: Input/output error"));
+}
+
+TEST_F(CSaveTest, WhoseNewFileCannotBeClosedLeavesTheEarlierDocument) {
+  int failures = 0;
+  int position = 0;
+  for (bool faulted = true; faulted;) {
+    const SOutcome outcome = run_.Run(Fault("close", ++position, std::to_string(EIO)));
+    faulted = outcome.faulted;
+    if (outcome.process.status != 1) {
+      EXPECT_THAT(test::TroubleOf(outcome.process), HasSubstr(": cannot be saved: Input/output error; nothing was "));
+      EXPECT_EQ(outcome.document, "earlier");
+      ++failures;
+    }
+  }
+  EXPECT_EQ(failures, 1);
 }
 
 TEST_F(CSaveTest, OnAFileSystemThatCannotFlushDirectoriesIsWhole) {

@@ -122,7 +122,7 @@ void ExpectTruth(const SOutcome& outcome, const std::string& report) {
   }
   const std::string error = TroubleOf(outcome.process);
   if (outcome.document == "new") {
-    EXPECT_THAT(error, testing::Not(HasSubstr("the earlier file is unchanged")));
+    EXPECT_THAT(error, testing::Not(HasSubstr("nothing was changed")));
   } else {
     EXPECT_THAT(error, testing::Not(HasSubstr("was replaced")));
   }

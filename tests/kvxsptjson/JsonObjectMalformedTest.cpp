@@ -1,17 +1,18 @@
 #include <gtest/gtest.h>
 
-#include <cstddef>
 #include <ostream>
 #include <string>
 
 #include "kvxsptjson/JsonObject.h"
 #include "kvxsptjson/JsonText.h"
+#include "support/JsonLetters.h"
 #include "support/TemporaryDirectory.h"
 
 namespace {
 
 using namespace std::string_literals;
 using test::ErrorOf;
+using test::Repeat;
 using test::SError;
 
 struct SMalformed {
@@ -149,14 +150,6 @@ INSTANTIATE_TEST_SUITE_P(Number, JsonObjectMalformedTest, testing::ValuesIn(kNum
 INSTANTIATE_TEST_SUITE_P(String, JsonObjectMalformedTest, testing::ValuesIn(kStrings), NameOf);
 INSTANTIATE_TEST_SUITE_P(Encoding, JsonObjectMalformedTest, testing::ValuesIn(kEncodings), NameOf);
 INSTANTIATE_TEST_SUITE_P(Column, JsonObjectMalformedTest, testing::ValuesIn(kColumns), NameOf);
-
-std::string Repeat(const std::string& text, std::size_t times) {
-  std::string repeated;
-  for (std::size_t i = 0; i < times; ++i) {
-    repeated += text;
-  }
-  return repeated;
-}
 
 SError TooDeep(const std::string& place) {
   return {kvx::kMalformedDocument, "text:" + place + ": nested more than 512 levels deep"};

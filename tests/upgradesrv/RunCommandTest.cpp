@@ -137,8 +137,7 @@ TEST_F(CRunCommandTest, StrategyGetsContextAndParameter) {
 
 TEST_F(CRunCommandTest, LoggedErrorIsTroubleAfterTheStrategyHasEnded) {
   const test::SProcessResult result = RunStranger("CLogsError");
-  EXPECT_EQ(test::TroubleOf(result),
-            "the strategies logged 1 error; the report is not complete until the log's errors are cleared up");
+  EXPECT_EQ(test::TroubleOf(result), "the strategies logged 1 error; clear up what the log says and run again");
   EXPECT_THAT(result.errors, HasSubstr("ERROR stranger.cpp:12 CStranger::Invoke - the stranger's log line\n"));
 }
 
@@ -242,8 +241,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(CRunCommandTest, UnknownKindIsLoggedTheOthersAreCheckedAndTheRunEndsWithStatus2) {
   const test::SProcessResult result = upgrade_.Run({"--elements", "method,link"});
-  EXPECT_EQ(test::ErrorOf(result),
-            "the strategies logged 1 error; the report is not complete until the log's errors are cleared up");
+  EXPECT_EQ(test::ErrorOf(result), "the strategies logged 1 error; clear up what the log says and run again");
   EXPECT_THAT(result.errors, HasSubstr("ERROR deploy_tools/upgradesrv/src/checkmeta2024/CheckMetaStrategy2024.cpp:59 "
                                        "CCheckMetaStrategy2024::Invoke - meta element check type "
                                        "error.type:method<hr=0xA4520008>\n"));

@@ -41,8 +41,8 @@ TEST_F(CStrategyModuleTest, IsFoundInTheGivenDirectory) {
 
 TEST_F(CStrategyModuleTest, ThatIsMissingIsTrouble) {
   EXPECT_EQ(TroubleWithModule("absent"), "module absent: there is no " + kTestModules +
-                                             "/libabsent.so; install the module there or name its directory with "
-                                             "--module-dir");
+                                             "/libabsent.so; give the bare name, NAME for libNAME.so, install the "
+                                             "module there or name its directory with --module-dir");
 }
 
 TEST_F(CStrategyModuleTest, NameWithASeparatorIsRefusedEvenWhereItLeadsToAModule) {
@@ -67,7 +67,7 @@ TEST_F(CStrategyModuleTest, NameWithANulIsRefusedEvenWhereItLeadsToAModule) {
 }
 
 TEST_F(CStrategyModuleTest, NameIsCompletedToAFileName) {
-  EXPECT_THAT(TroubleWithModule("libstrangers.so"), HasSubstr("/liblibstrangers.so.so; install"));
+  EXPECT_THAT(TroubleWithModule("libstrangers.so"), HasSubstr("/liblibstrangers.so.so; give the bare name"));
 }
 
 TEST_F(CStrategyModuleTest, ThatIsDamagedIsTrouble) {

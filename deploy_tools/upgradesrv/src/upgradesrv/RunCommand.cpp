@@ -91,16 +91,25 @@ EExitStatus RunUpgrade(const SRunArguments& arguments) {
 
   EExitStatus status = kNothingToReport;
   for (const SStrategyConfiguration& strategy : configuration.GetStrategies()) {
+    if (const auto [found, elements] = strategy.parameter->GetPropertyStringArrayValue("execute_elements");
+        found && elements.empty()) {
+      WriteNote(strategy.className + ": \"execute_elements\" is empty, so nothing is checked");
+    }
+    const std::size_t errorsBefore = CLog::GetErrorCount();
     const std::optional<std::string> text = RunStrategy(arguments.moduleDirectory, strategy, context);
     if (text) {
       status = kDifferencesReported;
       WriteOutput(*text);
     }
-    WriteNote(strategy.className + ": " + (text ? "differences reported" : "nothing to report"));
+    const bool complete = CLog::GetErrorCount() == errorsBefore;
+    const std::string outcome = text       ? "differences reported"
+                                : complete ? "nothing to report"
+                                           : "no differences reported";
+    WriteNote(strategy.className + ": " + outcome + (complete ? "" : ", but not complete: it logged errors"));
   }
   if (const std::size_t errors = CLog::GetErrorCount(); errors != 0) {
     throw CTrouble("the strategies logged " + std::to_string(errors) + (errors == 1 ? " error" : " errors") +
-                   "; the report is not complete until the log's errors are cleared up");
+                   "; clear up what the log says and run again");
   }
   return status;
 }

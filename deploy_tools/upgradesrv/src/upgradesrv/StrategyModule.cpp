@@ -64,7 +64,8 @@ CStrategyModule::CStrategyModule(const std::string& directory, const std::string
   std::error_code error;
   if (!std::filesystem::exists(path_, error)) {
     throw CTrouble("module " + name + ": there is no " + path_ +
-                   "; install the module there or name its directory with --module-dir");
+                   "; give the bare name, NAME for libNAME.so, install the module there or name its directory with "
+                   "--module-dir");
   }
   if (IsCutOff(path_)) {
     throw CTrouble("module " + name + ": cannot be loaded: " + path_ + ": the file is cut off; install it again");

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <initializer_list>
 #include <list>
+#include <set>
 #include <utility>
 
 #include "kvxsptexception/KVXException.h"
@@ -43,10 +44,10 @@ class CNode {
   }
 
   void RefuseRepeatedMembers() const {
-    const std::list<std::string> keys = GetKeys();
-    for (auto key = keys.begin(); key != keys.end(); ++key) {
-      if (std::find(keys.begin(), key, *key) != key) {
-        Fail("member \"" + *key + "\" stands twice");
+    std::set<std::string> seen;
+    for (const std::string& key : GetKeys()) {
+      if (!seen.insert(key).second) {
+        Fail("member \"" + key + "\" stands twice");
       }
     }
   }
