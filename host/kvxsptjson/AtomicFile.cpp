@@ -65,7 +65,8 @@ int SyncDirectoryOf(const std::string& file) {
 
 }  // namespace
 
-CAtomicFile::CAtomicFile(const std::string& path) : path_(path), buffer_(std::make_unique<char[]>(kBufferSize)) {
+CAtomicFile::CAtomicFile(const std::string& path)
+    : path_(path), buffer_(std::make_unique<std::array<char, kBufferSize>>()) {
   std::error_code linkError;
   target_ = FollowLinks(path, linkError);
   if (linkError) {
@@ -127,7 +128,7 @@ void CAtomicFile::WriteAll(const char* data, std::size_t size) {
 }
 
 void CAtomicFile::FlushBuffer() {
-  WriteAll(buffer_.get(), used_);
+  WriteAll(buffer_->data(), used_);
   used_ = 0;
 }
 
@@ -138,7 +139,7 @@ void CAtomicFile::Write(const char* data, std::size_t size) {
   if (size > kBufferSize) {
     WriteAll(data, size);
   } else {
-    std::memcpy(buffer_.get() + used_, data, size);
+    std::memcpy(buffer_->data() + used_, data, size);
     used_ += size;
   }
 }

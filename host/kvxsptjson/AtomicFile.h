@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <memory>
 #include <string>
@@ -32,7 +33,7 @@ class KVXSPTJSON_EXPORT CAtomicFile {
     if (used_ == kBufferSize) {
       FlushBuffer();
     }
-    buffer_[used_++] = c;
+    (*buffer_)[used_++] = c;
   }
   void Flush() {}
 
@@ -46,7 +47,7 @@ class KVXSPTJSON_EXPORT CAtomicFile {
   std::string path_;
   std::string target_;
   std::string temporary_;
-  std::unique_ptr<char[]> buffer_;
+  std::unique_ptr<std::array<char, kBufferSize>> buffer_;
   std::size_t used_ = 0;
   int descriptor_ = -1;
 };

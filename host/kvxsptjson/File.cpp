@@ -36,14 +36,13 @@ class CReadDescriptor {
 
 /// A large text is touched page by page for the first time while it is read; fewer, larger pages save most of that
 /// time.
-void PreferLargePages(const std::string& text) {
-  constexpr std::uintptr_t kLargePage = std::uintptr_t{2} << 20U;
-  const auto begin = reinterpret_cast<std::uintptr_t>(text.data());
-  const std::uintptr_t first = (begin + kLargePage - 1) / kLargePage * kLargePage;
-  const std::uintptr_t end = (begin + text.capacity()) / kLargePage * kLargePage;
-  if (first < end) {
+void PreferLargePages(std::string& text) {
+  constexpr std::size_t kLargePage = std::size_t{2} << 20U;
+  const std::size_t before = kLargePage - reinterpret_cast<std::uintptr_t>(text.data()) % kLargePage;
+  if (text.capacity() > before + kLargePage) {
+    const std::size_t size = (text.capacity() - before) / kLargePage * kLargePage;
     // Only a wish: where it is not granted, nothing changes.
-    static_cast<void>(madvise(reinterpret_cast<void*>(first), end - first, MADV_HUGEPAGE));
+    static_cast<void>(madvise(text.data() + before, size, MADV_HUGEPAGE));
   }
 }
 

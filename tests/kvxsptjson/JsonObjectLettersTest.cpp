@@ -135,7 +135,7 @@ struct SNesting {
 TEST(JsonObjectLettersTest, DeepNestingOfEveryShapeIsRefusedWithoutRunningOutOfStack) {
   for (const SNesting& shape : {SNesting{"[", "", "]"}, SNesting{R"({"a":)", "0", "}"},
                                 SNesting{R"([{"a":)", "0", "}]"}, SNesting{R"([1,{"a":[],"b":)", "0", "}]"}}) {
-    for (const std::size_t depth : {100000, 1000000}) {
+    for (const std::size_t depth : {100000U, 1000000U}) {
       EXPECT_FALSE(IsRead(Repeat(shape.open, depth), shape.open)) << depth;
       EXPECT_FALSE(IsRead(Repeat(shape.open, depth) + shape.innermost + Repeat(shape.close, depth), shape.open));
     }

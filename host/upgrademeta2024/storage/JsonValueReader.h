@@ -36,6 +36,7 @@ class CJsonValueReader {
         throw simdjson::simdjson_error(result.error());
       }
       place_.Enter(index);
+      // NOLINTNEXTLINE(performance-move-const-arg): chooses the overload that hands out a reference.
       Value&& value = std::move(result).value_unsafe();
       item(index, value);
       place_.Leave();

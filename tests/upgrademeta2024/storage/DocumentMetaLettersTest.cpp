@@ -99,7 +99,7 @@ TEST(DocumentMetaLettersTest, AByteOrderMarkIsSkippedAtTheFrontOnly) {
 }
 
 TEST(DocumentMetaLettersTest, DeepNestingIsRefusedAtEveryPlace) {
-  for (const std::size_t depth : {512, 513, 100000, 1000000}) {
+  for (const std::size_t depth : {512U, 513U, 100000U, 1000000U}) {
     for (const std::string& deep :
          {Repeat("[", depth) + Repeat("]", depth), Repeat(R"({"internal_name":)", depth) + "\"A\"" + Repeat("}", depth),
           Repeat("[", depth), Repeat(R"({"a":)", depth)}) {
