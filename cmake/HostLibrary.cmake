@@ -4,7 +4,7 @@ include(GenerateExportHeader)
 #
 # One shared library of the host framework. Headers lie beside the sources and are included as <name>/Header.h; the
 # export header <name>/<name>_export.h is generated. Headers in a
-# folder "detail" are the library's own and are not installed. <file> and headers are relative to the current directory.
+# folder "detail", and those of single storages, are the library's own and are not installed. <file> and headers are relative to the current directory.
 function(upgradesrv_add_host_library name)
   cmake_parse_arguments(ARG "" "" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
   add_library(${name} SHARED ${ARG_SOURCES})
@@ -33,5 +33,6 @@ function(upgradesrv_add_host_library name)
     DESTINATION ${header_dir}
     FILES_MATCHING
     PATTERN "*.h"
-    PATTERN detail EXCLUDE)
+    PATTERN detail EXCLUDE
+    REGEX "/storage/(Database|Document|Json|NewFile|Postgresql|Sqlite)[^/]*$" EXCLUDE)
 endfunction()

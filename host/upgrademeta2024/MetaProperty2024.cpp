@@ -43,8 +43,11 @@ std::uint16_t CMetaProperty2024::GetPrecision() const {
 }
 
 void CMetaProperty2024::GetMaxMinValue(std::string& max, std::string& min) const {
-  max = Text(kMax);
-  min = Text(kMin);
+  // Mostly both are unset.
+  max.clear();
+  min.clear();
+  max.append(Text(kMax));
+  min.append(Text(kMin));
 }
 
 std::string CMetaProperty2024::GetDefaultValue() const {

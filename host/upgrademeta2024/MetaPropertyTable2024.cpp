@@ -18,6 +18,11 @@ struct CMetaPropertyTable2024::SBlock {
   std::optional<std::pair<std::size_t, std::size_t>> repeatedName;
   bool finished = false;
 
+  // The lower-cased names in the order of byName, one after the other, and where each ends: a dictionary of them is
+  // asked for again and again.
+  std::string lowerNames;
+  std::vector<std::uint32_t> lowerNameEnds;
+
   std::string LowerName(std::uint32_t position) const {
     std::string name = properties[position].GetInternalName();
     CStringHelper::ToLower(name);
@@ -43,6 +48,12 @@ void CMetaPropertyTable2024::SBlock::SortNames() {
       repeatedName.emplace(byName[i - 1], byName[i]);
     }
   }
+  lowerNameEnds.reserve(byName.size());
+  for (const std::uint32_t position : byName) {
+    lowerNames += names[position];
+    lowerNameEnds.push_back(static_cast<std::uint32_t>(lowerNames.size()));
+  }
+  lowerNames.shrink_to_fit();
 }
 
 CMetaPropertyTable2024::CMetaPropertyTable2024() : block_(std::make_shared<SBlock>()) {}
@@ -105,9 +116,12 @@ std::list<std::shared_ptr<CMetaProperty2024>> CMetaPropertyTable2024::GetPropert
 
 std::map<std::string, std::shared_ptr<CMetaProperty2024>> CMetaPropertyTable2024::GetPropertyDict() const {
   std::map<std::string, std::shared_ptr<CMetaProperty2024>> properties;
-  for (const std::uint32_t position : block_->byName) {
-    properties.emplace_hint(properties.end(), block_->LowerName(position),
-                            std::shared_ptr<CMetaProperty2024>(block_, &block_->properties[position]));
+  std::uint32_t begin = 0;
+  for (std::size_t i = 0; i < block_->byName.size(); ++i) {
+    const std::uint32_t end = block_->lowerNameEnds[i];
+    properties.emplace_hint(properties.end(), std::string(block_->lowerNames, begin, end - begin),
+                            std::shared_ptr<CMetaProperty2024>(block_, &block_->properties[block_->byName[i]]));
+    begin = end;
   }
   return properties;
 }

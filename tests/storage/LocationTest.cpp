@@ -7,6 +7,7 @@
 
 #include "kvxsptexception/ErrorCodes.h"
 #include "support/Error.h"
+#include "support/Process.h"
 #include "upgrademeta2024/storage/MetaLocation2024.h"
 #include "upgrademeta2024/storage/MetaStorage2024.h"
 
@@ -81,6 +82,14 @@ TEST(LocationTest, ConnectionWordsThatCannotBeUnderstoodAreNotShown) {
     EXPECT_THAT(error.message, Not(HasSubstr("geh"))) << words;
     EXPECT_THAT(error.message, Not(HasSubstr("heim"))) << words;
   }
+}
+
+TEST(LocationTest, ALocationThatFellApartIntoArgumentsIsNotShown) {
+  const SProcessResult result = test::Run(
+      {UPGRADESRV_EXECUTABLE, "metamodel", "copy", "postgresql://host=h", "password='ge", "heim'", "metamodel.json"});
+  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(result.errors,
+            "upgradesrv: error: the arguments cannot be understood; a location with spaces needs quotation marks\n");
 }
 
 }  // namespace
