@@ -7,8 +7,10 @@
 #include <utility>
 #include <vector>
 
+#include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptstring/StringHelper.h"
 #include "upgrademeta2024/MetaDictionary2024.h"
+#include "upgrademeta2024/storage/Database2024.h"
 #include "upgrademeta2024/storage/DatabaseDialect2024.h"
 #include "upgrademeta2024/storage/DatabaseRows2024.h"
 #include "upgrademeta2024/storage/DatabaseSchema2024.h"
@@ -90,7 +92,7 @@ class CReader {
 
   void ReadHead() {
     const std::string table = "table " + std::string(kHeadTable);
-    activity_ = table + " cannot be read";
+    BeginTable(kHeadTable);
     std::string generation;
     std::string version;
     soci::indicator hasGeneration = soci::i_null;
@@ -222,8 +224,21 @@ class CReader {
   }
 
   CRows Rows(const STable& table) {
-    activity_ = "table " + std::string(table.name) + " cannot be read";
+    BeginTable(table.name);
     return {session_, dialect_, table};
+  }
+
+  void BeginTable(const std::string& table) {
+    activity_ = "table " + table + " cannot be read";
+    if (dialect_.checkTable.empty()) {
+      return;
+    }
+    // A page that has lost rows reads without an error.
+    std::string finding;
+    session_ << dialect_.checkTable + "(" + table + ")", soci::into(finding);
+    if (finding != "ok") {
+      throw SFailure{kvx::kMalformedDocument, "the database is damaged", "restore it from a copy"};
+    }
   }
 
   soci::session& session_;

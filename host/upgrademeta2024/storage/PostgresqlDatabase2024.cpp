@@ -38,6 +38,7 @@ const SDatabaseDialect2024& PostgresqlDialect() {
       "lower(internal_name COLLATE \"C\")",
       "",
       "SELECT count(to_regclass(:name))",
+      "",
       {"BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY", kLockTimeout, LockAllTables()},
       {"BEGIN", kLockTimeout},
       /*readsThroughCursor=*/true,
