@@ -162,28 +162,6 @@ TEST_F(CSqliteFaultTest, PageThatHasLostARowIsNoticed) {
   EXPECT_GE(refused, 15);
 }
 
-TEST_F(CSqliteFaultTest, NameThatHasChangedOnDiskIsNoticed) {
-  Save();
-  const std::string file = ReadFile(Path());
-  int places = 0;
-  // Each name stands in its table and in the table's index.
-  const std::string name = "Property199";
-  for (std::size_t at = file.find(name); at != std::string::npos; at = file.find(name, at + 1)) {
-    const bool isName = file.compare(at - 2, 2, "F_") != 0 && file.compare(at + name.size(), 2, " (") != 0;
-    if (isName) {
-      std::string damaged = file;
-      damaged[at] = 'X';
-      storage_.Directory().Write("metamodel.db", damaged);
-      EXPECT_EQ(LoadError(), (SError{kvx::kMalformedDocument,
-                                     Path() + ": table meta_class_properties cannot be read: the database is damaged; "
-                                              "restore it from a copy"}))
-          << at;
-      ++places;
-    }
-  }
-  EXPECT_GE(places, 6);
-}
-
 TEST_F(CSqliteFaultTest, OtherTablesOfTheDatabaseStay) {
   storage_.Execute({"CREATE TABLE parts (number TEXT)", "INSERT INTO parts VALUES ('A-1')"});
   EXPECT_FALSE(CMetaStorage2024::Open(Path())->Exists());

@@ -38,7 +38,7 @@ const SDatabaseDialect2024 kDialect = {
     "internal_name COLLATE NOCASE",
     " WITHOUT ROWID",
     "SELECT count(*) FROM sqlite_master WHERE type IN ('table', 'view') AND name = :name COLLATE NOCASE",
-    "PRAGMA integrity_check",
+    "PRAGMA quick_check",
     {"PRAGMA query_only = ON", "PRAGMA trusted_schema = OFF", "BEGIN"},
     {"PRAGMA foreign_keys = ON", "BEGIN IMMEDIATE"},
     /*readsThroughCursor=*/false,
