@@ -201,20 +201,21 @@ TEST_F(CheckResultConverterUpdatedTest, NestedKindsAreWrittenInTheirOrderAndOthe
   const auto elements = Objects(R"([{"internal_name": "X", "display_name": "x", "deleted_behaviors": ["b"],
     "deleted_methods": [{"internal_name": "M", "display_name": "m"}],
     "deleted_properties": [{"internal_name": "P", "display_name": "p"}]}])");
-  EXPECT_EQ(peer.Nested("", {"property", "class", "method", "Property", "behavior", ""}, elements),
-            " name:X,shown as:x\n"
-            "  Deleted properties:\n"
-            "   name:P,shown as:p\n"
-            "\n"
-            "\n"
-            " name:X,shown as:x\n"
-            "  Deleted methods:\n"
-            "   name:M,shown as:m\n"
-            "\n"
-            "\n"
-            " name:X,shown as:x\n"
-            "  Deleted behaviors:\n"
-            "    b\n");
+  EXPECT_EQ(
+      peer.Nested("", {"property", "class", "method", "Property", "Method", "Behavior", "behavior", ""}, elements),
+      " name:X,shown as:x\n"
+      "  Deleted properties:\n"
+      "   name:P,shown as:p\n"
+      "\n"
+      "\n"
+      " name:X,shown as:x\n"
+      "  Deleted methods:\n"
+      "   name:M,shown as:m\n"
+      "\n"
+      "\n"
+      " name:X,shown as:x\n"
+      "  Deleted behaviors:\n"
+      "    b\n");
   EXPECT_EQ(peer.Nested("", {}, elements), "");
 }
 
