@@ -2,6 +2,18 @@
 
 #include "upgrademeta2024/MetaPropertyTable2024.h"
 
+namespace {
+
+/// Mostly both are empty, for which assigning takes a call.
+void Assign(std::string& target, std::string_view text) {
+  target.clear();
+  if (!text.empty()) {
+    target.append(text);
+  }
+}
+
+}  // namespace
+
 CMetaProperty2024::CMetaProperty2024(const std::string& texts, const SMetaPropertyValues2024& values,
                                      std::uint32_t begin)
     : texts_(&texts), begin_(begin), ends_(), length_(values.length), precision_(values.precision) {}
@@ -11,11 +23,6 @@ std::shared_ptr<CMetaProperty2024> CMetaProperty2024::Create(const SMetaProperty
   table.Add(values);
   table.Finish();
   return table.GetProperties().front();
-}
-
-std::string_view CMetaProperty2024::Text(EText text) const {
-  const std::uint32_t begin = text == kInternalName ? begin_ : ends_[text - 1U];
-  return std::string_view(*texts_).substr(begin, ends_[text] - begin);
 }
 
 std::string CMetaProperty2024::GetInternalName() const {
@@ -43,11 +50,8 @@ std::uint16_t CMetaProperty2024::GetPrecision() const {
 }
 
 void CMetaProperty2024::GetMaxMinValue(std::string& max, std::string& min) const {
-  // Mostly both are unset.
-  max.clear();
-  min.clear();
-  max.append(Text(kMax));
-  min.append(Text(kMin));
+  Assign(max, Text(kMax));
+  Assign(min, Text(kMin));
 }
 
 std::string CMetaProperty2024::GetDefaultValue() const {

@@ -53,7 +53,10 @@ class UPGRADEMETA2024_EXPORT CMetaProperty2024 {
   enum EText { kInternalName, kDisplayName, kField, kType, kDefaultValue, kMax, kMin, kLookupClass, kTextCount };
 
   CMetaProperty2024(const std::string& texts, const SMetaPropertyValues2024& values, std::uint32_t begin);
-  std::string_view Text(EText text) const;
+  std::string_view Text(EText text) const {
+    const std::uint32_t begin = text == kInternalName ? begin_ : ends_[text - 1U];
+    return {texts_->data() + begin, ends_[text] - begin};
+  }
 
   // All texts of a table's properties stand one after the other in one string: with a quarter of a million properties
   // a side, eight strings each would take several times the memory of their characters.

@@ -4,56 +4,86 @@
 #include <array>
 #include <cstdint>
 #include <limits>
-#include <numeric>
+#include <string_view>
 
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptexception/KVXException.h"
 #include "kvxsptstring/StringHelper.h"
 
+namespace {
+
+/// A lower-cased name to be sorted.
+struct SName {
+  // The first bytes, as a number that orders as they do: most comparisons need no more.
+  std::uint64_t begin = 0;
+  std::string_view name;
+  std::uint32_t position = 0;
+
+  SName(std::string_view lowerName, std::uint32_t namePosition) : name(lowerName), position(namePosition) {
+    for (std::size_t i = 0; i < sizeof(begin); ++i) {
+      begin = begin << 8U | (i < name.size() ? static_cast<unsigned char>(name[i]) : 0U);
+    }
+  }
+
+  bool operator<(const SName& other) const {
+    if (begin != other.begin) {
+      return begin < other.begin;
+    }
+    const int order = name.compare(other.name);
+    return order < 0 || (order == 0 && position < other.position);
+  }
+};
+
+// What most elements need, so that filling does not begin with a series of ever larger blocks.
+constexpr std::size_t kReservedProperties = 64;
+constexpr std::size_t kReservedTexts = 8192;
+
+}  // namespace
+
 struct CMetaPropertyTable2024::SBlock {
   std::string texts;
   std::vector<CMetaProperty2024> properties;
-  // Positions ordered by lower-cased name and, among equal names, by position.
-  std::vector<std::uint32_t> byName;
   std::optional<std::pair<std::size_t, std::size_t>> repeatedName;
   bool finished = false;
 
-  // The lower-cased names in the order of byName, one after the other, and where each ends: a dictionary of them is
-  // asked for again and again.
+  // The properties ordered by lower-cased name and, among equal names, by position; the names stand one after the other
+  // in one string: a dictionary of them is asked for again and again.
+  struct SByName {
+    std::uint32_t position;
+    std::uint32_t nameEnd;
+  };
+  std::vector<SByName> byName;
   std::string lowerNames;
-  std::vector<std::uint32_t> lowerNameEnds;
 
-  std::string LowerName(std::uint32_t position) const {
-    std::string name = properties[position].GetInternalName();
-    CStringHelper::ToLower(name);
-    return name;
-  }
   void SortNames();
 };
 
 void CMetaPropertyTable2024::SBlock::SortNames() {
-  std::vector<std::string> names;
+  std::string listed;
+  for (const CMetaProperty2024& property : properties) {
+    listed += property.Text(CMetaProperty2024::kInternalName);
+  }
+  CStringHelper::ToLower(listed);
+  std::vector<SName> names;
   names.reserve(properties.size());
-  for (std::uint32_t i = 0; i < properties.size(); ++i) {
-    names.push_back(LowerName(i));
+  std::size_t begin = 0;
+  for (const CMetaProperty2024& property : properties) {
+    const std::size_t size = property.Text(CMetaProperty2024::kInternalName).size();
+    names.emplace_back(std::string_view(listed).substr(begin, size), static_cast<std::uint32_t>(names.size()));
+    begin += size;
   }
-  byName.resize(properties.size());
-  std::iota(byName.begin(), byName.end(), 0U);
-  std::sort(byName.begin(), byName.end(), [&names](std::uint32_t a, std::uint32_t b) {
-    const int order = names[a].compare(names[b]);
-    return order < 0 || (order == 0 && a < b);
-  });
-  for (std::size_t i = 1; i < byName.size(); ++i) {
-    if (names[byName[i - 1]] == names[byName[i]] && (!repeatedName || byName[i] < repeatedName->second)) {
-      repeatedName.emplace(byName[i - 1], byName[i]);
+  std::sort(names.begin(), names.end());
+  lowerNames.reserve(listed.size());
+  byName.reserve(names.size());
+  const SName* previous = nullptr;
+  for (const SName& name : names) {
+    if (previous != nullptr && previous->name == name.name && (!repeatedName || name.position < repeatedName->second)) {
+      repeatedName.emplace(previous->position, name.position);
     }
+    lowerNames += name.name;
+    byName.push_back({name.position, static_cast<std::uint32_t>(lowerNames.size())});
+    previous = &name;
   }
-  lowerNameEnds.reserve(byName.size());
-  for (const std::uint32_t position : byName) {
-    lowerNames += names[position];
-    lowerNameEnds.push_back(static_cast<std::uint32_t>(lowerNames.size()));
-  }
-  lowerNames.shrink_to_fit();
 }
 
 CMetaPropertyTable2024::CMetaPropertyTable2024() : block_(std::make_shared<SBlock>()) {}
@@ -65,23 +95,33 @@ CMetaPropertyTable2024::CMetaPropertyTable2024(CMetaPropertyTable2024&&) noexcep
 CMetaPropertyTable2024& CMetaPropertyTable2024::operator=(CMetaPropertyTable2024&&) noexcept = default;
 
 void CMetaPropertyTable2024::Add(const SMetaPropertyValues2024& values) {
-  const std::array<std::string_view, CMetaProperty2024::kTextCount> texts = {
+  const std::array<std::string_view, CMetaProperty2024::kTextCount> parts = {
       values.internalName, values.displayName, values.field, values.type,
       values.defaultValue, values.max,         values.min,   values.lookupClass};
-  const std::size_t begin = block_->texts.size();
+  std::string& texts = block_->texts;
+  if (block_->properties.capacity() == 0) {
+    block_->properties.reserve(kReservedProperties);
+    texts.reserve(kReservedTexts);
+  }
+  const std::size_t begin = texts.size();
   std::size_t end = begin;
-  for (const std::string_view text : texts) {
-    end += text.size();
+  for (const std::string_view part : parts) {
+    end += part.size();
   }
   if (end > std::numeric_limits<std::uint32_t>::max()) {
     throw CKVXException(kvx::kMetamodelError, "the texts of one element's properties exceed 4 GiB");
   }
-  CMetaProperty2024 property(block_->texts, values, static_cast<std::uint32_t>(begin));
-  for (std::size_t i = 0; i < texts.size(); ++i) {
-    block_->texts += texts[i];
-    property.ends_[i] = static_cast<std::uint32_t>(block_->texts.size());
+  CMetaProperty2024& property =
+      block_->properties.emplace_back(CMetaProperty2024(texts, values, static_cast<std::uint32_t>(begin)));
+  if (end > texts.capacity()) {
+    texts.reserve(end * 2);
   }
-  block_->properties.push_back(property);
+  texts.resize(end);
+  std::size_t at = begin;
+  for (std::size_t i = 0; i < parts.size(); ++i) {
+    at += parts[i].copy(&texts[at], parts[i].size());
+    property.ends_[i] = static_cast<std::uint32_t>(at);
+  }
 }
 
 void CMetaPropertyTable2024::Finish() {
@@ -117,11 +157,10 @@ std::list<std::shared_ptr<CMetaProperty2024>> CMetaPropertyTable2024::GetPropert
 std::map<std::string, std::shared_ptr<CMetaProperty2024>> CMetaPropertyTable2024::GetPropertyDict() const {
   std::map<std::string, std::shared_ptr<CMetaProperty2024>> properties;
   std::uint32_t begin = 0;
-  for (std::size_t i = 0; i < block_->byName.size(); ++i) {
-    const std::uint32_t end = block_->lowerNameEnds[i];
-    properties.emplace_hint(properties.end(), std::string(block_->lowerNames, begin, end - begin),
-                            std::shared_ptr<CMetaProperty2024>(block_, &block_->properties[block_->byName[i]]));
-    begin = end;
+  for (const SBlock::SByName& item : block_->byName) {
+    properties.emplace_hint(properties.end(), std::string(block_->lowerNames, begin, item.nameEnd - begin),
+                            std::shared_ptr<CMetaProperty2024>(block_, &block_->properties[item.position]));
+    begin = item.nameEnd;
   }
   return properties;
 }

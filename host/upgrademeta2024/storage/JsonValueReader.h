@@ -11,6 +11,7 @@
 #include <string_view>
 #include <utility>
 
+#include "upgrademeta2024/storage/JsonKey.h"
 #include "upgrademeta2024/storage/JsonPlace.h"
 
 /// A failure in a document's content, whose place is known; the file is added where it is caught.
@@ -46,8 +47,7 @@ class CJsonValueReader {
 
   /// Calls `member(position in known, value)` for each member; answers with the set of positions seen.
   template <std::size_t N, typename Member>
-  std::uint32_t Members(simdjson::ondemand::object object, const std::array<std::string_view, N>& known,
-                        const Member& member) {
+  std::uint32_t Members(simdjson::ondemand::object object, const std::array<CJsonKey, N>& known, const Member& member) {
     std::uint32_t seen = 0;
     std::size_t next = 0;
     for (simdjson::simdjson_result<simdjson::ondemand::field> result : object) {
@@ -59,22 +59,23 @@ class CJsonValueReader {
       const simdjson::ondemand::raw_json_string raw = field.key();
       // Documents mostly keep one order of members, so the one after the last is tried first.
       std::size_t position = next;
-      if (position == N || !IsKey(raw, known[position])) {
+      if (position == N || !known[position].IsAt(raw.raw())) {
         position = 0;
-        while (position < N && !IsKey(raw, known[position])) {
+        while (position < N && !known[position].IsAt(raw.raw())) {
           ++position;
         }
       }
       if (position == N) {
         // A known name may be written with escapes.
         const std::string_view key = field.unescaped_key();
-        position = static_cast<std::size_t>(std::find(known.begin(), known.end(), key) - known.begin());
+        const auto isKey = [&key](const CJsonKey& name) { return name.Text() == key; };
+        position = static_cast<std::size_t>(std::find_if(known.begin(), known.end(), isKey) - known.begin());
         place_.Enter(key);
         if (position == N) {
           FailUnknown(known.data(), N);
         }
       } else {
-        place_.Enter(known[position]);
+        place_.Enter(known[position].Text());
       }
       if ((seen & (1U << position)) != 0) {
         Fail("the member stands twice");
@@ -89,16 +90,17 @@ class CJsonValueReader {
 
   /// The content of a string; valid until the reader's end.
   std::string_view Text(Value& value) {
-    RequireType(value, Type::string);
     // A token reaches up to the next one. The parser has validated its characters, so without an escape in it the
     // string can be used where it stands.
     std::string_view token = value.raw_json_token();
-    if (token.back() != '"') {
+    if (token.empty() || token.front() != '"') {
+      RequireType(value, Type::string);
+    } else if (token.back() != '"') {
       token = Trimmed(token);
     }
     if (token.size() >= 2 && token.back() == '"') {
-      const std::string_view content = token.substr(1, token.size() - 2);
-      if (content.find('\\') == std::string_view::npos) {
+      const std::string_view content(token.data() + 1, token.size() - 2);
+      if (!HasEscape(content)) {
         // A value that was not taken lets the parser pass over whatever follows it up to a closing bracket.
         static_cast<void>(value.get_raw_json_string().value());
         return content;
@@ -124,8 +126,14 @@ class CJsonValueReader {
 
   /// A token without the white space that follows it.
   static std::string_view Trimmed(std::string_view token) {
-    return token.substr(0, token.find_last_not_of(" \t\r\n") + 1);
+    std::size_t size = token.size();
+    while (size > 0 && IsSpace(token[size - 1])) {
+      --size;
+    }
+    return {token.data(), size};
   }
+
+  static bool IsSpace(char c) { return c == ' ' || c == '\n' || c == '\r' || c == '\t'; }
 
   void RequireType(Value& value, Type expected) const {
     const Type found = value.type();
@@ -140,14 +148,24 @@ class CJsonValueReader {
   CJsonPlace& Place() { return place_; }
 
  private:
-  /// Whether a key is written as `name`. The text is padded, so that it can be read beyond the key's end.
-  static bool IsKey(simdjson::ondemand::raw_json_string key, std::string_view name) {
-    return std::memcmp(key.raw(), name.data(), name.size()) == 0 && key.raw()[name.size()] == '"';
+  /// Whether a string's content holds a backslash. Most strings are short: they are looked at a word at a time, beyond
+  /// their end, where the text is padded, and only what may hold one is searched.
+  static bool HasEscape(std::string_view content) {
+    constexpr std::uint64_t kLowBits = 0x0101010101010101U;
+    constexpr std::uint64_t kHighBits = 0x8080808080808080U;
+    std::uint64_t found = 0;
+    for (std::size_t i = 0; i < content.size(); i += sizeof(std::uint64_t)) {
+      std::uint64_t word = 0;
+      std::memcpy(&word, content.data() + i, sizeof(word));
+      word ^= kLowBits * static_cast<unsigned char>('\\');
+      found |= (word - kLowBits) & ~word & kHighBits;
+    }
+    return found != 0 && content.find('\\') != std::string_view::npos;
   }
 
   static std::string Visible(std::string_view token);
 
-  [[noreturn]] void FailUnknown(const std::string_view* known, std::size_t count) const;
+  [[noreturn]] void FailUnknown(const CJsonKey* known, std::size_t count) const;
 
   CJsonPlace place_;
 };

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+
+/// The name of a member that a reader knows, without escapes; compared a word at a time with the text of a document.
+class CJsonKey {
+ public:
+  /// How many bytes IsAt() reads.
+  static constexpr std::size_t kSize = 24;
+
+  template <std::size_t N>
+  constexpr CJsonKey(const char (&name)[N]) : text_(name, N - 1) {  // NOLINT(google-explicit-constructor)
+    static_assert(N <= kSize, "the name and a quotation mark have no room");
+    for (std::size_t i = 0; i < N; ++i) {
+      bytes_[i] = i < N - 1 ? name[i] : '"';
+      mask_[i] = static_cast<char>(0xFF);
+    }
+  }
+
+  constexpr std::string_view Text() const { return text_; }
+
+  /// Whether the name and a quotation mark stand at `text`, of which kSize bytes can be read.
+  bool IsAt(const char* text) const {
+    std::uint64_t difference = 0;
+    for (std::size_t i = 0; i < kSize; i += sizeof(std::uint64_t)) {
+      difference |= (Word(text + i) ^ Word(bytes_.data() + i)) & Word(mask_.data() + i);
+    }
+    return difference == 0;
+  }
+
+ private:
+  static std::uint64_t Word(const char* bytes) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, bytes, sizeof(word));
+    return word;
+  }
+
+  std::string_view text_;
+  std::array<char, kSize> bytes_{};
+  std::array<char, kSize> mask_{};
+};
