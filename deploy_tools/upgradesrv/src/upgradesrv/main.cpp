@@ -1,15 +1,11 @@
 #include <fcntl.h>
-#include <malloc.h>
 #include <unistd.h>
 
 #include <csignal>
-#include <limits>
 
 #include "upgradesrv/CommandLine.h"
 
 namespace {
-
-constexpr int kHeapStep = 4 * 1024 * 1024;
 
 /// A standard stream that the caller has closed gives its number to the next file opened, which would then receive the
 /// report. A number that is taken, but cannot be written to, makes the write fail instead.
@@ -31,8 +27,5 @@ int main(int argumentCount, char** arguments) {
   // A full disk or a closed pipe is then an error of the write, which is reported, and not the end of the process.
   static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
   static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
-  // The process is over soon: memory that it gives back in between is only asked for, and cleared, again.
-  static_cast<void>(mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max()));
-  static_cast<void>(mallopt(M_TOP_PAD, kHeapStep));
   return upgradesrv::RunCommandLine(argumentCount, arguments);
 }
