@@ -13,12 +13,15 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cerrno>
 #include <csignal>
 #include <cstdarg>
 #include <cstdlib>
+#include <memory>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -28,7 +31,8 @@ struct SFault {
   int at = 0;
   bool onwards = false;
   std::string effect;
-  int seen = 0;
+  // A run reads its two metamodels on two threads.
+  std::unique_ptr<std::atomic<int>> seen = std::make_unique<std::atomic<int>>(0);
 };
 
 std::vector<SFault> ReadFaults() {
@@ -44,7 +48,7 @@ std::vector<SFault> ReadFaults() {
     std::getline(parts, fault.effect);
     fault.at = std::atoi(at.c_str());
     fault.onwards = at.back() == '+';
-    faults.push_back(fault);
+    faults.push_back(std::move(fault));
   }
   return faults;
 }
@@ -87,9 +91,13 @@ void Report() {
 
 template <typename Result, typename... Arguments>
 std::string CCall<Result, Arguments...>::Effect() const {
-  static std::vector<SFault> faults = ReadFaults();
-  for (SFault& fault : faults) {
-    if (fault.call == name_ && (++fault.seen == fault.at || (fault.onwards && fault.seen > fault.at))) {
+  static const std::vector<SFault> faults = ReadFaults();
+  for (const SFault& fault : faults) {
+    if (fault.call != name_) {
+      continue;
+    }
+    const int seen = ++*fault.seen;
+    if (seen == fault.at || (fault.onwards && seen > fault.at)) {
       Report();
       if (fault.effect == "kill") {
         static_cast<void>(raise(SIGKILL));
