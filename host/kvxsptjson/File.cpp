@@ -52,7 +52,7 @@ void PreferLargePages(std::string& text) {
 
 }  // namespace
 
-std::string ReadFile(const std::string& path, std::size_t padding) {
+std::string ReadFile(const std::string& path, std::size_t padding, const ReadObserver& observer) {
   const CReadDescriptor file(path);
   struct stat status {};
   if (file.Get() < 0 || fstat(file.Get(), &status) != 0) {
@@ -61,7 +61,8 @@ std::string ReadFile(const std::string& path, std::size_t padding) {
   constexpr std::size_t kBlock = 65536;
   std::string text;
   // The size is only a hint: pipes have none, and a file may grow while it is read.
-  text.reserve(static_cast<std::size_t>(std::max<off_t>(status.st_size, 0)) + padding + 1);
+  const auto size = static_cast<std::size_t>(std::max<off_t>(status.st_size, 0));
+  text.reserve(size + padding + 1);
   PreferLargePages(text);
   for (;;) {
     const std::size_t old = text.size();
@@ -78,6 +79,9 @@ std::string ReadFile(const std::string& path, std::size_t padding) {
       FailReading(path, errno);
     }
     text.resize(old + static_cast<std::size_t>(count));
+    if (observer) {
+      observer(text.size(), size);
+    }
     if (count == 0) {
       return text;
     }

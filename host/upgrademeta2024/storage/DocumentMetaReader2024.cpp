@@ -16,6 +16,7 @@
 #include "kvxsptexception/KVXException.h"
 #include "kvxsptjson/File.h"
 #include "kvxsptstring/StringHelper.h"
+#include "upgrademeta2024/LoadProgress2024.h"
 #include "upgrademeta2024/MetaDictionary2024.h"
 #include "upgrademeta2024/storage/JsonTextFault.h"
 #include "upgrademeta2024/storage/JsonValueReader.h"
@@ -61,6 +62,9 @@ constexpr std::array<std::string_view SMetaPropertyValues2024::*, 10> kPropertyT
 
 class CReader : private CJsonValueReader {
  public:
+  /// `text` is what is read.
+  CReader(std::string_view text, CLoadProgress2024& progress) : text_(text), progress_(progress) {}
+
   std::shared_ptr<CMetaDictionary2024> Read(simdjson::ondemand::document& document) {
     if (const Type type = document.type(); type != Type::object) {
       FailType(Type::object, type);
@@ -97,6 +101,7 @@ class CReader : private CJsonValueReader {
   void ReadClasses(Value& list, const Add& add) {
     std::vector<std::string> names;
     Items(list, [&](std::size_t, Value& item) {
+      CountUpTo(item);
       SMetaClassValues2024 values;
       Object(item, kClassMembers, kClassTexts, values, [&](std::size_t member, Value& value) {
         switch (member) {
@@ -117,6 +122,7 @@ class CReader : private CJsonValueReader {
   void ReadBehaviors(Value& list, CMetaDictionary2024& dictionary) {
     std::vector<std::string> names;
     Items(list, [&](std::size_t, Value& item) {
+      CountUpTo(item);
       SMetaBehaviorValues2024 values;
       Object(item, kBehaviorMembers, kBehaviorTexts, values, [&](std::size_t member, Value& value) {
         if (member == 2) {
@@ -128,6 +134,11 @@ class CReader : private CJsonValueReader {
       const auto add = [&dictionary](const auto& element) { return dictionary.AddBehavior(element); };
       AddElement(names, std::make_shared<CMetaBehavior2024>(std::move(values)), add);
     });
+  }
+
+  /// All of the text has been read, and is taken apart up to an element.
+  void CountUpTo(Value& element) {
+    progress_.SetDone(text_.size() + static_cast<std::size_t>(element.raw_json_token().data() - text_.data()));
   }
 
   void ReadMethods(Value& list, std::list<std::shared_ptr<CMetaMethod2024>>& methods) {
@@ -213,13 +224,21 @@ class CReader : private CJsonValueReader {
     Fail("the name \"" + CStringHelper::ToVisible(name) + "\" repeats \"" + CStringHelper::ToVisible(earlierName) +
          "\" of item " + std::to_string(earlier) + " of the same list; names must differ in more than letter case");
   }
+
+  std::string_view text_;
+  CLoadProgress2024& progress_;
 };
 
 }  // namespace
 
-std::shared_ptr<CMetaDictionary2024> ReadMetaDocument2024(const std::string& path) {
+std::shared_ptr<CMetaDictionary2024> ReadMetaDocument2024(const std::string& path, CLoadProgress2024& progress) {
   constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-  const std::string file = kvx::ReadFile(path, simdjson::SIMDJSON_PADDING);
+  const std::string file =
+      kvx::ReadFile(path, simdjson::SIMDJSON_PADDING, [&progress](std::size_t done, std::size_t total) {
+        progress.SetTotal(2 * total);
+        progress.SetDone(done);
+      });
+  progress.SetTotal(2 * file.size());
   const std::size_t begin = file.compare(0, kByteOrderMark.size(), kByteOrderMark) == 0 ? kByteOrderMark.size() : 0;
   const std::string_view text = std::string_view(file).substr(begin);
   const std::string name = CStringHelper::ToVisible(path);
@@ -231,7 +250,7 @@ std::shared_ptr<CMetaDictionary2024> ReadMetaDocument2024(const std::string& pat
   try {
     document = parser.iterate(text.data(), text.size(), file.capacity() - begin);
     iterating = true;
-    std::shared_ptr<CMetaDictionary2024> dictionary = CReader().Read(document);
+    std::shared_ptr<CMetaDictionary2024> dictionary = CReader(text, progress).Read(document);
     // A location is left only where text follows the root's end.
     if (document.current_location().error() == simdjson::SUCCESS) {
       throw simdjson::simdjson_error(simdjson::TRAILING_CONTENT);

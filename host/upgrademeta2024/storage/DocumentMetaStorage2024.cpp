@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <utility>
 
+#include "upgrademeta2024/LoadProgress2024.h"
 #include "upgrademeta2024/storage/DocumentMetaReader2024.h"
 #include "upgrademeta2024/storage/DocumentMetaWriter2024.h"
 
@@ -11,7 +12,8 @@ CDocumentMetaStorage2024::CDocumentMetaStorage2024(std::string path) : path_(std
 CDocumentMetaStorage2024::~CDocumentMetaStorage2024() = default;
 
 std::shared_ptr<CMetaDictionary2024> CDocumentMetaStorage2024::Load() {
-  return ReadMetaDocument2024(path_);
+  CLoadProgress2024 progress(Describe(), CLoadProgress2024::kBytes);
+  return ReadMetaDocument2024(path_, progress);
 }
 
 bool CDocumentMetaStorage2024::Exists() {

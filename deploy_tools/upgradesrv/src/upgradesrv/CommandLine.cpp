@@ -15,6 +15,7 @@
 #include "kvxsptexception/KVXException.h"
 #include "kvxsptstring/StringHelper.h"
 #include "upgradesrv/MetamodelCommands.h"
+#include "upgradesrv/ProgressLine.h"
 #include "upgradesrv/RunCommand.h"
 #include "upgradesrv/StrategyModule.h"
 
@@ -50,7 +51,11 @@ void RequireValues(CLI::App& app) {
   }
 }
 
-void DefineRun(CLI::App& app, SRunArguments& arguments, Command& command) {
+void DefineQuiet(CLI::App& app, bool& quiet) {
+  app.add_flag("--quiet", quiet, "Show no progress on the terminal while metamodels are loaded");
+}
+
+void DefineRun(CLI::App& app, SRunArguments& arguments, bool& quiet, Command& command) {
   CLI::App& run = *app.add_subcommand("run", "Run the upgrade strategies that UPGRADE_DIR/upgrade.json names");
   run.add_option("UPGRADE_DIR", arguments.directory, "The upgrade configuration directory")->required();
   const auto addOverride = [&run](const std::string& name, std::optional<std::string>& value, const std::string& help) {
@@ -76,6 +81,7 @@ void DefineRun(CLI::App& app, SRunArguments& arguments, Command& command) {
   run.add_option("--module-dir", arguments.moduleDirectory,
                  "Where modules are found, lib<name>.so; without it the directory \"modules\" beside the executable")
       ->type_name("DIR");
+  DefineQuiet(run, quiet);
   RequireValues(run);
   run.footer(
       "Reports go to standard output, notes and log lines to standard error.\n"
@@ -98,7 +104,7 @@ struct SMetamodelArguments {
   bool replace = false;
 };
 
-void DefineMetamodel(CLI::App& app, SMetamodelArguments& arguments, Command& command) {
+void DefineMetamodel(CLI::App& app, SMetamodelArguments& arguments, bool& quiet, Command& command) {
   CLI::App& metamodel = *app.add_subcommand("metamodel", "Look at metamodels and copy them");
   metamodel.require_subcommand(1);
   metamodel.footer(kLocationHelp);
@@ -109,6 +115,7 @@ void DefineMetamodel(CLI::App& app, SMetamodelArguments& arguments, Command& com
       ->type_name("FORMAT")
       ->check(CLI::IsMember({"text", "json"}))
       ->capture_default_str();
+  DefineQuiet(show, quiet);
   RequireValues(show);
   show.footer(kLocationHelp);
   show.callback([&] { command = [&] { return ShowMetamodel(arguments.source, arguments.format == "json"); }; });
@@ -117,6 +124,7 @@ void DefineMetamodel(CLI::App& app, SMetamodelArguments& arguments, Command& com
   copy.add_option("SOURCE", arguments.source, "The metamodel to read")->required();
   copy.add_option("TARGET", arguments.target, "Where to write it")->required();
   copy.add_flag("--replace", arguments.replace, "Replace a target that exists");
+  DefineQuiet(copy, quiet);
   RequireValues(copy);
   copy.footer(kLocationHelp);
   copy.callback(
@@ -167,9 +175,10 @@ EExitStatus ParseAndRun(int argumentCount, const char* const* argumentValues) {
   app.footer("upgradesrv COMMAND --help tells more.");
   SRunArguments runArguments;
   SMetamodelArguments metamodelArguments;
+  bool quiet = false;
   Command command;
-  DefineRun(app, runArguments, command);
-  DefineMetamodel(app, metamodelArguments, command);
+  DefineRun(app, runArguments, quiet, command);
+  DefineMetamodel(app, metamodelArguments, quiet, command);
   try {
     app.parse(argumentCount, argumentValues);
   } catch (const CLI::CallForHelp&) {
@@ -183,6 +192,7 @@ EExitStatus ParseAndRun(int argumentCount, const char* const* argumentValues) {
                        ? "the arguments cannot be understood; a location with spaces needs quotation marks"
                        : UsageProblem(app, error));
   }
+  const CProgressLine progress(!quiet);
   return command();
 }
 

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <condition_variable>
+#include <cstddef>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "upgrademeta2024/LoadProgress2024.h"
+
+namespace upgradesrv {
+
+/// While it exists, the last line of standard error shows which metamodels are being loaded and how far that is, once
+/// loading has taken a second. The line is erased when loading ends. Nothing is shown where standard error is no
+/// terminal, or one that cannot erase a line.
+class CProgressLine : private CLoadObserver2024 {
+ public:
+  /// `wanted` false shows nothing anywhere.
+  explicit CProgressLine(bool wanted);
+  ~CProgressLine() override;
+
+ private:
+  void LoadBegins(const CLoadProgress2024& load) override;
+  void LoadEnds(const CLoadProgress2024& load) override;
+  void Run();
+  void Show();
+  void Erase();
+
+  std::mutex mutex_;
+  std::condition_variable changed_;
+  std::vector<const CLoadProgress2024*> loads_;
+  bool shown_ = false;
+  bool ended_ = false;
+  std::thread thread_;
+};
+
+/// How far a loading is, for example "plm.json 42%", "pipe.json 12 MB" or "plm.db 1200 rows".
+struct SProgressItem {
+  std::string source;
+  std::string amount;
+};
+
+/// The line for a terminal of `columns` columns, on which it leaves the last one free. Sources lose their directories,
+/// then the line its end, when there is no room; control characters are made visible.
+std::string ProgressText(const std::vector<SProgressItem>& items, std::size_t columns);
+
+SProgressItem ProgressItem(const CLoadProgress2024& load);
+
+}  // namespace upgradesrv

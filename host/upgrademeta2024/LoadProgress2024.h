@@ -1,0 +1,52 @@
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <string>
+
+#include "upgrademeta2024/upgrademeta2024_export.h"
+
+/// One metamodel that is being loaded, and how far that is. The thread that loads it counts; any thread may ask.
+class UPGRADEMETA2024_EXPORT CLoadProgress2024 {
+ public:
+  enum EUnit { kBytes, kRows };
+
+  /// Tells the observer that a loading begins; the destructor tells that it has ended, well or not. `source` is the
+  /// location for messages, without passwords.
+  CLoadProgress2024(std::string source, EUnit unit);
+  ~CLoadProgress2024();
+  CLoadProgress2024(const CLoadProgress2024&) = delete;
+  CLoadProgress2024& operator=(const CLoadProgress2024&) = delete;
+
+  void SetTotal(std::uint64_t total) { total_.store(total, std::memory_order_relaxed); }
+  void SetDone(std::uint64_t done) { done_.store(done, std::memory_order_relaxed); }
+
+  const std::string& GetSource() const { return source_; }
+  EUnit GetUnit() const { return unit_; }
+  std::uint64_t GetDone() const { return done_.load(std::memory_order_relaxed); }
+  /// 0 when it is not known.
+  std::uint64_t GetTotal() const { return total_.load(std::memory_order_relaxed); }
+
+ private:
+  std::string source_;
+  EUnit unit_;
+  std::atomic<std::uint64_t> done_{0};
+  std::atomic<std::uint64_t> total_{0};
+};
+
+/// Is told of every loading of the process, by the thread that loads.
+class UPGRADEMETA2024_EXPORT CLoadObserver2024 {
+ public:
+  CLoadObserver2024();
+  virtual ~CLoadObserver2024();
+  CLoadObserver2024(const CLoadObserver2024&) = delete;
+  CLoadObserver2024& operator=(const CLoadObserver2024&) = delete;
+
+  /// `load` may be asked until LoadEnds has been called for it. Neither may throw.
+  virtual void LoadBegins(const CLoadProgress2024& load) = 0;
+  virtual void LoadEnds(const CLoadProgress2024& load) = 0;
+
+  /// Makes an observer the one that is told; null for none, which is the default. The earlier one is told nothing any
+  /// more once this returns. The observer stays the caller's.
+  static void Install(CLoadObserver2024* observer);
+};
