@@ -53,6 +53,15 @@ std::vector<SFault> ReadFaults() {
   return faults;
 }
 
+/// Null until this library has been set up: allocators make system calls when they are first asked for memory, and must
+/// not be asked for more of it meanwhile.
+const std::vector<SFault>* theFaults = nullptr;
+
+__attribute__((constructor)) void SetUp() {
+  static const std::vector<SFault> faults = ReadFaults();
+  theFaults = &faults;
+}
+
 template <typename Result, typename... Arguments>
 class CCall {
  public:
@@ -91,8 +100,10 @@ void Report() {
 
 template <typename Result, typename... Arguments>
 std::string CCall<Result, Arguments...>::Effect() const {
-  static const std::vector<SFault> faults = ReadFaults();
-  for (const SFault& fault : faults) {
+  if (theFaults == nullptr) {
+    return "";
+  }
+  for (const SFault& fault : *theFaults) {
     if (fault.call != name_) {
       continue;
     }

@@ -90,12 +90,13 @@ class CProgressLineTest : public testing::Test {
   std::string Terminal(const std::string& options, const std::string& when, const std::string& term = "xterm") const {
     const std::string received = upgrade_.File("received");
     const std::string command = UPGRADESRV_EXECUTABLE " run " + options + " '" + upgrade_.Path() + "'";
-    const test::SProcessResult result = test::Run(
-        {"/bin/sh", "-c",
-         "export TERM=" + term + "; T='" + received + "'; (" + when + "; cat '" +
-             upgrade_.File("content.json") + "' >'" + upgrade_.File("installation.json") +
-             "') & /usr/bin/script -qefc \"stty columns 300; exec $0\" \"$T\" >/dev/null; status=$?; wait; exit $status",
-         command});
+    const test::SProcessResult result =
+        test::Run({"/bin/sh", "-c",
+                   "export TERM=" + term + "; T='" + received + "'; (" + when + "; cat '" +
+                       upgrade_.File("content.json") + "' >'" + upgrade_.File("installation.json") +
+                       "') & /usr/bin/script -qefc \"stty columns 300; exec $0\" \"$T\" >/dev/null; status=$?; wait; "
+                       "exit $status",
+                   command});
     EXPECT_EQ(result.status, 1) << result.errors;
     return test::ReadFile(received);
   }

@@ -21,8 +21,7 @@ constexpr std::string_view kErased = "\r\x1B[K";
 
 bool CanShow() {
   const char* terminal = std::getenv("TERM");
-  return isatty(STDERR_FILENO) != 0 && terminal != nullptr && *terminal != '\0' &&
-         std::string_view(terminal) != "dumb";
+  return isatty(STDERR_FILENO) != 0 && terminal != nullptr && *terminal != '\0' && std::string_view(terminal) != "dumb";
 }
 
 std::size_t TerminalColumns() {
