@@ -79,6 +79,9 @@ std::string ReadFile(const std::string& path, std::size_t padding) {
     }
     text.resize(old + static_cast<std::size_t>(count));
     if (count == 0) {
+      // Whoever reads in blocks looks at the padding, too, and shall not find there what the memory held before.
+      text.resize(old + padding);
+      text.resize(old);
       return text;
     }
   }

@@ -7,7 +7,7 @@
 
 namespace kvx {
 
-/// Reads a whole file. The string's capacity exceeds its size by at least `padding` bytes.
+/// Reads a whole file. The string's capacity exceeds its size by at least `padding` bytes, which are 0.
 /// Throws CKVXException(kFileError, "PATH: cannot be read: reason").
 KVXSPTJSON_EXPORT std::string ReadFile(const std::string& path, std::size_t padding = 0);
 
