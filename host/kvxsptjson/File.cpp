@@ -83,6 +83,9 @@ std::string ReadFile(const std::string& path, std::size_t padding, const ReadObs
       observer(text.size(), size);
     }
     if (count == 0) {
+      // Whoever reads in blocks looks at the padding, too, and shall not find there what the memory held before.
+      text.resize(old + padding);
+      text.resize(old);
       return text;
     }
   }

@@ -1,6 +1,7 @@
 #include "kvxsptjson/File.h"
 
 #include <gtest/gtest.h>
+#include <malloc.h>
 #include <sys/stat.h>
 
 #include <cstddef>
@@ -39,6 +40,17 @@ TEST(ReadFileTest, LeavesRoomForThePaddingBehindTheText) {
       EXPECT_GE(text.capacity(), size + padding) << size << " " << padding;
     }
   }
+}
+
+TEST(ReadFileTest, FillsThePaddingWithZeros) {
+  const test::CTemporaryDirectory directory;
+  const std::string path = directory.Write("file", "text");
+  // New memory is then filled with something else.
+  ASSERT_EQ(mallopt(M_PERTURB, 0x5A), 1);
+  const std::string text = kvx::ReadFile(path, 64);
+  mallopt(M_PERTURB, 0);
+  ASSERT_GE(text.capacity(), text.size() + 64);
+  EXPECT_EQ(std::string(text.data() + text.size(), 64), std::string(64, '\0'));
 }
 
 TEST(ReadFileTest, ReadsALargeFileWhole) {

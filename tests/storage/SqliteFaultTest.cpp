@@ -180,7 +180,7 @@ TEST_F(CSqliteFaultTest, LockedByAWriterForLong) {
             (SError{kvx::kFileError, Path() + ": cannot be opened: another program has locked the database "
                                               "for more than 5 seconds; try again when that program is "
                                               "done"}));
-  EXPECT_LT(std::chrono::steady_clock::now() - begin, 30s);
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(30));
   const SError error = ErrorOf([&] { Save(); });
   EXPECT_EQ(error.code, kvx::kFileError);
   EXPECT_THAT(error.message, HasSubstr("what was there is unchanged: another program has locked the database"));
