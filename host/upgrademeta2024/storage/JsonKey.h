@@ -12,7 +12,9 @@ class CJsonKey {
   /// How many bytes IsAt() reads.
   static constexpr std::size_t kSize = 24;
 
+  // Tables of names are lists of literals.
   template <std::size_t N>
+  // cppcheck-suppress noExplicitConstructor
   constexpr CJsonKey(const char (&name)[N]) : text_(name, N - 1) {  // NOLINT(google-explicit-constructor)
     static_assert(N <= kSize, "the name and a quotation mark have no room");
     for (std::size_t i = 0; i < N; ++i) {
