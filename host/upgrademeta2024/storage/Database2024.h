@@ -10,6 +10,9 @@ struct SDatabaseDialect2024;
 
 namespace metadb {
 
+class CCursor;
+struct STable;
+
 /// Why a database could not do what it was asked for, in words for its user.
 struct SFailure {
   /// kvx::kFileError or kvx::kMalformedDocument.
@@ -38,6 +41,13 @@ class CDatabase {
   virtual std::unique_ptr<soci::session> OpenForWriting() = 0;
   /// Ends writing, after the transaction is committed and the session closed. Throws SFailure.
   virtual void Publish() {}
+
+  /// The rows of a table, in its session's transaction.
+  virtual std::unique_ptr<CCursor> OpenTable(soci::session& session, const STable& table) const = 0;
+  /// Throws SFailure when the table is damaged in a way that reading its rows may not have shown. `rows` is how many
+  /// have been read, if they have been: that is enough to know about most tables.
+  virtual void RequireSound(soci::session& /*session*/, const std::string& /*table*/) const {}
+  virtual void RequireRows(soci::session& /*session*/, const STable& /*table*/, std::uint64_t /*rows*/) const {}
 
   virtual SFailure Explain(const soci::soci_error& error) const = 0;
 };

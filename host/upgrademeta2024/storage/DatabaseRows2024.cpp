@@ -4,18 +4,42 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstring>
 #include <limits>
+#include <utility>
 
 #include "kvxsptstring/StringHelper.h"
-#include "upgrademeta2024/storage/DatabaseDialect2024.h"
 
 namespace metadb {
 namespace {
 
-// 2,000 properties are a few hundred kilobytes; larger parts are not faster.
-constexpr const char* kFetchPart = "FETCH 2000 FROM meta_rows";
-constexpr const char* kDeclareCursor = "DECLARE meta_rows NO SCROLL CURSOR FOR ";
-constexpr const char* kCloseCursor = "CLOSE meta_rows";
+/// Whether all bytes are ASCII and none is NUL.
+bool IsPlain(std::string_view text) {
+  constexpr std::uint64_t kOnes = 0x0101010101010101;
+  constexpr std::uint64_t kHighBits = 0x8080808080808080;
+  std::size_t i = 0;
+  for (; i + sizeof(std::uint64_t) <= text.size(); i += sizeof(std::uint64_t)) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, text.data() + i, sizeof(word));
+    // Taking one from a NUL sets its high bit.
+    if ((((word - kOnes) | word) & kHighBits) != 0) {
+      return false;
+    }
+  }
+  return std::all_of(text.begin() + static_cast<std::ptrdiff_t>(i), text.end(),
+                     [](char c) { return c != '\0' && static_cast<unsigned char>(c) < 0x80; });
+}
+
+std::string AsText(const SValue& value) {
+  switch (value.kind) {
+    case SValue::kNull:
+      return "NULL";
+    case SValue::kInteger:
+      return std::to_string(value.integer);
+    default:
+      return std::string(value.text);
+  }
+}
 
 }  // namespace
 
@@ -38,8 +62,7 @@ std::string RowPlace(const STable& table, std::uint64_t owner, std::uint64_t ord
 
 const char* TextFault(std::string_view text) {
   // Most texts are short and ASCII, for which setting up the validation takes longer than this.
-  const auto isPlain = [](char c) { return c != '\0' && static_cast<unsigned char>(c) < 0x80; };
-  if (std::all_of(text.begin(), text.end(), isPlain)) {
+  if (IsPlain(text)) {
     return nullptr;
   }
   if (text.find('\0') != std::string_view::npos) {
@@ -48,74 +71,39 @@ const char* TextFault(std::string_view text) {
   return simdjson::validate_utf8(text.data(), text.size()) ? nullptr : "the text is not valid UTF-8";
 }
 
-CRows::CRows(soci::session& session, const SDatabaseDialect2024& dialect, const STable& table)
-    : session_(session),
+CRows::CRows(std::unique_ptr<CCursor> cursor, const STable& table)
+    : cursor_(std::move(cursor)),
       table_(table),
-      hasCursor_(dialect.readsThroughCursor),
       keyColumns_(KeyColumns(table)),
-      values_(keyColumns_.size() + table.columns.size()),
-      indicators_(values_.size(), soci::i_ok),
-      statement_(session) {
-  // Everything is fetched as text: a database that does not enforce a column's type would otherwise turn what is no
-  // number into one.
-  statement_.alloc();
-  for (std::size_t i = 0; i < values_.size(); ++i) {
-    statement_.exchange(soci::into(values_[i], indicators_[i]));
-  }
-  if (hasCursor_) {
-    session << kDeclareCursor + SelectStatement(table);
-    statement_.prepare(kFetchPart);
-  } else {
-    statement_.prepare(SelectStatement(table));
-  }
-  statement_.define_and_bind();
-  statement_.execute();
-}
-
-bool CRows::FetchFromPart() {
-  const bool fetched = statement_.fetch();
-  partHasRows_ = partHasRows_ || fetched;
-  return fetched;
-}
-
-bool CRows::Fetch() {
-  if (FetchFromPart()) {
-    return true;
-  }
-  if (!hasCursor_) {
-    return false;
-  }
-  if (partHasRows_) {
-    partHasRows_ = false;
-    statement_.execute();
-    if (FetchFromPart()) {
-      return true;
-    }
-  }
-  session_ << kCloseCursor;
-  return false;
-}
+      values_(keyColumns_.size() + table.columns.size()) {}
 
 bool CRows::Next() {
-  if (!Fetch()) {
+  if (!cursor_->Fetch(values_)) {
     return false;
   }
+  ++count_;
   constexpr std::uint64_t kMax = std::numeric_limits<std::int64_t>::max();
   const std::uint64_t previousOwner = owner_;
   const std::uint64_t previousOrdinal = ordinal_;
   const std::size_t last = keyColumns_.size() - 1;
   owner_ = table_.owner == nullptr ? 0 : WholeNumber(0, table_.ownerColumn, kMax);
-  ordinal_ = WholeNumber(last, keyColumns_[last].c_str(), kMax);
-  if (!isFirst_ && owner_ == previousOwner && ordinal_ <= previousOrdinal) {
+  ordinal_ = WholeNumber(last, "ordinal", kMax);
+  if (count_ == 1) {
+    return true;
+  }
+  if (owner_ < previousOwner) {
+    Fail(table_.ownerColumn, "less than in the row before it");
+  }
+  if (owner_ == previousOwner && ordinal_ <= previousOrdinal) {
     Fail("ordinal", "not greater than the ordinal of the row before it in the same list");
   }
-  isFirst_ = false;
   return true;
 }
 
 std::string_view CRows::Text(std::size_t column) const {
   const SColumn& description = table_.columns[column];
-  const std::string& text = Value(keyColumns_.size() + column, description.name);
+  const SValue& value = Value(keyColumns_.size() + column, description.name);
+  const std::string_view text = value.text;
   if (const char* fault = TextFault(text); fault != nullptr) {
     Fail(description.name, fault);
   }
@@ -130,29 +118,37 @@ std::uint32_t CRows::Number(std::size_t column) const {
   return static_cast<std::uint32_t>(WholeNumber(keyColumns_.size() + column, description.name, description.max));
 }
 
-const std::string& CRows::Value(std::size_t index, const char* column) const {
-  if (indicators_[index] == soci::i_null) {
+const SValue& CRows::Value(std::size_t index, const char* column) const {
+  const SValue& value = values_[index];
+  if (value.kind == SValue::kNull) {
     Fail(column, "NULL stands where a value belongs");
   }
-  return values_[index];
+  return value;
 }
 
 std::uint64_t CRows::WholeNumber(std::size_t index, const char* column, std::uint64_t max) const {
-  const std::string& text = Value(index, column);
-  std::uint64_t number = 0;
-  const char* end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, number);
-  if (error != std::errc() || stop != end || number > max) {
-    Fail(column, "expected a whole number from 0 to " + std::to_string(max) + ", found " +
-                     CStringHelper::ToVisible(text.empty() ? "an empty text" : text));
+  const SValue& value = Value(index, column);
+  if (value.kind == SValue::kInteger) {
+    if (value.integer >= 0 && static_cast<std::uint64_t>(value.integer) <= max) {
+      return static_cast<std::uint64_t>(value.integer);
+    }
+  } else {
+    std::uint64_t number = 0;
+    const char* const end = value.text.data() + value.text.size();
+    const auto [stop, error] = std::from_chars(value.text.data(), end, number);
+    if (error == std::errc() && stop == end && number <= max) {
+      return number;
+    }
   }
-  return number;
+  const std::string text = AsText(value);
+  Fail(column, "expected a whole number from 0 to " + std::to_string(max) + ", found " +
+                   CStringHelper::ToVisible(text.empty() ? "an empty text" : text));
 }
 
 void CRows::Fail(const char* column, const std::string& problem) const {
   std::vector<std::string> keys;
   for (std::size_t i = 0; i < keyColumns_.size(); ++i) {
-    keys.push_back(indicators_[i] == soci::i_null ? "NULL" : values_[i]);
+    keys.push_back(AsText(values_[i]));
   }
   throw SContentError{RowPlace(table_, keys) + ": " + column + ": " + problem +
                       "; correct the row or store the metamodel anew"};

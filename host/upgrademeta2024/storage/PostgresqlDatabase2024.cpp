@@ -11,6 +11,7 @@
 #include "kvxsptstring/StringHelper.h"
 #include "upgrademeta2024/storage/DatabaseDialect2024.h"
 #include "upgrademeta2024/storage/DatabaseSchema2024.h"
+#include "upgrademeta2024/storage/PostgresqlCursor2024.h"
 
 namespace metadb {
 namespace {
@@ -38,10 +39,8 @@ const SDatabaseDialect2024& PostgresqlDialect() {
       "lower(internal_name COLLATE \"C\")",
       "",
       "SELECT count(to_regclass(:name))",
-      "",
       {"BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY", kLockTimeout, LockAllTables()},
       {"BEGIN", kLockTimeout},
-      /*readsThroughCursor=*/true,
   };
   return dialect;
 }
@@ -161,6 +160,10 @@ std::unique_ptr<soci::session> CPostgresqlDatabase::OpenForReading() {
 
 std::unique_ptr<soci::session> CPostgresqlDatabase::OpenForWriting() {
   return OpenForReading();
+}
+
+std::unique_ptr<CCursor> CPostgresqlDatabase::OpenTable(soci::session& session, const STable& table) const {
+  return OpenPostgresqlCursor(session, table);
 }
 
 std::string CPostgresqlDatabase::OneLine(const std::string& text) const {
