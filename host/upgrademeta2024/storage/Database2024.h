@@ -6,11 +6,12 @@
 #include <memory>
 #include <string>
 
+#include "upgrademeta2024/storage/DatabaseValue2024.h"
+
 struct SDatabaseDialect2024;
 
 namespace metadb {
 
-class CCursor;
 struct STable;
 
 /// Why a database could not do what it was asked for, in words for its user.
@@ -42,12 +43,13 @@ class CDatabase {
   /// Ends writing, after the transaction is committed and the session closed. Throws SFailure.
   virtual void Publish() {}
 
-  /// The rows of a table, in its session's transaction.
-  virtual std::unique_ptr<CCursor> OpenTable(soci::session& session, const STable& table) const = 0;
-  /// Throws SFailure when the table is damaged in a way that reading its rows may not have shown. `rows` is how many
-  /// have been read, if they have been: that is enough to know about most tables.
-  virtual void RequireSound(soci::session& /*session*/, const std::string& /*table*/) const {}
+  /// Calls `row` for each row of a table in the order of its lists, and throws what it throws. Judges no value.
+  virtual void ReadRows(soci::session& session, const STable& table, const RowHandler& row) const = 0;
+  /// Throws SFailure when a damaged file has lost rows of the table, which reading does not show. `rows` is how many
+  /// have been read.
   virtual void RequireRows(soci::session& /*session*/, const STable& /*table*/, std::uint64_t /*rows*/) const {}
+  /// Throws SFailure when the table does not lie in its file as it should. Takes as long as reading it.
+  virtual void RequireSound(soci::session& /*session*/, const std::string& /*table*/) const {}
 
   virtual SFailure Explain(const soci::soci_error& error) const = 0;
 };

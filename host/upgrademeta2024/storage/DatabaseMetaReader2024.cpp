@@ -11,7 +11,6 @@
 #include "kvxsptstring/StringHelper.h"
 #include "upgrademeta2024/MetaDictionary2024.h"
 #include "upgrademeta2024/storage/Database2024.h"
-#include "upgrademeta2024/storage/DatabaseCursor2024.h"
 #include "upgrademeta2024/storage/DatabaseDialect2024.h"
 #include "upgrademeta2024/storage/DatabaseRows2024.h"
 #include "upgrademeta2024/storage/DatabaseSchema2024.h"
@@ -227,11 +226,12 @@ class CReader {
   template <typename Row>
   void ReadRows(const STable& table, const Row& row) {
     BeginTable(table.name);
-    CRows rows(database_.OpenTable(session_, table), table);
+    CRows rows(table);
     try {
-      while (rows.Next()) {
+      database_.ReadRows(session_, table, [&](const std::vector<SValue>& values) {
+        rows.Next(values);
         row(rows);
-      }
+      });
     } catch (const SContentError&) {
       // What a damaged page holds is nobody's mistake.
       database_.RequireSound(session_, table.name);

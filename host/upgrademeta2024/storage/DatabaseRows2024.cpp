@@ -6,28 +6,46 @@
 #include <charconv>
 #include <cstring>
 #include <limits>
-#include <utility>
 
 #include "kvxsptstring/StringHelper.h"
 
 namespace metadb {
 namespace {
 
+std::uint64_t Word(const char* bytes) {
+  std::uint64_t word = 0;
+  std::memcpy(&word, bytes, sizeof(word));
+  return word;
+}
+
+std::uint64_t HalfWord(const char* bytes) {
+  std::uint32_t word = 0;
+  std::memcpy(&word, bytes, sizeof(word));
+  return word;
+}
+
 /// Whether all bytes are ASCII and none is NUL.
-bool IsPlain(std::string_view text) {
+inline bool IsPlain(std::string_view text) {
   constexpr std::uint64_t kOnes = 0x0101010101010101;
   constexpr std::uint64_t kHighBits = 0x8080808080808080;
-  std::size_t i = 0;
-  for (; i + sizeof(std::uint64_t) <= text.size(); i += sizeof(std::uint64_t)) {
-    std::uint64_t word = 0;
-    std::memcpy(&word, text.data() + i, sizeof(word));
-    // Taking one from a NUL sets its high bit.
-    if ((((word - kOnes) | word) & kHighBits) != 0) {
-      return false;
+  // Taking one from a NUL sets its high bit.
+  const auto isPlainWord = [](std::uint64_t word) { return (((word - kOnes) | word) & kHighBits) == 0; };
+  const char* const begin = text.data();
+  const std::size_t size = text.size();
+  if (size >= sizeof(std::uint64_t)) {
+    const char* const last = begin + size - sizeof(std::uint64_t);
+    for (const char* at = begin; at < last; at += sizeof(std::uint64_t)) {
+      if (!isPlainWord(Word(at))) {
+        return false;
+      }
     }
+    return isPlainWord(Word(last));
   }
-  return std::all_of(text.begin() + static_cast<std::ptrdiff_t>(i), text.end(),
-                     [](char c) { return c != '\0' && static_cast<unsigned char>(c) < 0x80; });
+  constexpr std::size_t kHalf = sizeof(std::uint32_t);
+  if (size >= kHalf) {
+    return isPlainWord(HalfWord(begin) << 32U | HalfWord(begin + size - kHalf));
+  }
+  return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<signed char>(c) > 0; });
 }
 
 std::string AsText(const SValue& value) {
@@ -71,25 +89,18 @@ const char* TextFault(std::string_view text) {
   return simdjson::validate_utf8(text.data(), text.size()) ? nullptr : "the text is not valid UTF-8";
 }
 
-CRows::CRows(std::unique_ptr<CCursor> cursor, const STable& table)
-    : cursor_(std::move(cursor)),
-      table_(table),
-      keyColumns_(KeyColumns(table)),
-      values_(keyColumns_.size() + table.columns.size()) {}
+CRows::CRows(const STable& table) : table_(table), keyCount_(KeyColumns(table).size()) {}
 
-bool CRows::Next() {
-  if (!cursor_->Fetch(values_)) {
-    return false;
-  }
+void CRows::Next(const std::vector<SValue>& values) {
+  values_ = values.data();
   ++count_;
   constexpr std::uint64_t kMax = std::numeric_limits<std::int64_t>::max();
   const std::uint64_t previousOwner = owner_;
   const std::uint64_t previousOrdinal = ordinal_;
-  const std::size_t last = keyColumns_.size() - 1;
   owner_ = table_.owner == nullptr ? 0 : WholeNumber(0, table_.ownerColumn, kMax);
-  ordinal_ = WholeNumber(last, "ordinal", kMax);
+  ordinal_ = WholeNumber(keyCount_ - 1, "ordinal", kMax);
   if (count_ == 1) {
-    return true;
+    return;
   }
   if (owner_ < previousOwner) {
     Fail(table_.ownerColumn, "less than in the row before it");
@@ -97,13 +108,17 @@ bool CRows::Next() {
   if (owner_ == previousOwner && ordinal_ <= previousOrdinal) {
     Fail("ordinal", "not greater than the ordinal of the row before it in the same list");
   }
-  return true;
 }
 
 std::string_view CRows::Text(std::size_t column) const {
+  const SValue& value = values_[keyCount_ + column];
   const SColumn& description = table_.columns[column];
-  const SValue& value = Value(keyColumns_.size() + column, description.name);
-  const std::string_view text = value.text;
+  // What most texts are; whatever is wrong with one is found out below.
+  if (value.kind == SValue::kText && IsPlain(value.text) &&
+      (!value.text.empty() || description.kind != SColumn::kName)) {
+    return value.text;
+  }
+  const std::string_view text = Value(keyCount_ + column, description.name).text;
   if (const char* fault = TextFault(text); fault != nullptr) {
     Fail(description.name, fault);
   }
@@ -115,7 +130,7 @@ std::string_view CRows::Text(std::size_t column) const {
 
 std::uint32_t CRows::Number(std::size_t column) const {
   const SColumn& description = table_.columns[column];
-  return static_cast<std::uint32_t>(WholeNumber(keyColumns_.size() + column, description.name, description.max));
+  return static_cast<std::uint32_t>(WholeNumber(keyCount_ + column, description.name, description.max));
 }
 
 const SValue& CRows::Value(std::size_t index, const char* column) const {
@@ -147,7 +162,7 @@ std::uint64_t CRows::WholeNumber(std::size_t index, const char* column, std::uin
 
 void CRows::Fail(const char* column, const std::string& problem) const {
   std::vector<std::string> keys;
-  for (std::size_t i = 0; i < keyColumns_.size(); ++i) {
+  for (std::size_t i = 0; i < keyCount_; ++i) {
     keys.push_back(AsText(values_[i]));
   }
   throw SContentError{RowPlace(table_, keys) + ": " + column + ": " + problem +

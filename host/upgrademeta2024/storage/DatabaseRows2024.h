@@ -2,13 +2,12 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "upgrademeta2024/storage/DatabaseCursor2024.h"
 #include "upgrademeta2024/storage/DatabaseSchema2024.h"
+#include "upgrademeta2024/storage/DatabaseValue2024.h"
 
 namespace metadb {
 
@@ -27,14 +26,13 @@ std::string RowPlace(const STable& table, std::uint64_t owner, std::uint64_t ord
 const char* TextFault(std::string_view text);
 
 /// One pass over a table in the order of its lists. Checks what it hands out: the database may have been filled by
-/// another program, with tables that enforce nothing. Throws soci::soci_error when the database fails, SContentError
-/// for what does not belong into the table.
+/// another program, with tables that enforce nothing. Throws SContentError for what does not belong into the table.
 class CRows {
  public:
-  CRows(std::unique_ptr<CCursor> cursor, const STable& table);
+  explicit CRows(const STable& table);
 
-  /// Goes to the next row; false when there is none.
-  bool Next();
+  /// Goes to the next row, whose values stay where they are until the one after it.
+  void Next(const std::vector<SValue>& values);
 
   std::uint64_t Owner() const { return owner_; }
   std::uint64_t Ordinal() const { return ordinal_; }
@@ -51,10 +49,9 @@ class CRows {
   const SValue& Value(std::size_t index, const char* column) const;
   std::uint64_t WholeNumber(std::size_t index, const char* column, std::uint64_t max) const;
 
-  std::unique_ptr<CCursor> cursor_;
   const STable& table_;
-  std::vector<std::string> keyColumns_;
-  std::vector<SValue> values_;
+  std::size_t keyCount_;
+  const SValue* values_ = nullptr;
   std::uint64_t count_ = 0;
   std::uint64_t owner_ = 0;
   std::uint64_t ordinal_ = 0;

@@ -11,7 +11,7 @@
 #include "kvxsptstring/StringHelper.h"
 #include "upgrademeta2024/storage/DatabaseDialect2024.h"
 #include "upgrademeta2024/storage/DatabaseSchema2024.h"
-#include "upgrademeta2024/storage/PostgresqlCursor2024.h"
+#include "upgrademeta2024/storage/PostgresqlRows2024.h"
 
 namespace metadb {
 namespace {
@@ -162,8 +162,8 @@ std::unique_ptr<soci::session> CPostgresqlDatabase::OpenForWriting() {
   return OpenForReading();
 }
 
-std::unique_ptr<CCursor> CPostgresqlDatabase::OpenTable(soci::session& session, const STable& table) const {
-  return OpenPostgresqlCursor(session, table);
+void CPostgresqlDatabase::ReadRows(soci::session& session, const STable& table, const RowHandler& row) const {
+  ReadPostgresqlRows(session, table, row);
 }
 
 std::string CPostgresqlDatabase::OneLine(const std::string& text) const {

@@ -22,7 +22,7 @@ class CPostgresqlDatabase : public CDatabase {
   bool Exists() const override { return true; }
   std::unique_ptr<soci::session> OpenForReading() override;
   std::unique_ptr<soci::session> OpenForWriting() override;
-  std::unique_ptr<CCursor> OpenTable(soci::session& session, const STable& table) const override;
+  void ReadRows(soci::session& session, const STable& table, const RowHandler& row) const override;
   SFailure Explain(const soci::soci_error& error) const override;
 
  private:

@@ -13,7 +13,7 @@
 #include "upgrademeta2024/storage/DatabaseDialect2024.h"
 #include "upgrademeta2024/storage/DatabaseSchema2024.h"
 #include "upgrademeta2024/storage/NewFile2024.h"
-#include "upgrademeta2024/storage/SqliteCursor2024.h"
+#include "upgrademeta2024/storage/SqliteRows2024.h"
 
 namespace metadb {
 namespace {
@@ -58,27 +58,13 @@ std::string SystemReason(int error) {
   throw SFailure{kvx::kMalformedDocument, "the database is damaged", "restore it from a copy"};
 }
 
-/// How SQLite answers a query.
-std::string QueryPlan(soci::session& session, const std::string& query) {
-  int ignored = 0;
-  std::string step;
-  soci::statement explain = (session.prepare << "EXPLAIN QUERY PLAN " << query, soci::into(ignored),
-                             soci::into(ignored), soci::into(ignored), soci::into(step));
-  explain.execute();
-  std::string plan;
-  while (explain.fetch()) {
-    plan += step + "\n";
-  }
-  return plan;
-}
-
 /// Whether a query for the number of rows counts the entries of an index that the other query does not read.
 bool CountsAnotherTree(soci::session& session, const std::string& count, const std::string& read) {
   const std::string words = " USING COVERING INDEX ";
-  const std::string plan = QueryPlan(session, count);
+  const std::string plan = SqliteQueryPlan(session, count);
   const std::size_t at = plan.find(words);
   return at != std::string::npos &&
-         QueryPlan(session, read).find(" INDEX " + plan.substr(at + words.size())) == std::string::npos;
+         SqliteQueryPlan(session, read).find(" INDEX " + plan.substr(at + words.size())) == std::string::npos;
 }
 
 /// SOCI puts the name of its function before what SQLite says.
@@ -125,8 +111,8 @@ void CSqliteDatabase::RequireWholePages(soci::session& session) const {
   }
 }
 
-std::unique_ptr<CCursor> CSqliteDatabase::OpenTable(soci::session& session, const STable& table) const {
-  return OpenSqliteCursor(session, table);
+void CSqliteDatabase::ReadRows(soci::session& session, const STable& table, const RowHandler& row) const {
+  ReadSqliteRows(session, table, row);
 }
 
 void CSqliteDatabase::RequireSound(soci::session& session, const std::string& table) const {
