@@ -18,12 +18,32 @@
 namespace metadb {
 namespace {
 
+/// The ordinals of a list's items in their order. They are nearly always 0, 1, 2 and so on.
+class COrdinals {
+ public:
+  void Add(std::uint64_t ordinal) {
+    if (others_.empty() && ordinal == first_) {
+      ++first_;
+    } else {
+      others_.push_back(ordinal);
+    }
+  }
+  std::uint64_t operator[](std::size_t position) const {
+    return position < first_ ? position : others_[position - first_];
+  }
+
+ private:
+  // How many there are before the first that is not its own position.
+  std::uint64_t first_ = 0;
+  std::vector<std::uint64_t> others_;
+};
+
 /// An element under construction.
 template <typename Values>
 struct SOwner {
   std::uint64_t ordinal = 0;
   Values values;
-  std::vector<std::uint64_t> propertyOrdinals;
+  COrdinals propertyOrdinals;
 };
 
 struct SNamedRow {
@@ -203,7 +223,7 @@ class CReader {
       values.min = rows.Text(Columns::kMin);
       values.lookupClass = rows.Text(Columns::kLookupInternalName);
       owner.values.properties.Add(values);
-      owner.propertyOrdinals.push_back(rows.Ordinal());
+      owner.propertyOrdinals.Add(rows.Ordinal());
     });
   }
 
