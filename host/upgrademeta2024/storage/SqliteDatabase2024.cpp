@@ -157,6 +157,7 @@ std::unique_ptr<soci::session> CSqliteDatabase::OpenForReading() {
 }
 
 std::unique_ptr<soci::session> CSqliteDatabase::OpenForWriting() {
+  CNewFile::RemoveLeftovers(path_);
   if (Exists()) {
     RequireReadableFile();
     auto session = Open(path_, SQLITE_OPEN_READWRITE);
