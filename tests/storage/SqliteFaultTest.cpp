@@ -128,40 +128,6 @@ TEST_F(CSqliteFaultTest, EmptyFileHoldsNoMetamodelAndTakesOne) {
   EXPECT_EQ(Loaded(), TextOf(*sample_));
 }
 
-TEST_F(CSqliteFaultTest, TruncatedAnywhere) {
-  Save("whole.db");
-  const std::string whole = ReadFile(Path("whole.db"));
-  for (std::size_t size = 1; size < whole.size(); size += whole.size() / 97) {
-    storage_.Directory().Write("metamodel.db", whole.substr(0, size));
-    const SError error = LoadError();
-    EXPECT_EQ(error.code, kvx::kMalformedDocument) << size << " bytes: " << error.message;
-    EXPECT_EQ(error.message.find('\n'), std::string::npos);
-  }
-}
-
-TEST_F(CSqliteFaultTest, PageThatHasLostARowIsNoticed) {
-  Save();
-  std::string file = ReadFile(Path());
-  constexpr std::size_t kPageSize = 4096;
-  constexpr std::size_t kCellCount = 4;
-  int refused = 0;
-  for (std::size_t page = kPageSize; page < file.size(); page += kPageSize) {
-    const bool isLeaf = file[page] == '\x0A' || file[page] == '\x0D';
-    if (isLeaf && file[page + kCellCount] > 0) {
-      --file[page + kCellCount];
-      storage_.Directory().Write("metamodel.db", file);
-      if (LoadError().code == kvx::kMalformedDocument) {
-        ++refused;
-      } else {
-        // What was lost is an index's entry in the list of tables.
-        EXPECT_EQ(Loaded(), TextOf(*sample_)) << page;
-      }
-      ++file[page + kCellCount];
-    }
-  }
-  EXPECT_GE(refused, 15);
-}
-
 TEST_F(CSqliteFaultTest, OtherTablesOfTheDatabaseStay) {
   storage_.Execute({"CREATE TABLE parts (number TEXT)", "INSERT INTO parts VALUES ('A-1')"});
   EXPECT_FALSE(CMetaStorage2024::Open(Path())->Exists());

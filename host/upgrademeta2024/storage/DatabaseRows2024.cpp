@@ -7,7 +7,9 @@
 #include <cstring>
 #include <limits>
 
+#include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptstring/StringHelper.h"
+#include "upgrademeta2024/storage/Database2024.h"
 
 namespace metadb {
 namespace {
@@ -102,10 +104,11 @@ void CRows::Next(const std::vector<SValue>& values) {
   if (count_ == 1) {
     return;
   }
-  if (owner_ < previousOwner) {
-    Fail(table_.ownerColumn, "less than in the row before it");
+  if (owner_ < previousOwner || (owner_ == previousOwner && ordinal_ < previousOrdinal)) {
+    // Rows come ordered: a part of the table stands where another belongs.
+    throw SFailure{kvx::kMalformedDocument, "the database is damaged", "restore it from a copy"};
   }
-  if (owner_ == previousOwner && ordinal_ <= previousOrdinal) {
+  if (owner_ == previousOwner && ordinal_ == previousOrdinal) {
     Fail("ordinal", "not greater than the ordinal of the row before it in the same list");
   }
 }

@@ -26,7 +26,8 @@ std::string RowPlace(const STable& table, std::uint64_t owner, std::uint64_t ord
 const char* TextFault(std::string_view text);
 
 /// One pass over a table in the order of its lists. Checks what it hands out: the database may have been filled by
-/// another program, with tables that enforce nothing. Throws SContentError for what does not belong into the table.
+/// another program, with tables that enforce nothing. Throws SContentError for what does not belong into the table,
+/// SFailure for rows that do not come in order.
 class CRows {
  public:
   explicit CRows(const STable& table);
