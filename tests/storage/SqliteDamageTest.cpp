@@ -135,30 +135,38 @@ TEST_F(CSqliteDamageTest, RowsAreReadInOrderFromATableWithoutKey) {
 }
 
 TEST_F(CSqliteDamageTest, NumberIsNoRealAndNoTextWithMore) {
-  for (const auto& [value, shown] : {std::pair("1.5", "1.5"), {"1e300", "1.0e+300"}, {"'12 '", "12 "}, {"'0x10'", "0x10"},
-                                     {"' 7'", " 7"}, {"-1", "-1"}, {"''", "an empty text"}}) {
-    storage_.Execute({"CREATE TABLE loose AS SELECT * FROM meta_class_properties", "DROP TABLE meta_class_properties",
-                      "CREATE TABLE meta_class_properties AS SELECT class_ordinal, ordinal, internal_name, "
-                      "display_name, field, type, CASE WHEN ordinal = 5 THEN " +
-                          std::string(value) +
-                          " ELSE length END AS length, default_value, precision, max, min, lookup_internal_name FROM loose",
-                      "DROP TABLE loose"});
-    EXPECT_THAT(LoadError().message,
-                HasSubstr("row class_ordinal 0, ordinal 5: length: expected a whole number from 0 to 4294967295, found " +
-                          std::string(shown) + "; correct the row"))
+  for (const auto& [value, shown] : {std::pair("1.5", "1.5"),
+                                     {"1e300", "1.0e+300"},
+                                     {"'12 '", "12 "},
+                                     {"'0x10'", "0x10"},
+                                     {"' 7'", " 7"},
+                                     {"-1", "-1"},
+                                     {"''", "an empty text"}}) {
+    storage_.Execute(
+        {"CREATE TABLE loose AS SELECT * FROM meta_class_properties", "DROP TABLE meta_class_properties",
+         "CREATE TABLE meta_class_properties AS SELECT class_ordinal, ordinal, internal_name, "
+         "display_name, field, type, CASE WHEN ordinal = 5 THEN " +
+             std::string(value) +
+             " ELSE length END AS length, default_value, precision, max, min, lookup_internal_name FROM loose",
+         "DROP TABLE loose"});
+    EXPECT_THAT(
+        LoadError().message,
+        HasSubstr("row class_ordinal 0, ordinal 5: length: expected a whole number from 0 to 4294967295, found " +
+                  std::string(shown) + "; correct the row"))
         << value;
   }
 }
 
 TEST_F(CSqliteDamageTest, NumberInPlaceOfATextIsItsDigits) {
   storage_.Execute({"ALTER TABLE meta_behaviors DROP COLUMN display_name",
-                    "ALTER TABLE meta_behaviors ADD COLUMN display_name", "UPDATE meta_behaviors SET display_name = 42"});
+                    "ALTER TABLE meta_behaviors ADD COLUMN display_name",
+                    "UPDATE meta_behaviors SET display_name = 42"});
   EXPECT_THAT(Loaded(), HasSubstr("behavior \"Last\" \"42\""));
 }
 
 TEST_F(CSqliteDamageTest, ViewIsReadAsATable) {
-  storage_.Execute({"ALTER TABLE meta_classes RENAME TO all_classes",
-                    "CREATE VIEW meta_classes AS SELECT * FROM all_classes"});
+  storage_.Execute(
+      {"ALTER TABLE meta_classes RENAME TO all_classes", "CREATE VIEW meta_classes AS SELECT * FROM all_classes"});
   EXPECT_EQ(Loaded(), TextOf(*sample_));
 }
 

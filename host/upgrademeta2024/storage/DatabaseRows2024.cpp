@@ -93,6 +93,14 @@ const char* TextFault(std::string_view text) {
 
 CRows::CRows(const STable& table) : table_(table), keyCount_(KeyColumns(table).size()) {}
 
+inline std::uint64_t CRows::WholeNumber(std::size_t index, const char* column, std::uint64_t max) const {
+  const SValue& value = values_[index];
+  if (value.kind == SValue::kInteger && value.integer >= 0 && static_cast<std::uint64_t>(value.integer) <= max) {
+    return static_cast<std::uint64_t>(value.integer);
+  }
+  return ParseNumber(index, column, max);
+}
+
 void CRows::Next(const std::vector<SValue>& values) {
   values_ = values.data();
   ++count_;
@@ -144,13 +152,9 @@ const SValue& CRows::Value(std::size_t index, const char* column) const {
   return value;
 }
 
-std::uint64_t CRows::WholeNumber(std::size_t index, const char* column, std::uint64_t max) const {
+std::uint64_t CRows::ParseNumber(std::size_t index, const char* column, std::uint64_t max) const {
   const SValue& value = Value(index, column);
-  if (value.kind == SValue::kInteger) {
-    if (value.integer >= 0 && static_cast<std::uint64_t>(value.integer) <= max) {
-      return static_cast<std::uint64_t>(value.integer);
-    }
-  } else {
+  if (value.kind == SValue::kText) {
     std::uint64_t number = 0;
     const char* const end = value.text.data() + value.text.size();
     const auto [stop, error] = std::from_chars(value.text.data(), end, number);

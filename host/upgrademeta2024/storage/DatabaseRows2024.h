@@ -49,6 +49,7 @@ class CRows {
  private:
   const SValue& Value(std::size_t index, const char* column) const;
   std::uint64_t WholeNumber(std::size_t index, const char* column, std::uint64_t max) const;
+  std::uint64_t ParseNumber(std::size_t index, const char* column, std::uint64_t max) const;
 
   const STable& table_;
   std::size_t keyCount_;
