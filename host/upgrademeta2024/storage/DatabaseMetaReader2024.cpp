@@ -210,7 +210,13 @@ class CReader {
   template <typename Values>
   void ReadProperties(const STable& table, std::vector<SOwner<Values>>& owners) {
     using Columns = SPropertyColumns;
-    ReadItems(table, owners, [](auto& owner, const CRows& rows) {
+    SOwner<Values>* last = nullptr;
+    ReadItems(table, owners, [&last](auto& owner, const CRows& rows) {
+      if (last != nullptr && last != &owner) {
+        // While its texts are still in the processor's cache.
+        last->values.properties.Finish();
+      }
+      last = &owner;
       SMetaPropertyValues2024 values;
       values.internalName = rows.Text(Columns::kInternalName);
       values.displayName = rows.Text(Columns::kDisplayName);
