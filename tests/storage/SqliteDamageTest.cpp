@@ -21,7 +21,8 @@ namespace {
 using testing::HasSubstr;
 
 constexpr std::size_t kPageSize = 4096;
-constexpr std::size_t kCellCount = 4;
+// Two bytes, the higher one first.
+constexpr std::size_t kCellCount = 3;
 
 class CSqliteDamageTest : public testing::Test {
  protected:
@@ -47,6 +48,15 @@ class CSqliteDamageTest : public testing::Test {
 
   bool IsLeaf(std::size_t page) const { return file_[page] == '\x0A' || file_[page] == '\x0D'; }
 
+  unsigned CellCount(std::size_t page) const {
+    return 256U * static_cast<unsigned char>(file_[page + kCellCount]) +
+           static_cast<unsigned char>(file_[page + kCellCount + 1]);
+  }
+  void SetCellCount(std::size_t page, unsigned count) {
+    file_[page + kCellCount] = static_cast<char>(count / 256);
+    file_[page + kCellCount + 1] = static_cast<char>(count % 256);
+  }
+
   /// The first page of each table, by its number from 1.
   std::size_t RootOf(const std::string& name) const {
     return static_cast<std::size_t>(
@@ -58,11 +68,12 @@ class CSqliteDamageTest : public testing::Test {
     int damaged = 0;
     // The first page holds the list of tables.
     for (std::size_t page = kPageSize; page < file_.size(); page += kPageSize) {
-      if (IsLeaf(page) && file_[page + kCellCount] > 0) {
-        --file_[page + kCellCount];
+      if (IsLeaf(page) && CellCount(page) > 0) {
+        const std::string sound = file_;
+        SetCellCount(page, CellCount(page) - 1);
         Write(file_);
         damaged += IsDamaged() ? 1 : 0;
-        ++file_[page + kCellCount];
+        file_ = sound;
       }
     }
     return damaged;
@@ -110,6 +121,19 @@ TEST_F(CSqliteDamageTest, PageInPlaceOfItsNeighbourIsNoticed) {
     if (IsLeaf(page) && IsLeaf(next)) {
       std::string file = file_;
       Write(file.replace(page, kPageSize, file_, next, kPageSize));
+      damaged += IsDamaged() ? 1 : 0;
+    }
+  }
+  EXPECT_GE(damaged, 10);
+}
+
+TEST_F(CSqliteDamageTest, PagesThatHaveChangedPlacesAreNoticed) {
+  int damaged = 0;
+  for (std::size_t page = kPageSize; page + kPageSize < file_.size(); page += kPageSize) {
+    const std::size_t next = page + kPageSize;
+    if (IsLeaf(page) && IsLeaf(next)) {
+      std::string file = file_;
+      Write(file.replace(page, kPageSize, file_, next, kPageSize).replace(next, kPageSize, file_, page, kPageSize));
       damaged += IsDamaged() ? 1 : 0;
     }
   }
