@@ -57,8 +57,9 @@ std::string DescribeMachine() {
          ", load " + loadText + " before the start";
 }
 
-void PrintTable(const std::vector<SCaseResult>& cases) {
-  std::puts("| case | program | wall | to floor | CPU | to floor | peak memory | to floor |");
+void PrintTable(const std::vector<SCaseResult>& cases, const std::string& measure) {
+  const char* const name = measure.c_str();
+  std::printf("| case | program | wall | to %s | CPU | to %s | peak memory | to %s |\n", name, name, name);
   std::puts("|---|---|---:|---:|---:|---:|---:|---:|");
   for (const SCaseResult& each : cases) {
     for (const SResult& result : each.results) {

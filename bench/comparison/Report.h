@@ -8,7 +8,7 @@
 
 namespace bench {
 
-/// The results of one size and variant. The first is the floor's.
+/// The results of one size and variant. The first is what the others are measured by.
 struct SCaseResult {
   SSize size;
   SVariant variant;
@@ -18,8 +18,8 @@ struct SCaseResult {
 /// Processor, number of cores, kernel and load, as a line.
 std::string DescribeMachine();
 
-/// A table in Markdown, one row per program.
-void PrintTable(const std::vector<SCaseResult>& cases);
+/// A table in Markdown, one row per program. `measure` names the first.
+void PrintTable(const std::vector<SCaseResult>& cases, const std::string& measure);
 /// How the times grow from one size to the next, for each program and variant that ran at both.
 void PrintGrowth(const std::vector<SCaseResult>& cases);
 

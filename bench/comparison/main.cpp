@@ -14,11 +14,14 @@ using Path = std::filesystem::path;
 struct SOptions {
   std::string tool;
   std::string floor;
+  std::string scan;
+  std::string load;
   std::string cache;
   std::vector<std::string> sizes = {"S", "M"};
   std::vector<std::string> variants = {"same", "usual", "worst"};
   std::string peers;
   unsigned rounds = 5;
+  bool storagesOnly = false;
 };
 
 constexpr const char* kPeers[] = {"jsondiffpatch", "microdiff", "fast-json-patch"};
@@ -52,8 +55,29 @@ class CComparison {
     Watch(cases_.back().results);
   }
 
+  /// Loading one metamodel from each storage beside a scan of the database that does nothing else.
+  void RunStorages(const bench::SSize& size, const bench::SVariant& variant) {
+    std::fprintf(stderr, "%s %s, storages ...\n", size.name.data(), variant.name.data());
+    const std::string document = cache_.Provide(size, variant) / "installation.json";
+    const std::string database = ToDatabase(document);
+    if (!hasDatabases_) {
+      return;
+    }
+    bench::CDataCache::WriteOut();
+    const std::vector<bench::SContestant> contestants = {{"scan", {options_.scan, database}},
+                                                         {"load, from SQLite", {options_.load, database}},
+                                                         {"load, from a document", {options_.load, document}}};
+    storages_.push_back({size, variant, bench::Compete(contestants, options_.rounds, cache_.Logs())});
+    Watch(storages_.back().results);
+  }
+
   void Print() {
-    bench::PrintTable(cases_);
+    bench::PrintTable(storages_, "scan");
+    if (options_.storagesOnly) {
+      return;
+    }
+    std::puts("");
+    bench::PrintTable(cases_, "floor");
     std::puts("");
     bench::PrintGrowth(cases_);
     PrintExample();
@@ -95,6 +119,7 @@ class CComparison {
   bool hasDatabases_ = true;
   bool hasFailures_ = false;
   std::vector<bench::SCaseResult> cases_;
+  std::vector<bench::SCaseResult> storages_;
 };
 
 template <typename Rows>
@@ -113,18 +138,25 @@ int main(int argumentCount, char** arguments) {
   CLI::App app("Runs the floor, upgradesrv and generic differs on the same metamodels, as whole processes in turn.");
   app.add_option("--tool", options.tool, "upgradesrv")->required();
   app.add_option("--floor", options.floor, "the floor")->required();
+  app.add_option("--scan", options.scan, "the scan of a database")->required();
+  app.add_option("--load", options.load, "what loads one metamodel")->required();
   app.add_option("--cache", options.cache, "directory for what is generated")->required();
   app.add_option("--sizes", options.sizes, "S, M, L")->delimiter(',')->check(OneOf(bench::kSizes));
   app.add_option("--variants", options.variants, "same, usual, worst")->delimiter(',')->check(OneOf(bench::kVariants));
   app.add_option("--rounds", options.rounds, "how often")->capture_default_str();
   app.add_option("--peers-dir", options.peers, "directory with the generic differs, which then take part");
+  app.add_flag("--storages", options.storagesOnly, "only loading from each storage, no whole runs");
   CLI11_PARSE(app, argumentCount, arguments);
   try {
     const std::string machine = bench::DescribeMachine();
     CComparison comparison(options);
-    for (const std::string& size : options.sizes) {
+    for (const std::string& sizeName : options.sizes) {
+      const bench::SSize& size = *bench::FindNamed(bench::kSizes, sizeName);
+      comparison.RunStorages(size, *bench::FindNamed(bench::kVariants, options.variants.front()));
       for (const std::string& variant : options.variants) {
-        comparison.Run(*bench::FindNamed(bench::kSizes, size), *bench::FindNamed(bench::kVariants, variant));
+        if (!options.storagesOnly) {
+          comparison.Run(size, *bench::FindNamed(bench::kVariants, variant));
+        }
       }
     }
     std::printf("%s; %u rounds\n\n", machine.c_str(), options.rounds);

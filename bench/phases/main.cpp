@@ -7,8 +7,10 @@
 #include <string>
 
 #include "kvxsptjson/JsonObject.h"
+#include "storages/SqliteScan.h"
 #include "support/UpgradeRun.h"
 #include "upgrademeta2024/MetaDictionary2024.h"
+#include "upgrademeta2024/storage/MetaStorage2024.h"
 
 namespace {
 
@@ -42,6 +44,18 @@ void RunAll(const std::string& directory) {
   Phase("text", client, [&] { run.ToText(checkResult); });
 }
 
+/// Loading from a database beside what reading it takes at the least.
+void RunDatabase(const std::string& directory) {
+  const std::string database = directory + "/installation.db";
+  std::shared_ptr<CMetaDictionary2024> metamodel = CMetaStorage2024::Open(directory + "/installation.json")->Load();
+  const std::size_t properties = bench::CountProperties(*metamodel);
+  CMetaStorage2024::Open(database)->Save(*metamodel);
+  metamodel.reset();
+  bench::ScanSqlite(database);
+  Phase("scan-db", properties, [&] { bench::ScanSqlite(database); });
+  Phase("load-db", properties, [&] { metamodel = CMetaStorage2024::Open(database)->Load(); });
+}
+
 }  // namespace
 
 int main(int argumentCount, char** arguments) {
@@ -51,6 +65,7 @@ int main(int argumentCount, char** arguments) {
   }
   try {
     RunAll(arguments[1]);
+    RunDatabase(arguments[1]);
   } catch (const std::exception& error) {
     std::fprintf(stderr, "error: %s\n", error.what());
     return 2;

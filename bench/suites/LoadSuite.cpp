@@ -2,6 +2,7 @@
 #include <string>
 
 #include "kvxsptexception/KVXException.h"
+#include "storages/SqliteScan.h"
 #include "suites/SuiteData.h"
 #include "support/UpgradeRun.h"
 #include "upgrademeta2024/MetaDictionary2024.h"
@@ -28,6 +29,17 @@ void Load(benchmark::State& state, const std::string& ending) {
   bench::CountProperties(state, properties);
 }
 
+/// What loading from a database cannot be faster than, whatever it does.
+void Scan(benchmark::State& state) {
+  const std::string document = bench::SuiteDirectory(state.range(0), "same") + "/installation.json";
+  const std::string location = Copy(document, ".db");
+  const std::size_t properties = bench::CountProperties(*CMetaStorage2024::Open(document)->Load());
+  for ([[maybe_unused]] auto _ : state) {
+    benchmark::DoNotOptimize(bench::ScanSqlite(location));
+  }
+  bench::CountProperties(state, properties);
+}
+
 bool IsStorage(const std::string& ending) {
   try {
     CMetaStorage2024::Open("x" + ending);
@@ -43,6 +55,7 @@ const bool kRegistered = [] {
       benchmark::RegisterBenchmark(("Load/" + ending.substr(1)).c_str(), &Load, ending)->Apply(&bench::OverElements);
     }
   }
+  benchmark::RegisterBenchmark("Scan/db", &Scan)->Apply(&bench::OverElements);
   return true;
 }();
 

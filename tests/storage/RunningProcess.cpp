@@ -43,4 +43,21 @@ bool CRunningProcess::Kill() {
   return WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL;
 }
 
+void CRunningProcess::Halt() const {
+  kill(child_, SIGSTOP);
+  int status = 0;
+  waitpid(child_, &status, WUNTRACED);
+}
+
+void CRunningProcess::Resume() const {
+  kill(child_, SIGCONT);
+}
+
+int CRunningProcess::Wait() {
+  int status = 0;
+  waitpid(child_, &status, 0);
+  child_ = -1;
+  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
 }  // namespace test

@@ -18,6 +18,11 @@ class CRunningProcess {
 
   /// Ends it without giving it a chance to do anything more (SIGKILL). False when it had ended by itself.
   bool Kill();
+  /// Halts it, wherever it is, until Resume().
+  void Halt() const;
+  void Resume() const;
+  /// Its exit status, once it has ended by itself.
+  int Wait();
 
  private:
   pid_t child_;

@@ -128,40 +128,6 @@ TEST_F(CSqliteFaultTest, EmptyFileHoldsNoMetamodelAndTakesOne) {
   EXPECT_EQ(Loaded(), TextOf(*sample_));
 }
 
-TEST_F(CSqliteFaultTest, TruncatedAnywhere) {
-  Save("whole.db");
-  const std::string whole = ReadFile(Path("whole.db"));
-  for (std::size_t size = 1; size < whole.size(); size += whole.size() / 97) {
-    storage_.Directory().Write("metamodel.db", whole.substr(0, size));
-    const SError error = LoadError();
-    EXPECT_EQ(error.code, kvx::kMalformedDocument) << size << " bytes: " << error.message;
-    EXPECT_EQ(error.message.find('\n'), std::string::npos);
-  }
-}
-
-TEST_F(CSqliteFaultTest, PageThatHasLostARowIsNoticed) {
-  Save();
-  std::string file = ReadFile(Path());
-  constexpr std::size_t kPageSize = 4096;
-  constexpr std::size_t kCellCount = 4;
-  int refused = 0;
-  for (std::size_t page = kPageSize; page < file.size(); page += kPageSize) {
-    const bool isLeaf = file[page] == '\x0A' || file[page] == '\x0D';
-    if (isLeaf && file[page + kCellCount] > 0) {
-      --file[page + kCellCount];
-      storage_.Directory().Write("metamodel.db", file);
-      if (LoadError().code == kvx::kMalformedDocument) {
-        ++refused;
-      } else {
-        // What was lost is an index's entry in the list of tables.
-        EXPECT_EQ(Loaded(), TextOf(*sample_)) << page;
-      }
-      ++file[page + kCellCount];
-    }
-  }
-  EXPECT_GE(refused, 15);
-}
-
 TEST_F(CSqliteFaultTest, OtherTablesOfTheDatabaseStay) {
   storage_.Execute({"CREATE TABLE parts (number TEXT)", "INSERT INTO parts VALUES ('A-1')"});
   EXPECT_FALSE(CMetaStorage2024::Open(Path())->Exists());
@@ -273,15 +239,82 @@ TEST_F(CSqliteFaultTest, KilledCopyLeavesTheMetamodel) {
   EXPECT_EQ(Loaded(), TextOf(*sample_));
 }
 
-TEST_F(CSqliteFaultTest, KilledCopyToANewFileLeavesNone) {
+TEST_F(CSqliteFaultTest, WhatAKilledCopyToANewFileLeavesIsRemovedByTheNext) {
+  const std::vector<std::string> copy = {kUpgradesrv, "metamodel", "copy", Path("large.json"), Path()};
   CMetaStorage2024::Open(Path("large.json"))->Save(*LargeMetamodel(300));
-  CRunningProcess copy({kUpgradesrv, "metamodel", "copy", Path("large.json"), Path()});
+  for (const std::chrono::milliseconds delay : {0ms, 5ms, 20ms, 60ms}) {
+    CRunningProcess process(copy);
+    ASSERT_TRUE(WaitFor([&] { return Files().size() > 1; }));
+    std::this_thread::sleep_for(delay);
+    ASSERT_TRUE(process.Kill());
+    ASSERT_EQ(Files().size(), 2U) << "nothing of the copies before it, and of this one something";
+    EXPECT_FALSE(fs::exists(Path()));
+    if (delay == 5ms) {
+      EXPECT_EQ(test::Run(copy).status, 0);
+      EXPECT_EQ(Files(), (std::vector<std::string>{"large.json", "metamodel.db"}));
+      EXPECT_EQ(Loaded(), TextOf(*LargeMetamodel(300)));
+      fs::remove(Path());
+    }
+  }
+  EXPECT_EQ(test::Run(copy).status, 0);
+  EXPECT_EQ(Files(), (std::vector<std::string>{"large.json", "metamodel.db"}));
+}
+
+TEST_F(CSqliteFaultTest, WhatAKilledCopyLeavesIsRemovedWhenTheFileHasComeMeanwhile) {
+  CMetaStorage2024::Open(Path("large.json"))->Save(*LargeMetamodel(300));
+  CRunningProcess process({kUpgradesrv, "metamodel", "copy", Path("large.json"), Path()});
   ASSERT_TRUE(WaitFor([&] { return Files().size() > 1; }));
-  std::this_thread::sleep_for(20ms);
-  ASSERT_TRUE(copy.Kill());
-  EXPECT_FALSE(fs::exists(Path()));
+  ASSERT_TRUE(process.Kill());
+  Save("other.db");
+  EXPECT_EQ(Files().size(), 3U) << "what another file's copy has left stays";
+  fs::rename(Path("other.db"), Path());
   Save();
-  EXPECT_EQ(Loaded(), TextOf(*sample_));
+  EXPECT_EQ(Files(), (std::vector<std::string>{"large.json", "metamodel.db"}));
+}
+
+TEST_F(CSqliteFaultTest, CopyAtWorkIsNotDisturbedByAnother) {
+  CMetaStorage2024::Open(Path("large.json"))->Save(*LargeMetamodel(300));
+  storage_.Directory().Write("refused.json", R"({"generation": 2024, "classes": [{"internal_name": "A\u0000B"}]})");
+  const std::vector<std::string> sources = {"large.json", "refused.json"};
+  // A copy that has only just begun may have to begin anew.
+  for (const bool isWriting : {false, true}) {
+    CRunningProcess process({kUpgradesrv, "metamodel", "copy", Path("large.json"), Path()});
+    ASSERT_TRUE(WaitFor([&] {
+      const std::string first = Files().front();
+      return first != sources.front() && (!isWriting || fs::exists(Path(first + "/metamodel.db")));
+    }));
+    process.Halt();
+    const std::vector<std::string> atWork = Files();
+    ASSERT_FALSE(fs::exists(Path())) << "the copy was not halted in its midst";
+    ExpectOneLineOfTrouble(test::Run({kUpgradesrv, "metamodel", "copy", Path("refused.json"), Path()}),
+                           "NUL character");
+    if (isWriting) {
+      EXPECT_EQ(Files(), atWork);
+    }
+    process.Resume();
+    EXPECT_EQ(process.Wait(), 0);
+    EXPECT_EQ(Loaded(), TextOf(*LargeMetamodel(300)));
+    fs::remove(Path());
+    EXPECT_EQ(Files(), sources);
+  }
+}
+
+TEST_F(CSqliteFaultTest, DirectoryOfSomebodyElseIsNoLeftover) {
+  for (const std::string name :
+       {".metamodel.db.unfinished-poetry", ".metamodel.db.unfinished", ".metamodel.db.backup"}) {
+    fs::create_directory(Path(name));
+  }
+  storage_.Directory().Write(".metamodel.db.unfinished-poetry/metamodel.db", "");
+  storage_.Directory().Write(".metamodel.db.unfinished-poetry/ode.txt", "");
+  storage_.Directory().Write(".metamodel.db.backup/metamodel.db", "");
+  storage_.Directory().Write(".metamodel.db.unfinished-list", "");
+  fs::create_directory_symlink(Path(".metamodel.db.backup"), Path(".metamodel.db.unfinished-link"));
+  Save();
+  EXPECT_EQ(Files(), (std::vector<std::string>{".metamodel.db.backup", ".metamodel.db.unfinished",
+                                               ".metamodel.db.unfinished-link", ".metamodel.db.unfinished-list",
+                                               ".metamodel.db.unfinished-poetry", "metamodel.db"}));
+  EXPECT_TRUE(fs::exists(Path(".metamodel.db.unfinished-poetry/metamodel.db")));
+  EXPECT_TRUE(fs::exists(Path(".metamodel.db.backup/metamodel.db")));
 }
 
 TEST_F(CSqliteFaultTest, InterruptedWriteIsUndoneBeforeReading) {

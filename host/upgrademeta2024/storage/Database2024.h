@@ -6,9 +6,13 @@
 #include <memory>
 #include <string>
 
+#include "upgrademeta2024/storage/DatabaseValue2024.h"
+
 struct SDatabaseDialect2024;
 
 namespace metadb {
+
+struct STable;
 
 /// Why a database could not do what it was asked for, in words for its user.
 struct SFailure {
@@ -38,6 +42,14 @@ class CDatabase {
   virtual std::unique_ptr<soci::session> OpenForWriting() = 0;
   /// Ends writing, after the transaction is committed and the session closed. Throws SFailure.
   virtual void Publish() {}
+
+  /// Calls `row` for each row of a table in the order of its lists, and throws what it throws. Judges no value.
+  virtual void ReadRows(soci::session& session, const STable& table, const RowHandler& row) const = 0;
+  /// Throws SFailure when a damaged file has lost rows of the table, which reading does not show. `rows` is how many
+  /// have been read.
+  virtual void RequireRows(soci::session& /*session*/, const STable& /*table*/, std::uint64_t /*rows*/) const {}
+  /// Throws SFailure when the table does not lie in its file as it should. Takes as long as reading it.
+  virtual void RequireSound(soci::session& /*session*/, const std::string& /*table*/) const {}
 
   virtual SFailure Explain(const soci::soci_error& error) const = 0;
 };

@@ -13,13 +13,8 @@ struct SDatabaseDialect2024 {
   const char* ownedTableOptions;
   /// Counts the tables of the name :name.
   const char* countTables;
-  /// Checks how the table of the name that is added in parentheses lies in its file, and answers "ok" or with what is
-  /// wrong; empty where the database does so by itself.
-  std::string checkTable;
   /// Begins a transaction that sees all tables as of one moment and changes nothing.
   std::vector<std::string> beginReading;
   /// Begins a transaction that changes everything or nothing.
   std::vector<std::string> beginWriting;
-  /// Whether a query's rows all come at once unless a cursor fetches them part by part.
-  bool readsThroughCursor;
 };

@@ -18,12 +18,32 @@
 namespace metadb {
 namespace {
 
+/// The ordinals of a list's items in their order. They are nearly always 0, 1, 2 and so on.
+class COrdinals {
+ public:
+  void Add(std::uint64_t ordinal) {
+    if (others_.empty() && ordinal == first_) {
+      ++first_;
+    } else {
+      others_.push_back(ordinal);
+    }
+  }
+  std::uint64_t operator[](std::size_t position) const {
+    return position < first_ ? position : others_[position - first_];
+  }
+
+ private:
+  // How many there are before the first that is not its own position.
+  std::uint64_t first_ = 0;
+  std::vector<std::uint64_t> others_;
+};
+
 /// An element under construction.
 template <typename Values>
 struct SOwner {
   std::uint64_t ordinal = 0;
   Values values;
-  std::vector<std::uint64_t> propertyOrdinals;
+  COrdinals propertyOrdinals;
 };
 
 struct SNamedRow {
@@ -55,12 +75,12 @@ class CNames {
 
 class CReader {
  public:
-  CReader(soci::session& session, const SDatabaseDialect2024& dialect, std::string& activity)
-      : session_(session), dialect_(dialect), activity_(activity) {}
+  CReader(soci::session& session, const CDatabase& database, std::string& activity)
+      : session_(session), database_(database), activity_(activity) {}
 
   std::shared_ptr<CMetaDictionary2024> Read() {
     RequireTables();
-    for (const std::string& statement : dialect_.beginReading) {
+    for (const std::string& statement : database_.Dialect().beginReading) {
       session_ << statement;
     }
     ReadHead();
@@ -75,7 +95,7 @@ class CReader {
 
  private:
   void RequireTables() {
-    const std::vector<std::string> missing = MissingTables(session_, dialect_);
+    const std::vector<std::string> missing = MissingTables(session_, database_.Dialect());
     if (missing.empty()) {
       return;
     }
@@ -93,6 +113,7 @@ class CReader {
   void ReadHead() {
     const std::string table = "table " + std::string(kHeadTable);
     BeginTable(kHeadTable);
+    database_.RequireSound(session_, kHeadTable);
     std::string generation;
     std::string version;
     soci::indicator hasGeneration = soci::i_null;
@@ -155,8 +176,7 @@ class CReader {
   std::vector<SOwner<Values>> ReadOwners(const STable& table, const Fill& fill) {
     std::vector<SOwner<Values>> owners;
     CNames names;
-    CRows rows = Rows(table);
-    while (rows.Next()) {
+    ReadRows(table, [&](const CRows& rows) {
       SOwner<Values> owner;
       owner.ordinal = rows.Ordinal();
       owner.values.internalName = rows.Text(SElementColumns::kInternalName);
@@ -167,16 +187,15 @@ class CReader {
         FailRepeated(RowPlace(table, owner.ordinal), name, *earlier);
       }
       owners.push_back(std::move(owner));
-    }
+    });
     return owners;
   }
 
   /// Calls `item(owner, rows)` for each row of a table with owners.
   template <typename Values, typename Item>
   void ReadItems(const STable& table, std::vector<SOwner<Values>>& owners, const Item& item) {
-    CRows rows = Rows(table);
     auto owner = owners.end();
-    while (rows.Next()) {
+    ReadRows(table, [&](const CRows& rows) {
       if (owner == owners.end() || owner->ordinal != rows.Owner()) {
         owner = std::lower_bound(owners.begin(), owners.end(), rows.Owner(),
                                  [](const SOwner<Values>& a, std::uint64_t ordinal) { return a.ordinal < ordinal; });
@@ -185,13 +204,19 @@ class CReader {
         }
       }
       item(*owner, rows);
-    }
+    });
   }
 
   template <typename Values>
   void ReadProperties(const STable& table, std::vector<SOwner<Values>>& owners) {
     using Columns = SPropertyColumns;
-    ReadItems(table, owners, [](auto& owner, const CRows& rows) {
+    SOwner<Values>* last = nullptr;
+    ReadItems(table, owners, [&last](auto& owner, const CRows& rows) {
+      if (last != nullptr && last != &owner) {
+        // While its texts are still in the processor's cache.
+        last->values.properties.Finish();
+      }
+      last = &owner;
       SMetaPropertyValues2024 values;
       values.internalName = rows.Text(Columns::kInternalName);
       values.displayName = rows.Text(Columns::kDisplayName);
@@ -204,7 +229,7 @@ class CReader {
       values.min = rows.Text(Columns::kMin);
       values.lookupClass = rows.Text(Columns::kLookupInternalName);
       owner.values.properties.Add(values);
-      owner.propertyOrdinals.push_back(rows.Ordinal());
+      owner.propertyOrdinals.Add(rows.Ordinal());
     });
   }
 
@@ -223,34 +248,36 @@ class CReader {
     }
   }
 
-  CRows Rows(const STable& table) {
+  /// Calls `row(rows)` for each row of a table.
+  template <typename Row>
+  void ReadRows(const STable& table, const Row& row) {
     BeginTable(table.name);
-    return {session_, dialect_, table};
+    CRows rows(table);
+    try {
+      database_.ReadRows(session_, table, [&](const std::vector<SValue>& values) {
+        rows.Next(values);
+        row(rows);
+      });
+    } catch (const SContentError&) {
+      // What a damaged page holds is nobody's mistake.
+      database_.RequireSound(session_, table.name);
+      throw;
+    }
+    database_.RequireRows(session_, table, rows.Count());
   }
 
-  void BeginTable(const std::string& table) {
-    activity_ = "table " + table + " cannot be read";
-    if (dialect_.checkTable.empty()) {
-      return;
-    }
-    // A page that has lost rows reads without an error.
-    std::string finding;
-    session_ << dialect_.checkTable + "(" + table + ")", soci::into(finding);
-    if (finding != "ok") {
-      throw SFailure{kvx::kMalformedDocument, "the database is damaged", "restore it from a copy"};
-    }
-  }
+  void BeginTable(const std::string& table) { activity_ = "table " + table + " cannot be read"; }
 
   soci::session& session_;
-  const SDatabaseDialect2024& dialect_;
+  const CDatabase& database_;
   std::string& activity_;
 };
 
 }  // namespace
 
-std::shared_ptr<CMetaDictionary2024> ReadMetamodel(soci::session& session, const SDatabaseDialect2024& dialect,
+std::shared_ptr<CMetaDictionary2024> ReadMetamodel(soci::session& session, const CDatabase& database,
                                                    std::string& activity) {
-  return CReader(session, dialect, activity).Read();
+  return CReader(session, database, activity).Read();
 }
 
 std::vector<std::string> MissingTables(soci::session& session, const SDatabaseDialect2024& dialect) {

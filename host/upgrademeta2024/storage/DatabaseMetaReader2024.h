@@ -11,10 +11,12 @@ struct SDatabaseDialect2024;
 
 namespace metadb {
 
+class CDatabase;
+
 /// Reads the metamodel that a database holds, one ordered pass for each table, inside one transaction that sees all
-/// tables as of one moment. Throws soci::soci_error when the database fails; SContentError for what is not a metamodel.
-/// Meanwhile `activity` says what is being done, for messages.
-std::shared_ptr<CMetaDictionary2024> ReadMetamodel(soci::session& session, const SDatabaseDialect2024& dialect,
+/// tables as of one moment. Throws soci::soci_error or SFailure when the database fails; SContentError for what is not
+/// a metamodel. Meanwhile `activity` says what is being done, for messages.
+std::shared_ptr<CMetaDictionary2024> ReadMetamodel(soci::session& session, const CDatabase& database,
                                                    std::string& activity);
 
 /// The names of those tables of a metamodel that the database does not have.

@@ -50,7 +50,7 @@ std::shared_ptr<CMetaDictionary2024> CDatabaseMetaStorage2024::Load() {
   std::string activity = "cannot be opened";
   return Run(*database_, activity, [&] {
     const std::unique_ptr<soci::session> session = database_->OpenForReading();
-    return metadb::ReadMetamodel(*session, database_->Dialect(), activity);
+    return metadb::ReadMetamodel(*session, *database_, activity);
   });
 }
 

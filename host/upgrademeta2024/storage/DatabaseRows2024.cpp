@@ -4,18 +4,62 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstring>
 #include <limits>
 
+#include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptstring/StringHelper.h"
-#include "upgrademeta2024/storage/DatabaseDialect2024.h"
+#include "upgrademeta2024/storage/Database2024.h"
 
 namespace metadb {
 namespace {
 
-// 2,000 properties are a few hundred kilobytes; larger parts are not faster.
-constexpr const char* kFetchPart = "FETCH 2000 FROM meta_rows";
-constexpr const char* kDeclareCursor = "DECLARE meta_rows NO SCROLL CURSOR FOR ";
-constexpr const char* kCloseCursor = "CLOSE meta_rows";
+std::uint64_t Word(const char* bytes) {
+  std::uint64_t word = 0;
+  std::memcpy(&word, bytes, sizeof(word));
+  return word;
+}
+
+std::uint64_t HalfWord(const char* bytes) {
+  std::uint32_t word = 0;
+  std::memcpy(&word, bytes, sizeof(word));
+  return word;
+}
+
+/// Whether all bytes are ASCII and none is NUL.
+inline bool IsPlain(std::string_view text) {
+  constexpr std::uint64_t kOnes = 0x0101010101010101;
+  constexpr std::uint64_t kHighBits = 0x8080808080808080;
+  // Taking one from a NUL sets its high bit.
+  const auto isPlainWord = [](std::uint64_t word) { return (((word - kOnes) | word) & kHighBits) == 0; };
+  const char* const begin = text.data();
+  const std::size_t size = text.size();
+  if (size >= sizeof(std::uint64_t)) {
+    const char* const last = begin + size - sizeof(std::uint64_t);
+    for (const char* at = begin; at < last; at += sizeof(std::uint64_t)) {
+      if (!isPlainWord(Word(at))) {
+        return false;
+      }
+    }
+    return isPlainWord(Word(last));
+  }
+  constexpr std::size_t kHalf = sizeof(std::uint32_t);
+  if (size >= kHalf) {
+    return isPlainWord(HalfWord(begin) << 32U | HalfWord(begin + size - kHalf));
+  }
+  return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<signed char>(c) > 0; });
+}
+
+std::string AsText(const SValue& value) {
+  switch (value.kind) {
+    case SValue::kNull:
+      return "NULL";
+    case SValue::kInteger:
+      return std::to_string(value.integer);
+    default:
+      return std::string(value.text);
+  }
+}
 
 }  // namespace
 
@@ -38,8 +82,7 @@ std::string RowPlace(const STable& table, std::uint64_t owner, std::uint64_t ord
 
 const char* TextFault(std::string_view text) {
   // Most texts are short and ASCII, for which setting up the validation takes longer than this.
-  const auto isPlain = [](char c) { return c != '\0' && static_cast<unsigned char>(c) < 0x80; };
-  if (std::all_of(text.begin(), text.end(), isPlain)) {
+  if (IsPlain(text)) {
     return nullptr;
   }
   if (text.find('\0') != std::string_view::npos) {
@@ -48,74 +91,45 @@ const char* TextFault(std::string_view text) {
   return simdjson::validate_utf8(text.data(), text.size()) ? nullptr : "the text is not valid UTF-8";
 }
 
-CRows::CRows(soci::session& session, const SDatabaseDialect2024& dialect, const STable& table)
-    : session_(session),
-      table_(table),
-      hasCursor_(dialect.readsThroughCursor),
-      keyColumns_(KeyColumns(table)),
-      values_(keyColumns_.size() + table.columns.size()),
-      indicators_(values_.size(), soci::i_ok),
-      statement_(session) {
-  // Everything is fetched as text: a database that does not enforce a column's type would otherwise turn what is no
-  // number into one.
-  statement_.alloc();
-  for (std::size_t i = 0; i < values_.size(); ++i) {
-    statement_.exchange(soci::into(values_[i], indicators_[i]));
+CRows::CRows(const STable& table) : table_(table), keyCount_(KeyColumns(table).size()) {}
+
+inline std::uint64_t CRows::WholeNumber(std::size_t index, const char* column, std::uint64_t max) const {
+  const SValue& value = values_[index];
+  if (value.kind == SValue::kInteger && value.integer >= 0 && static_cast<std::uint64_t>(value.integer) <= max) {
+    return static_cast<std::uint64_t>(value.integer);
   }
-  if (hasCursor_) {
-    session << kDeclareCursor + SelectStatement(table);
-    statement_.prepare(kFetchPart);
-  } else {
-    statement_.prepare(SelectStatement(table));
-  }
-  statement_.define_and_bind();
-  statement_.execute();
+  return ParseNumber(index, column, max);
 }
 
-bool CRows::FetchFromPart() {
-  const bool fetched = statement_.fetch();
-  partHasRows_ = partHasRows_ || fetched;
-  return fetched;
-}
-
-bool CRows::Fetch() {
-  if (FetchFromPart()) {
-    return true;
-  }
-  if (!hasCursor_) {
-    return false;
-  }
-  if (partHasRows_) {
-    partHasRows_ = false;
-    statement_.execute();
-    if (FetchFromPart()) {
-      return true;
-    }
-  }
-  session_ << kCloseCursor;
-  return false;
-}
-
-bool CRows::Next() {
-  if (!Fetch()) {
-    return false;
-  }
+void CRows::Next(const std::vector<SValue>& values) {
+  values_ = values.data();
+  ++count_;
   constexpr std::uint64_t kMax = std::numeric_limits<std::int64_t>::max();
   const std::uint64_t previousOwner = owner_;
   const std::uint64_t previousOrdinal = ordinal_;
-  const std::size_t last = keyColumns_.size() - 1;
   owner_ = table_.owner == nullptr ? 0 : WholeNumber(0, table_.ownerColumn, kMax);
-  ordinal_ = WholeNumber(last, keyColumns_[last].c_str(), kMax);
-  if (!isFirst_ && owner_ == previousOwner && ordinal_ <= previousOrdinal) {
+  ordinal_ = WholeNumber(keyCount_ - 1, "ordinal", kMax);
+  if (count_ == 1) {
+    return;
+  }
+  if (owner_ < previousOwner || (owner_ == previousOwner && ordinal_ < previousOrdinal)) {
+    // Rows come ordered: a part of the table stands where another belongs.
+    throw SFailure{kvx::kMalformedDocument, "the database is damaged", "restore it from a copy"};
+  }
+  if (owner_ == previousOwner && ordinal_ == previousOrdinal) {
     Fail("ordinal", "not greater than the ordinal of the row before it in the same list");
   }
-  isFirst_ = false;
-  return true;
 }
 
 std::string_view CRows::Text(std::size_t column) const {
+  const SValue& value = values_[keyCount_ + column];
   const SColumn& description = table_.columns[column];
-  const std::string& text = Value(keyColumns_.size() + column, description.name);
+  // What most texts are; whatever is wrong with one is found out below.
+  if (value.kind == SValue::kText && IsPlain(value.text) &&
+      (!value.text.empty() || description.kind != SColumn::kName)) {
+    return value.text;
+  }
+  const std::string_view text = Value(keyCount_ + column, description.name).text;
   if (const char* fault = TextFault(text); fault != nullptr) {
     Fail(description.name, fault);
   }
@@ -127,32 +141,36 @@ std::string_view CRows::Text(std::size_t column) const {
 
 std::uint32_t CRows::Number(std::size_t column) const {
   const SColumn& description = table_.columns[column];
-  return static_cast<std::uint32_t>(WholeNumber(keyColumns_.size() + column, description.name, description.max));
+  return static_cast<std::uint32_t>(WholeNumber(keyCount_ + column, description.name, description.max));
 }
 
-const std::string& CRows::Value(std::size_t index, const char* column) const {
-  if (indicators_[index] == soci::i_null) {
+const SValue& CRows::Value(std::size_t index, const char* column) const {
+  const SValue& value = values_[index];
+  if (value.kind == SValue::kNull) {
     Fail(column, "NULL stands where a value belongs");
   }
-  return values_[index];
+  return value;
 }
 
-std::uint64_t CRows::WholeNumber(std::size_t index, const char* column, std::uint64_t max) const {
-  const std::string& text = Value(index, column);
-  std::uint64_t number = 0;
-  const char* end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, number);
-  if (error != std::errc() || stop != end || number > max) {
-    Fail(column, "expected a whole number from 0 to " + std::to_string(max) + ", found " +
-                     CStringHelper::ToVisible(text.empty() ? "an empty text" : text));
+std::uint64_t CRows::ParseNumber(std::size_t index, const char* column, std::uint64_t max) const {
+  const SValue& value = Value(index, column);
+  if (value.kind == SValue::kText) {
+    std::uint64_t number = 0;
+    const char* const end = value.text.data() + value.text.size();
+    const auto [stop, error] = std::from_chars(value.text.data(), end, number);
+    if (error == std::errc() && stop == end && number <= max) {
+      return number;
+    }
   }
-  return number;
+  const std::string text = AsText(value);
+  Fail(column, "expected a whole number from 0 to " + std::to_string(max) + ", found " +
+                   CStringHelper::ToVisible(text.empty() ? "an empty text" : text));
 }
 
 void CRows::Fail(const char* column, const std::string& problem) const {
   std::vector<std::string> keys;
-  for (std::size_t i = 0; i < keyColumns_.size(); ++i) {
-    keys.push_back(indicators_[i] == soci::i_null ? "NULL" : values_[i]);
+  for (std::size_t i = 0; i < keyCount_; ++i) {
+    keys.push_back(AsText(values_[i]));
   }
   throw SContentError{RowPlace(table_, keys) + ": " + column + ": " + problem +
                       "; correct the row or store the metamodel anew"};

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <soci/soci.h>
-
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -9,8 +7,7 @@
 #include <vector>
 
 #include "upgrademeta2024/storage/DatabaseSchema2024.h"
-
-struct SDatabaseDialect2024;
+#include "upgrademeta2024/storage/DatabaseValue2024.h"
 
 namespace metadb {
 
@@ -28,20 +25,20 @@ std::string RowPlace(const STable& table, std::uint64_t owner, std::uint64_t ord
 /// Why a text cannot stand in a metamodel in a database, null when it can.
 const char* TextFault(std::string_view text);
 
-/// One pass over a table in the order of its lists, with a bounded number of rows in memory. Checks what it hands out:
-/// the database may have been filled by another program, with tables that enforce nothing. Throws soci::soci_error when
-/// the database fails, SContentError for what does not belong into the table.
+/// One pass over a table in the order of its lists. Checks what it hands out: the database may have been filled by
+/// another program, with tables that enforce nothing. Throws SContentError for what does not belong into the table,
+/// SFailure for rows that do not come in order.
 class CRows {
  public:
-  CRows(soci::session& session, const SDatabaseDialect2024& dialect, const STable& table);
-  CRows(const CRows&) = delete;
-  CRows& operator=(const CRows&) = delete;
+  explicit CRows(const STable& table);
 
-  /// Goes to the next row; false when there is none.
-  bool Next();
+  /// Goes to the next row, whose values stay where they are until the one after it.
+  void Next(const std::vector<SValue>& values);
 
   std::uint64_t Owner() const { return owner_; }
   std::uint64_t Ordinal() const { return ordinal_; }
+  /// How many rows there have been.
+  std::uint64_t Count() const { return count_; }
   /// The values of the current row by the column's position in STable::columns; texts are valid until Next().
   std::string_view Text(std::size_t column) const;
   std::uint32_t Number(std::size_t column) const;
@@ -50,20 +47,14 @@ class CRows {
   [[noreturn]] void Fail(const char* column, const std::string& problem) const;
 
  private:
-  bool Fetch();
-  bool FetchFromPart();
-  const std::string& Value(std::size_t index, const char* column) const;
+  const SValue& Value(std::size_t index, const char* column) const;
   std::uint64_t WholeNumber(std::size_t index, const char* column, std::uint64_t max) const;
+  std::uint64_t ParseNumber(std::size_t index, const char* column, std::uint64_t max) const;
 
-  soci::session& session_;
   const STable& table_;
-  bool hasCursor_;
-  std::vector<std::string> keyColumns_;
-  std::vector<std::string> values_;
-  std::vector<soci::indicator> indicators_;
-  soci::statement statement_;
-  bool partHasRows_ = false;
-  bool isFirst_ = true;
+  std::size_t keyCount_;
+  const SValue* values_ = nullptr;
+  std::uint64_t count_ = 0;
   std::uint64_t owner_ = 0;
   std::uint64_t ordinal_ = 0;
 };

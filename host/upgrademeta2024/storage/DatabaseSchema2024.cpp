@@ -71,14 +71,6 @@ std::string Join(const std::vector<std::string>& words, const std::string& separ
   return text;
 }
 
-std::vector<std::string> AllColumns(const STable& table) {
-  std::vector<std::string> names = KeyColumns(table);
-  for (const SColumn& column : table.columns) {
-    names.emplace_back(column.name);
-  }
-  return names;
-}
-
 }  // namespace
 
 const char* const kHeadTable = "metamodel";
@@ -113,6 +105,14 @@ std::vector<std::string> KeyColumns(const STable& table) {
     return {"ordinal"};
   }
   return {table.ownerColumn, "ordinal"};
+}
+
+std::vector<std::string> AllColumns(const STable& table) {
+  std::vector<std::string> names = KeyColumns(table);
+  for (const SColumn& column : table.columns) {
+    names.emplace_back(column.name);
+  }
+  return names;
 }
 
 std::vector<std::string> DropStatements() {
@@ -153,8 +153,15 @@ std::vector<std::string> IndexStatements(const SDatabaseDialect2024& dialect) {
 }
 
 std::string SelectStatement(const STable& table) {
-  return "SELECT " + Join(AllColumns(table), ", ") + " FROM " + table.name + " ORDER BY " +
-         Join(KeyColumns(table), ", ");
+  return "SELECT " + Join(AllColumns(table), ", ") + " FROM " + table.name + OrderClause(table);
+}
+
+std::string CallStatement(const STable& table, const std::string& function, const std::string& rows) {
+  return "SELECT " + function + "(" + Join(AllColumns(table), ", ") + ") FROM " + rows;
+}
+
+std::string OrderClause(const STable& table) {
+  return " ORDER BY " + Join(KeyColumns(table), ", ");
 }
 
 std::string InsertStatement(const STable& table, std::size_t rows) {

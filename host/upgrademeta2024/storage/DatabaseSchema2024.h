@@ -79,8 +79,15 @@ std::vector<std::string> DropStatements();
 std::vector<std::string> CreateStatements(const SDatabaseDialect2024& dialect);
 std::vector<std::string> IndexStatements(const SDatabaseDialect2024& dialect);
 
-/// Reads every row in the order of the lists: the key columns, then the columns.
+/// The key columns, then the columns.
+std::vector<std::string> AllColumns(const STable& table);
+
+/// Reads every row in the order of the lists, with AllColumns.
 std::string SelectStatement(const STable& table);
+/// Calls a function with AllColumns of every row of `rows`, which is the table or a query in parentheses.
+std::string CallStatement(const STable& table, const std::string& function, const std::string& rows);
+/// What puts the rows of the table into the order of the lists.
+std::string OrderClause(const STable& table);
 /// Adds `rows` rows, whose values are parameters in the order of SelectStatement.
 std::string InsertStatement(const STable& table, std::size_t rows);
 

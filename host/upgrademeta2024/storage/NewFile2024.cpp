@@ -1,6 +1,7 @@
 #include "upgrademeta2024/storage/NewFile2024.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -8,12 +9,43 @@
 #include <cstdlib>
 #include <filesystem>
 #include <system_error>
+#include <vector>
 
 namespace metadb {
 namespace {
 
 [[noreturn]] void Fail() {
   throw std::system_error(errno, std::generic_category());
+}
+
+/// What the name of a directory begins with in which the file is written.
+std::string DirectoryPrefix(const std::filesystem::path& target) {
+  return "." + target.filename().string() + ".unfinished-";
+}
+
+/// Negative for what is no directory.
+int OpenDirectory(const std::string& directory) {
+  return open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+}
+
+void Close(int descriptor) {
+  if (descriptor >= 0) {
+    close(descriptor);
+  }
+}
+
+/// Whether all that a directory holds is the file itself and what SQLite writes beside it.
+bool HoldsOnlyFilesOf(const std::filesystem::path& target, const std::filesystem::path& directory) {
+  const std::string name = target.filename().string();
+  std::error_code error;
+  for (std::filesystem::directory_iterator entry(directory, error), end; !error && entry != end;
+       entry.increment(error)) {
+    const std::string found = entry->path().filename().string();
+    if (found != name && found != name + "-journal") {
+      return false;
+    }
+  }
+  return !error;
 }
 
 void SyncDirectory(const std::filesystem::path& directory) {
@@ -29,9 +61,7 @@ void SyncDirectory(const std::filesystem::path& directory) {
 
 CNewFile::CNewFile(const std::string& path) : target_(path) {
   const std::filesystem::path target(path);
-  directory_ = target.parent_path() / ("." + target.filename().string() + ".XXXXXX");
-  if (mkdtemp(directory_.data()) == nullptr) {
-    Fail();
+  while (!TryMakeDirectory(target.parent_path() / (DirectoryPrefix(target) + "XXXXXX"))) {
   }
   path_ = directory_ + "/" + target.filename().string();
 }
@@ -39,6 +69,45 @@ CNewFile::CNewFile(const std::string& path) : target_(path) {
 CNewFile::~CNewFile() {
   std::error_code error;
   std::filesystem::remove_all(directory_, error);
+  Close(lock_);
+}
+
+bool CNewFile::TryMakeDirectory(const std::string& pattern) {
+  directory_ = pattern;
+  if (mkdtemp(directory_.data()) == nullptr) {
+    Fail();
+  }
+  lock_ = OpenDirectory(directory_);
+  // A file system without locks has none to remove leftovers under either.
+  if (lock_ >= 0 && (flock(lock_, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) &&
+      access(directory_.c_str(), F_OK) == 0) {
+    return true;
+  }
+  // Somebody took it for a leftover before it was locked.
+  Close(lock_);
+  std::error_code error;
+  std::filesystem::remove_all(directory_, error);
+  return false;
+}
+
+void CNewFile::RemoveLeftovers(const std::string& path) {
+  const std::filesystem::path target(path);
+  const std::string prefix = DirectoryPrefix(target);
+  std::error_code error;
+  std::vector<std::filesystem::path> leftovers;
+  for (std::filesystem::directory_iterator entry(target.parent_path(), error), end; !error && entry != end;
+       entry.increment(error)) {
+    if (entry->path().filename().string().compare(0, prefix.size(), prefix) == 0) {
+      leftovers.push_back(entry->path());
+    }
+  }
+  for (const std::filesystem::path& leftover : leftovers) {
+    const int lock = OpenDirectory(leftover);
+    if (lock >= 0 && flock(lock, LOCK_EX | LOCK_NB) == 0 && HoldsOnlyFilesOf(target, leftover)) {
+      std::filesystem::remove_all(leftover, error);
+    }
+    Close(lock);
+  }
 }
 
 void CNewFile::Publish() {

@@ -6,7 +6,7 @@ namespace metadb {
 
 /// A file that does not exist yet and comes to be as a whole: it is written in a hidden directory beside its place,
 /// together with whatever files its writer needs beside it, and moved there at the end. Without Publish() nothing
-/// remains. Throws std::system_error.
+/// remains; what a process leaves that is killed, RemoveLeftovers() removes. Throws std::system_error.
 class CNewFile {
  public:
   explicit CNewFile(const std::string& path);
@@ -19,10 +19,18 @@ class CNewFile {
   /// Moves the file to its place; fails when another file has come there meanwhile.
   void Publish();
 
+  /// Removes the directories that earlier writers of a file at `path` have left, as far as it may. Those of writers
+  /// that are still at work stay, and so does whatever holds other files than a writer makes.
+  static void RemoveLeftovers(const std::string& path);
+
  private:
+  bool TryMakeDirectory(const std::string& pattern);
+
   std::string target_;
   std::string directory_;
   std::string path_;
+  // Of the directory, locked as long as its writer lives.
+  int lock_ = -1;
 };
 
 }  // namespace metadb

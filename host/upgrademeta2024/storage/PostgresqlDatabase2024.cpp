@@ -11,6 +11,7 @@
 #include "kvxsptstring/StringHelper.h"
 #include "upgrademeta2024/storage/DatabaseDialect2024.h"
 #include "upgrademeta2024/storage/DatabaseSchema2024.h"
+#include "upgrademeta2024/storage/PostgresqlRows2024.h"
 
 namespace metadb {
 namespace {
@@ -38,10 +39,8 @@ const SDatabaseDialect2024& PostgresqlDialect() {
       "lower(internal_name COLLATE \"C\")",
       "",
       "SELECT count(to_regclass(:name))",
-      "",
       {"BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY", kLockTimeout, LockAllTables()},
       {"BEGIN", kLockTimeout},
-      /*readsThroughCursor=*/true,
   };
   return dialect;
 }
@@ -161,6 +160,10 @@ std::unique_ptr<soci::session> CPostgresqlDatabase::OpenForReading() {
 
 std::unique_ptr<soci::session> CPostgresqlDatabase::OpenForWriting() {
   return OpenForReading();
+}
+
+void CPostgresqlDatabase::ReadRows(soci::session& session, const STable& table, const RowHandler& row) const {
+  ReadPostgresqlRows(session, table, row);
 }
 
 std::string CPostgresqlDatabase::OneLine(const std::string& text) const {

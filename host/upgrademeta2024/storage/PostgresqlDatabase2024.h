@@ -22,6 +22,7 @@ class CPostgresqlDatabase : public CDatabase {
   bool Exists() const override { return true; }
   std::unique_ptr<soci::session> OpenForReading() override;
   std::unique_ptr<soci::session> OpenForWriting() override;
+  void ReadRows(soci::session& session, const STable& table, const RowHandler& row) const override;
   SFailure Explain(const soci::soci_error& error) const override;
 
  private:

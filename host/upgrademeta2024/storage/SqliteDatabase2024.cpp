@@ -11,7 +11,9 @@
 
 #include "kvxsptexception/ErrorCodes.h"
 #include "upgrademeta2024/storage/DatabaseDialect2024.h"
+#include "upgrademeta2024/storage/DatabaseSchema2024.h"
 #include "upgrademeta2024/storage/NewFile2024.h"
+#include "upgrademeta2024/storage/SqliteRows2024.h"
 
 namespace metadb {
 namespace {
@@ -38,10 +40,8 @@ const SDatabaseDialect2024 kDialect = {
     "internal_name COLLATE NOCASE",
     " WITHOUT ROWID",
     "SELECT count(*) FROM sqlite_master WHERE type IN ('table', 'view') AND name = :name COLLATE NOCASE",
-    "PRAGMA quick_check",
     {"PRAGMA query_only = ON", "PRAGMA trusted_schema = OFF", "BEGIN"},
     {"PRAGMA foreign_keys = ON", "BEGIN IMMEDIATE"},
-    /*readsThroughCursor=*/false,
 };
 
 /// Makes SQLite look at the file: opening alone does not.
@@ -52,6 +52,19 @@ void ReadHeader(soci::session& session) {
 
 std::string SystemReason(int error) {
   return std::generic_category().message(error);
+}
+
+[[noreturn]] void FailDamaged() {
+  throw SFailure{kvx::kMalformedDocument, "the database is damaged", "restore it from a copy"};
+}
+
+/// Whether a query for the number of rows counts the entries of an index that the other query does not read.
+bool CountsAnotherTree(soci::session& session, const std::string& count, const std::string& read) {
+  const std::string words = " USING COVERING INDEX ";
+  const std::string plan = SqliteQueryPlan(session, count);
+  const std::size_t at = plan.find(words);
+  return at != std::string::npos &&
+         SqliteQueryPlan(session, read).find(" INDEX " + plan.substr(at + words.size())) == std::string::npos;
 }
 
 /// SOCI puts the name of its function before what SQLite says.
@@ -98,6 +111,33 @@ void CSqliteDatabase::RequireWholePages(soci::session& session) const {
   }
 }
 
+void CSqliteDatabase::ReadRows(soci::session& session, const STable& table, const RowHandler& row) const {
+  ReadSqliteRows(session, table, row);
+}
+
+void CSqliteDatabase::RequireSound(soci::session& session, const std::string& table) const {
+  std::string finding;
+  session << "PRAGMA quick_check(" << table << ")", soci::into(finding);
+  if (finding != "ok") {
+    FailDamaged();
+  }
+}
+
+void CSqliteDatabase::RequireRows(soci::session& session, const STable& table, std::uint64_t rows) const {
+  // A page that has lost rows reads without an error. An index has an entry for each, and SQLite counts these page by
+  // page; checking how the table lies takes as long as reading it.
+  const std::string count = std::string("SELECT count(*) FROM ") + table.name;
+  if (!CountsAnotherTree(session, count, SelectStatement(table))) {
+    RequireSound(session, table.name);
+    return;
+  }
+  std::uint64_t entries = 0;
+  session << count, soci::into(entries);
+  if (entries != rows) {
+    FailDamaged();
+  }
+}
+
 std::unique_ptr<soci::session> CSqliteDatabase::OpenForReading() {
   RequireReadableFile();
   auto session = Open(path_, SQLITE_OPEN_READONLY);
@@ -117,6 +157,7 @@ std::unique_ptr<soci::session> CSqliteDatabase::OpenForReading() {
 }
 
 std::unique_ptr<soci::session> CSqliteDatabase::OpenForWriting() {
+  CNewFile::RemoveLeftovers(path_);
   if (Exists()) {
     RequireReadableFile();
     auto session = Open(path_, SQLITE_OPEN_READWRITE);

@@ -1,0 +1,137 @@
+#include "upgrademeta2024/storage/SqliteRows2024.h"
+
+#include <soci/sqlite3/soci-sqlite3.h>
+
+#include <cstddef>
+#include <exception>
+
+namespace metadb {
+namespace {
+
+using sqlite_api::sqlite3_context;
+using sqlite_api::sqlite3_value;
+
+constexpr const char* kFunction = "meta_row";
+
+/// A function of SQL that hands its arguments to a row handler, as long as this object lives. SQLite has a row's values
+/// ready for it at once, where asking a statement for each of them takes half as long as reading them does.
+class CRowFunction {
+ public:
+  CRowFunction(soci::session& session, const STable& table, const RowHandler& row)
+      : connection_(static_cast<soci::sqlite3_session_backend*>(session.get_backend())->conn_), row_(row) {
+    // Not of bool: its elements would share bytes.
+    isNumber_.assign(KeyColumns(table).size(), 1);
+    for (const SColumn& column : table.columns) {
+      isNumber_.push_back(column.kind == SColumn::kNumber ? 1 : 0);
+    }
+    values_.resize(isNumber_.size());
+    // Only for the query itself: what the file says is to be called must not reach it.
+    const int result = Define(this, [](sqlite3_context* context, int /*count*/, sqlite3_value** values) {
+      static_cast<CRowFunction*>(sqlite_api::sqlite3_user_data(context))->Call(context, values);
+    });
+    if (result != SQLITE_OK) {
+      throw soci::sqlite3_soci_error(sqlite_api::sqlite3_errmsg(connection_), result);
+    }
+  }
+
+  ~CRowFunction() { Define(nullptr, nullptr); }
+
+  CRowFunction(const CRowFunction&) = delete;
+  CRowFunction& operator=(const CRowFunction&) = delete;
+
+  /// Throws what the row handler has thrown, if it has.
+  void Rethrow() const {
+    if (failure_ != nullptr) {
+      std::rethrow_exception(failure_);
+    }
+  }
+
+ private:
+  using Function = void (*)(sqlite3_context*, int, sqlite3_value**);
+
+  int Define(CRowFunction* self, Function function) const {
+    return sqlite_api::sqlite3_create_function_v2(connection_, kFunction, static_cast<int>(isNumber_.size()),
+                                                  SQLITE_UTF8 | SQLITE_DIRECTONLY, self, function, nullptr, nullptr,
+                                                  nullptr);
+  }
+
+  void Call(sqlite3_context* context, sqlite3_value** values) noexcept {
+    for (std::size_t i = 0; i < isNumber_.size(); ++i) {
+      Take(values[i], isNumber_[i] != 0, values_[i]);
+    }
+    try {
+      row_(values_);
+    } catch (...) {
+      // SQLite is C: nothing may be thrown through it.
+      failure_ = std::current_exception();
+      sqlite_api::sqlite3_result_error_code(context, SQLITE_ABORT);
+    }
+  }
+
+  static void Take(sqlite3_value* from, bool isNumber, SValue& value) {
+    // A column of texts gives numbers as texts as well, and a column of numbers whatever is no whole number.
+    if (isNumber && sqlite_api::sqlite3_value_type(from) == SQLITE_INTEGER) {
+      value.kind = SValue::kInteger;
+      value.integer = sqlite_api::sqlite3_value_int64(from);
+      return;
+    }
+    const void* const text = sqlite_api::sqlite3_value_text(from);
+    if (text == nullptr) {
+      // An empty blob has no text either. When memory has run out, the query fails.
+      value.kind = sqlite_api::sqlite3_value_type(from) == SQLITE_NULL ? SValue::kNull : SValue::kText;
+      value.text = {};
+      return;
+    }
+    value.kind = SValue::kText;
+    value.text = {static_cast<const char*>(text), static_cast<std::size_t>(sqlite_api::sqlite3_value_bytes(from))};
+  }
+
+  sqlite_api::sqlite3* connection_;
+  const RowHandler& row_;
+  std::vector<char> isNumber_;
+  std::vector<SValue> values_;
+  std::exception_ptr failure_;
+};
+
+/// What calls the function for each row, in order.
+std::string CallInOrder(soci::session& session, const STable& table) {
+  const std::string select = SelectStatement(table);
+  if (SqliteQueryPlan(session, select).find("TEMP B-TREE") == std::string::npos) {
+    return CallStatement(table, kFunction, table.name) + OrderClause(table);
+  }
+  // Rows that have to be sorted are given to a function before they are, unless it stands outside.
+  return CallStatement(table, kFunction, "(" + select + " LIMIT -1 OFFSET 0)");
+}
+
+}  // namespace
+
+void ReadSqliteRows(soci::session& session, const STable& table, const RowHandler& row) {
+  const CRowFunction function(session, table, row);
+  soci::statement statement(session);
+  statement.alloc();
+  statement.prepare(CallInOrder(session, table));
+  sqlite_api::sqlite3_stmt* const rows = static_cast<soci::sqlite3_statement_backend*>(statement.get_backend())->stmt_;
+  int result = SQLITE_ROW;
+  while (result == SQLITE_ROW) {
+    result = sqlite_api::sqlite3_step(rows);
+  }
+  function.Rethrow();
+  if (result != SQLITE_DONE) {
+    throw soci::sqlite3_soci_error(sqlite_api::sqlite3_errmsg(sqlite_api::sqlite3_db_handle(rows)), result);
+  }
+}
+
+std::string SqliteQueryPlan(soci::session& session, const std::string& query) {
+  int ignored = 0;
+  std::string step;
+  soci::statement explain = (session.prepare << "EXPLAIN QUERY PLAN " << query, soci::into(ignored),
+                             soci::into(ignored), soci::into(ignored), soci::into(step));
+  explain.execute();
+  std::string plan;
+  while (explain.fetch()) {
+    plan += step + "\n";
+  }
+  return plan;
+}
+
+}  // namespace metadb

@@ -1,0 +1,198 @@
+// Damaged database files, and tables that another program has made.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <soci/soci.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "kvxsptexception/ErrorCodes.h"
+#include "storage/LargeMetamodel.h"
+#include "support/Error.h"
+#include "support/MetaText.h"
+#include "support/TestStorage.h"
+#include "upgrademeta2024/storage/MetaStorage2024.h"
+
+namespace test {
+namespace {
+
+using testing::HasSubstr;
+
+constexpr std::size_t kPageSize = 4096;
+// Two bytes, the higher one first.
+constexpr std::size_t kCellCount = 3;
+
+class CSqliteDamageTest : public testing::Test {
+ protected:
+  CSqliteDamageTest() {
+    CMetaStorage2024::Open(storage_.Location())->Save(*sample_);
+    file_ = ReadFile(storage_.File());
+  }
+
+  void Write(const std::string& file) const { storage_.Directory().Write("metamodel.db", file); }
+  SError LoadError() const {
+    return ErrorOf([&] { CMetaStorage2024::Open(storage_.Location())->Load(); });
+  }
+  std::string Loaded() const { return TextOf(*CMetaStorage2024::Open(storage_.Location())->Load()); }
+
+  /// Whether the file is refused as damaged. Unless it is refused at all, it must hold the same metamodel.
+  bool IsDamaged() const {
+    const SError error = LoadError();
+    if (error.code != kvx::kMalformedDocument) {
+      EXPECT_EQ(Loaded(), TextOf(*sample_));
+    }
+    return error.message.find(": the database is damaged") != std::string::npos;
+  }
+
+  bool IsLeaf(std::size_t page) const { return file_[page] == '\x0A' || file_[page] == '\x0D'; }
+
+  unsigned CellCount(std::size_t page) const {
+    return 256U * static_cast<unsigned char>(file_[page + kCellCount]) +
+           static_cast<unsigned char>(file_[page + kCellCount + 1]);
+  }
+  void SetCellCount(std::size_t page, unsigned count) {
+    file_[page + kCellCount] = static_cast<char>(count / 256);
+    file_[page + kCellCount + 1] = static_cast<char>(count % 256);
+  }
+
+  /// The first page of each table, by its number from 1.
+  std::size_t RootOf(const std::string& name) const {
+    return static_cast<std::size_t>(
+        std::stoul(storage_.Query("SELECT rootpage FROM sqlite_master WHERE name = '" + name + "'")));
+  }
+
+  /// Takes the last row from each leaf that has one. Answers how many such files are found damaged.
+  int DamagedWithoutARow() {
+    int damaged = 0;
+    // The first page holds the list of tables.
+    for (std::size_t page = kPageSize; page < file_.size(); page += kPageSize) {
+      if (IsLeaf(page) && CellCount(page) > 0) {
+        const std::string sound = file_;
+        SetCellCount(page, CellCount(page) - 1);
+        Write(file_);
+        damaged += IsDamaged() ? 1 : 0;
+        file_ = sound;
+      }
+    }
+    return damaged;
+  }
+
+  CTestStorage storage_{EStorage::kSqlite};
+  std::shared_ptr<CMetaDictionary2024> sample_ = LargeMetamodel(3);
+  std::string file_;
+};
+
+TEST_F(CSqliteDamageTest, TruncatedAnywhere) {
+  for (std::size_t size = 1; size < file_.size(); size += file_.size() / 97) {
+    Write(file_.substr(0, size));
+    const SError error = LoadError();
+    EXPECT_EQ(error.code, kvx::kMalformedDocument) << size << " bytes: " << error.message;
+    EXPECT_EQ(error.message.find('\n'), std::string::npos);
+  }
+}
+
+TEST_F(CSqliteDamageTest, PageThatHasLostARowIsNoticed) {
+  EXPECT_GE(DamagedWithoutARow(), 15);
+}
+
+TEST_F(CSqliteDamageTest, PageThatHasLostARowIsNoticedInATableWithoutIndex) {
+  storage_.Execute({"DROP INDEX meta_class_properties_name", "DROP INDEX meta_classes_name",
+                    "DROP INDEX meta_behaviors_name", "DROP INDEX meta_methods_name", "VACUUM"});
+  file_ = ReadFile(storage_.File());
+  EXPECT_GE(DamagedWithoutARow(), 10);
+}
+
+TEST_F(CSqliteDamageTest, PageThatHasLostARowIsNoticedWhereAnIndexGivesTheOrder) {
+  // Entries that this index has lost are rows that nobody sees, whatever it is counted against.
+  storage_.Execute({"CREATE TABLE loose AS SELECT * FROM meta_class_properties", "DROP TABLE meta_class_properties",
+                    "ALTER TABLE loose RENAME TO meta_class_properties",
+                    "CREATE INDEX place ON meta_class_properties (class_ordinal, ordinal)", "VACUUM"});
+  file_ = ReadFile(storage_.File());
+  EXPECT_EQ(Loaded(), TextOf(*sample_));
+  EXPECT_GE(DamagedWithoutARow(), 10);
+}
+
+TEST_F(CSqliteDamageTest, PageInPlaceOfItsNeighbourIsNoticed) {
+  int damaged = 0;
+  for (std::size_t page = kPageSize; page + kPageSize < file_.size(); page += kPageSize) {
+    const std::size_t next = page + kPageSize;
+    if (IsLeaf(page) && IsLeaf(next)) {
+      std::string file = file_;
+      Write(file.replace(page, kPageSize, file_, next, kPageSize));
+      damaged += IsDamaged() ? 1 : 0;
+    }
+  }
+  EXPECT_GE(damaged, 10);
+}
+
+TEST_F(CSqliteDamageTest, PagesThatHaveChangedPlacesAreNoticed) {
+  int damaged = 0;
+  for (std::size_t page = kPageSize; page + kPageSize < file_.size(); page += kPageSize) {
+    const std::size_t next = page + kPageSize;
+    if (IsLeaf(page) && IsLeaf(next)) {
+      std::string file = file_;
+      Write(file.replace(page, kPageSize, file_, next, kPageSize).replace(next, kPageSize, file_, page, kPageSize));
+      damaged += IsDamaged() ? 1 : 0;
+    }
+  }
+  EXPECT_GE(damaged, 10);
+}
+
+TEST_F(CSqliteDamageTest, PageThatIsItsOwnChildIsNoticed) {
+  // The pointer to the last child stands in the header of a page that has children.
+  constexpr std::size_t kLastChild = 8;
+  const std::size_t root = RootOf("meta_class_properties");
+  const std::size_t page = (root - 1) * kPageSize;
+  ASSERT_FALSE(IsLeaf(page));
+  ASSERT_LT(root, 256U);
+  file_.replace(page + kLastChild, 4, std::string(3, '\0') + static_cast<char>(root));
+  Write(file_);
+  EXPECT_TRUE(IsDamaged());
+}
+
+TEST_F(CSqliteDamageTest, RowsAreReadInOrderFromATableWithoutKey) {
+  storage_.Execute({"CREATE TABLE loose AS SELECT * FROM meta_class_properties ORDER BY ordinal DESC, class_ordinal",
+                    "DROP TABLE meta_class_properties", "ALTER TABLE loose RENAME TO meta_class_properties"});
+  EXPECT_EQ(Loaded(), TextOf(*sample_));
+}
+
+TEST_F(CSqliteDamageTest, NumberIsNoRealAndNoTextWithMore) {
+  for (const auto& [value, shown] : {std::pair("1.5", "1.5"),
+                                     {"1e300", "1.0e+300"},
+                                     {"'12 '", "12 "},
+                                     {"'0x10'", "0x10"},
+                                     {"' 7'", " 7"},
+                                     {"-1", "-1"},
+                                     {"''", "an empty text"}}) {
+    storage_.Execute(
+        {"CREATE TABLE loose AS SELECT * FROM meta_class_properties", "DROP TABLE meta_class_properties",
+         "CREATE TABLE meta_class_properties AS SELECT class_ordinal, ordinal, internal_name, "
+         "display_name, field, type, CASE WHEN ordinal = 5 THEN " +
+             std::string(value) +
+             " ELSE length END AS length, default_value, precision, max, min, lookup_internal_name FROM loose",
+         "DROP TABLE loose"});
+    EXPECT_THAT(
+        LoadError().message,
+        HasSubstr("row class_ordinal 0, ordinal 5: length: expected a whole number from 0 to 4294967295, found " +
+                  std::string(shown) + "; correct the row"))
+        << value;
+  }
+}
+
+TEST_F(CSqliteDamageTest, NumberInPlaceOfATextIsItsDigits) {
+  storage_.Execute({"ALTER TABLE meta_behaviors DROP COLUMN display_name",
+                    "ALTER TABLE meta_behaviors ADD COLUMN display_name",
+                    "UPDATE meta_behaviors SET display_name = 42"});
+  EXPECT_THAT(Loaded(), HasSubstr("behavior \"Last\" \"42\""));
+}
+
+TEST_F(CSqliteDamageTest, ViewIsReadAsATable) {
+  storage_.Execute(
+      {"ALTER TABLE meta_classes RENAME TO all_classes", "CREATE VIEW meta_classes AS SELECT * FROM all_classes"});
+  EXPECT_EQ(Loaded(), TextOf(*sample_));
+}
+
+}  // namespace
+}  // namespace test
