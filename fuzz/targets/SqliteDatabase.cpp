@@ -50,7 +50,7 @@ void Overwrite(std::string& file, std::size_t offset, const std::string& bytes) 
 }
 
 std::string Damaged(const std::string& sound, FuzzedDataProvider& input) {
-  constexpr std::size_t kPage = 4096;
+  constexpr std::size_t kPage = 8192;
   const std::size_t pages = sound.size() / kPage;
   std::string file = sound;
   while (input.remaining_bytes() > 0) {
@@ -126,7 +126,7 @@ void RequireReplacedOrKept(const std::string& path, const std::string& content) 
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static const test::CTemporaryDirectory directory;
-  static const std::vector<std::string> soundFiles = {SoundFile(directory, 1), SoundFile(directory, 6)};
+  static const std::vector<std::string> soundFiles = {SoundFile(directory, 1), SoundFile(directory, 12)};
 
   FuzzedDataProvider input(data, size);
   // Storing takes many times as long as reading.

@@ -20,7 +20,7 @@ namespace {
 
 using testing::HasSubstr;
 
-constexpr std::size_t kPageSize = 4096;
+constexpr std::size_t kPageSize = 8192;
 // Two bytes, the higher one first.
 constexpr std::size_t kCellCount = 3;
 
@@ -80,7 +80,7 @@ class CSqliteDamageTest : public testing::Test {
   }
 
   CTestStorage storage_{EStorage::kSqlite};
-  std::shared_ptr<CMetaDictionary2024> sample_ = LargeMetamodel(3);
+  std::shared_ptr<CMetaDictionary2024> sample_ = LargeMetamodel(6);
   std::string file_;
 };
 

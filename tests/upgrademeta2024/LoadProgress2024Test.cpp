@@ -63,6 +63,22 @@ TEST_F(LoadProgress2024Test, ADocumentsBytesCountWhenReadAndWhenTakenApart) {
   EXPECT_EQ(observer_.done, content.size() + content.find("{\"internal_name\""));
 }
 
+TEST_F(LoadProgress2024Test, ADatabasesRowsCountOverAllTables) {
+  // Three elements, a method, two properties and a behavior name.
+  const std::string document = directory_.Write("plm.json", R"({"generation": 2024,
+      "classes": [{"internal_name": "Part", "behaviors": ["Versioned"], "properties": [{"internal_name": "Code"}]}],
+      "links": [{"internal_name": "Uses", "properties": [{"internal_name": "Amount"}]}],
+      "behaviors": [{"internal_name": "Versioned", "methods": [{"internal_name": "Revise"}]}]})");
+  const std::string path = directory_.File("plm.db");
+  CMetaStorage2024::Open(path)->Save(*CMetaStorage2024::Open(document)->Load());
+  observer_.events.clear();
+  CMetaStorage2024::Open(path)->Load();
+  EXPECT_THAT(observer_.events, ElementsAre("begin " + path, "end " + path));
+  EXPECT_EQ(observer_.unit, CLoadProgress2024::kRows);
+  EXPECT_EQ(observer_.total, 0U);
+  EXPECT_EQ(observer_.done, 7U);
+}
+
 TEST_F(LoadProgress2024Test, AFailedLoadingEndsToo) {
   const std::string path = directory_.Write("plm.json", "{");
   EXPECT_THROW(CMetaStorage2024::Open(path)->Load(), CKVXException);

@@ -9,6 +9,7 @@
 
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptstring/StringHelper.h"
+#include "upgrademeta2024/LoadProgress2024.h"
 #include "upgrademeta2024/MetaDictionary2024.h"
 #include "upgrademeta2024/storage/Database2024.h"
 #include "upgrademeta2024/storage/DatabaseDialect2024.h"
@@ -75,8 +76,8 @@ class CNames {
 
 class CReader {
  public:
-  CReader(soci::session& session, const CDatabase& database, std::string& activity)
-      : session_(session), database_(database), activity_(activity) {}
+  CReader(soci::session& session, const CDatabase& database, std::string& activity, CLoadProgress2024& progress)
+      : session_(session), database_(database), activity_(activity), progress_(progress) {}
 
   std::shared_ptr<CMetaDictionary2024> Read() {
     RequireTables();
@@ -257,12 +258,14 @@ class CReader {
       database_.ReadRows(session_, table, [&](const std::vector<SValue>& values) {
         rows.Next(values);
         row(rows);
+        progress_.SetDone(rowsBefore_ + rows.Count());
       });
     } catch (const SContentError&) {
       // What a damaged page holds is nobody's mistake.
       database_.RequireSound(session_, table.name);
       throw;
     }
+    rowsBefore_ += rows.Count();
     database_.RequireRows(session_, table, rows.Count());
   }
 
@@ -271,13 +274,15 @@ class CReader {
   soci::session& session_;
   const CDatabase& database_;
   std::string& activity_;
+  CLoadProgress2024& progress_;
+  std::uint64_t rowsBefore_ = 0;
 };
 
 }  // namespace
 
 std::shared_ptr<CMetaDictionary2024> ReadMetamodel(soci::session& session, const CDatabase& database,
-                                                   std::string& activity) {
-  return CReader(session, database, activity).Read();
+                                                   std::string& activity, CLoadProgress2024& progress) {
+  return CReader(session, database, activity, progress).Read();
 }
 
 std::vector<std::string> MissingTables(soci::session& session, const SDatabaseDialect2024& dialect) {

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+class CLoadProgress2024;
 class CMetaDictionary2024;
 struct SDatabaseDialect2024;
 
@@ -15,9 +16,9 @@ class CDatabase;
 
 /// Reads the metamodel that a database holds, one ordered pass for each table, inside one transaction that sees all
 /// tables as of one moment. Throws soci::soci_error or SFailure when the database fails; SContentError for what is not
-/// a metamodel. Meanwhile `activity` says what is being done, for messages.
+/// a metamodel. Meanwhile `activity` says what is being done, for messages, and `progress` counts the rows.
 std::shared_ptr<CMetaDictionary2024> ReadMetamodel(soci::session& session, const CDatabase& database,
-                                                   std::string& activity);
+                                                   std::string& activity, CLoadProgress2024& progress);
 
 /// The names of those tables of a metamodel that the database does not have.
 std::vector<std::string> MissingTables(soci::session& session, const SDatabaseDialect2024& dialect);

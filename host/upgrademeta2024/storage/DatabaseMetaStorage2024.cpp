@@ -6,6 +6,7 @@
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptexception/KVXException.h"
 #include "kvxsptstring/StringHelper.h"
+#include "upgrademeta2024/LoadProgress2024.h"
 #include "upgrademeta2024/MetaDictionary2024.h"
 #include "upgrademeta2024/storage/Database2024.h"
 #include "upgrademeta2024/storage/DatabaseMetaReader2024.h"
@@ -47,10 +48,11 @@ std::string CDatabaseMetaStorage2024::Describe() const {
 }
 
 std::shared_ptr<CMetaDictionary2024> CDatabaseMetaStorage2024::Load() {
+  CLoadProgress2024 progress(Describe(), CLoadProgress2024::kRows);
   std::string activity = "cannot be opened";
   return Run(*database_, activity, [&] {
     const std::unique_ptr<soci::session> session = database_->OpenForReading();
-    return metadb::ReadMetamodel(*session, *database_, activity);
+    return metadb::ReadMetamodel(*session, *database_, activity, progress);
   });
 }
 
