@@ -1,5 +1,59 @@
 #include "kvxsptstring/StringHelper.h"
 
+#include <cstddef>
+#include <cstdint>
+
+namespace {
+
+unsigned char Byte(const std::string& text, std::size_t position) {
+  return static_cast<unsigned char>(text[position]);
+}
+
+std::uint32_t CodePoint(const std::string& text, std::size_t position, std::size_t size) {
+  const std::uint32_t first = Byte(text, position);
+  std::uint32_t code = size == 1 ? first : first & (0x7FU >> size);
+  for (std::size_t i = 1; i < size; ++i) {
+    code = code << 6U | (Byte(text, position + i) & 0x3FU);
+  }
+  return code;
+}
+
+/// How many bytes the UTF-8 character at a position takes; 0 when there is none.
+std::size_t CharacterSize(const std::string& text, std::size_t position) {
+  const unsigned char first = Byte(text, position);
+  if (first < 0x80) {
+    return 1;
+  }
+  const std::size_t size = first >= 0xC2 && first < 0xE0 ? 2 : first >= 0xE0 && first < 0xF0 ? 3 : 4;
+  if (first < 0xC2 || first > 0xF4 || size > text.size() - position) {
+    return 0;
+  }
+  for (std::size_t i = 1; i < size; ++i) {
+    if ((Byte(text, position + i) & 0xC0U) != 0x80U) {
+      return 0;
+    }
+  }
+  const std::uint32_t code = CodePoint(text, position, size);
+  const bool isShortest = size == 2 || (size == 3 && code >= 0x800) || (size == 4 && code >= 0x10000);
+  const bool isSurrogate = code >= 0xD800 && code < 0xE000;
+  return isShortest && !isSurrogate && code <= 0x10FFFF ? size : 0;
+}
+
+/// Controls that make a terminal show what follows in another order than it is written.
+bool ChangesDirection(std::uint32_t code) {
+  return (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
+}
+
+void AppendHexadecimal(std::string& target, const char* prefix, std::uint32_t number, int digits) {
+  constexpr const char* kDigits = "0123456789ABCDEF";
+  target += prefix;
+  for (int shift = 4 * (digits - 1); shift >= 0; shift -= 4) {
+    target += kDigits[number >> static_cast<unsigned>(shift) & 0xFU];
+  }
+}
+
+}  // namespace
+
 void CStringHelper::ToLower(std::string& text) {
   for (char& c : text) {
     const bool isUpper = static_cast<unsigned char>(c - 'A') < 26U;
@@ -19,25 +73,29 @@ int CStringHelper::StringCompare(const std::string& a, const std::string& b, boo
 }
 
 std::string CStringHelper::ToVisible(const std::string& text) {
-  constexpr const char* kDigits = "0123456789ABCDEF";
   std::string visible;
   visible.reserve(text.size());
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const auto byte = static_cast<unsigned char>(text[i]);
-    const auto next = i + 1 < text.size() ? static_cast<unsigned char>(text[i + 1]) : 0U;
-    if (byte == '\n') {
-      visible += "\\n";
-    } else if (byte == '\t') {
-      visible += "\\t";
-    } else if (byte < 0x20 || byte == 0x7F) {
-      visible += {'\\', 'x', kDigits[byte / 16U], kDigits[byte % 16U]};
-    } else if (byte == 0xC2 && next >= 0x80 && next < 0xA0) {
-      // U+0080 to U+009F in UTF-8; U+009B begins an escape sequence.
-      visible += {'\\', 'u', '0', '0', kDigits[next / 16U], kDigits[next % 16U]};
+  for (std::size_t i = 0; i < text.size();) {
+    const std::size_t size = CharacterSize(text, i);
+    if (size == 0) {
+      AppendHexadecimal(visible, "\\x", static_cast<unsigned char>(text[i]), 2);
       ++i;
-    } else {
-      visible += text[i];
+      continue;
     }
+    const std::uint32_t code = CodePoint(text, i, size);
+    if (code == '\n') {
+      visible += "\\n";
+    } else if (code == '\t') {
+      visible += "\\t";
+    } else if (code < 0x20 || code == 0x7F) {
+      AppendHexadecimal(visible, "\\x", code, 2);
+    } else if ((code >= 0x80 && code < 0xA0) || ChangesDirection(code)) {
+      // U+009B begins an escape sequence.
+      AppendHexadecimal(visible, "\\u", code, 4);
+    } else {
+      visible.append(text, i, size);
+    }
+    i += size;
   }
   return visible;
 }

@@ -18,6 +18,9 @@ class UPGRADEMETA2024_EXPORT CLoadProgress2024 {
   CLoadProgress2024(const CLoadProgress2024&) = delete;
   CLoadProgress2024& operator=(const CLoadProgress2024&) = delete;
 
+  /// Whether an observer was told of the beginning; counting a total that costs time is not worth while otherwise.
+  bool IsObserved() const { return observed_; }
+
   void SetTotal(std::uint64_t total) { total_.store(total, std::memory_order_relaxed); }
   void SetDone(std::uint64_t done) { done_.store(done, std::memory_order_relaxed); }
 
@@ -32,6 +35,8 @@ class UPGRADEMETA2024_EXPORT CLoadProgress2024 {
   EUnit unit_;
   std::atomic<std::uint64_t> done_{0};
   std::atomic<std::uint64_t> total_{0};
+  // The last one: whoever is told may ask for the others.
+  bool observed_;
 };
 
 /// Is told of every loading of the process, by the thread that loads.

@@ -116,6 +116,32 @@ TEST(StringHelperTest, ToVisibleShowsC1ControlsAndKeepsTheirNeighbours) {
   EXPECT_EQ(CStringHelper::ToVisible("a\xC2\x9B"
                                      "2J\xC2\x80\xC2\x9F"),
             "a\\u009B2J\\u0080\\u009F");
-  // U+00A0, U+00BF, U+00E4, U+015B, and a lead byte that the text cuts off.
-  EXPECT_EQ(CStringHelper::ToVisible("\xC2\xA0\xC2\xBF\xC3\xA4\xC5\x9B\xC2"), "\xC2\xA0\xC2\xBF\xC3\xA4\xC5\x9B\xC2");
+  // U+00A0, U+00BF, U+00E4, U+015B.
+  EXPECT_EQ(CStringHelper::ToVisible("\xC2\xA0\xC2\xBF\xC3\xA4\xC5\x9B"), "\xC2\xA0\xC2\xBF\xC3\xA4\xC5\x9B");
+}
+
+TEST(StringHelperTest, ToVisibleShowsControlsOfTheDirectionAndKeepsTheirNeighbours) {
+  EXPECT_EQ(CStringHelper::ToVisible("a\u202Ab\u202Ec\u2066d\u2069"), R"(a\u202Ab\u202Ec\u2066d\u2069)");
+  EXPECT_EQ(CStringHelper::ToVisible("\u2029\u202F\u2065\u206A"), "\u2029\u202F\u2065\u206A");
+}
+
+TEST(StringHelperTest, ToVisibleShowsBytesThatAreNotUtf8) {
+  // Alone, the second of these begins an escape sequence on some terminals.
+  EXPECT_EQ(CStringHelper::ToVisible("a\x80\x9B"
+                                     "b\xFF"),
+            "a\\x80\\x9Bb\\xFF");
+  // Cut off; longer than need be; half of a pair; beyond the last character.
+  EXPECT_EQ(CStringHelper::ToVisible("\xC2"), "\\xC2");
+  EXPECT_EQ(CStringHelper::ToVisible("\xE2\x80z"), "\\xE2\\x80z");
+  EXPECT_EQ(CStringHelper::ToVisible("\xC1\x9B"), "\\xC1\\x9B");
+  EXPECT_EQ(CStringHelper::ToVisible("\xE0\x82\x9B"), "\\xE0\\x82\\x9B");
+  EXPECT_EQ(CStringHelper::ToVisible("\xF0\x80\x82\x9B"), "\\xF0\\x80\\x82\\x9B");
+  EXPECT_EQ(CStringHelper::ToVisible("\xED\xA0\x80"), "\\xED\\xA0\\x80");
+  EXPECT_EQ(CStringHelper::ToVisible("\xF4\x90\x80\x80"), "\\xF4\\x90\\x80\\x80");
+  EXPECT_EQ(CStringHelper::ToVisible("\xF5\x80\x80\x80"), "\\xF5\\x80\\x80\\x80");
+}
+
+TEST(StringHelperTest, ToVisibleLeavesCharactersOfEverySize) {
+  const std::string text = "z\u00C4\u07FF\u0800\uD7FF\uE000\uFFFD\U00010000\U0010FFFF";
+  EXPECT_EQ(CStringHelper::ToVisible(text), text);
 }

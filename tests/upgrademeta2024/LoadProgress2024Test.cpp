@@ -50,6 +50,7 @@ TEST_F(LoadProgress2024Test, BeginsAtNothingOfAnUnknownTotal) {
   EXPECT_EQ(load.GetUnit(), CLoadProgress2024::kRows);
   EXPECT_EQ(load.GetDone(), 0U);
   EXPECT_EQ(load.GetTotal(), 0U);
+  EXPECT_TRUE(load.IsObserved());
 }
 
 TEST_F(LoadProgress2024Test, ADocumentsBytesCountWhenReadAndWhenTakenApart) {
@@ -75,7 +76,7 @@ TEST_F(LoadProgress2024Test, ADatabasesRowsCountOverAllTables) {
   CMetaStorage2024::Open(path)->Load();
   EXPECT_THAT(observer_.events, ElementsAre("begin " + path, "end " + path));
   EXPECT_EQ(observer_.unit, CLoadProgress2024::kRows);
-  EXPECT_EQ(observer_.total, 0U);
+  EXPECT_EQ(observer_.total, 7U);
   EXPECT_EQ(observer_.done, 7U);
 }
 
@@ -90,7 +91,10 @@ TEST_F(LoadProgress2024Test, OnlyTheInstalledObserverIsTold) {
   CLoadObserver2024::Install(&later);
   { const CLoadProgress2024 load("a", CLoadProgress2024::kRows); }
   CLoadObserver2024::Install(nullptr);
-  { const CLoadProgress2024 load("b", CLoadProgress2024::kRows); }
+  {
+    const CLoadProgress2024 load("b", CLoadProgress2024::kRows);
+    EXPECT_FALSE(load.IsObserved());
+  }
   EXPECT_THAT(observer_.events, IsEmpty());
   EXPECT_THAT(later.events, ElementsAre("begin a", "end a"));
 }

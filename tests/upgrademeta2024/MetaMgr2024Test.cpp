@@ -70,55 +70,6 @@ TEST_F(MetaMgr2024Test, MessageSaysThatTheClientMetamodelCannotBeLoaded) {
                         ": /generation: the metamodel is of generation 2023; only 2024 can be read"}));
 }
 
-TEST_F(MetaMgr2024Test, OriginalAfterTheClientIsTheMetamodelOfItsLocation) {
-  EXPECT_NE(manager_.LoadClientMeta(context_)->GetClass("Client"), nullptr);
-  EXPECT_NE(manager_.LoadOriginalMeta(context_)->GetClass("Original"), nullptr);
-}
-
-TEST_F(MetaMgr2024Test, WhatWasReadBesideTheClientIsHandedOutOnce) {
-  manager_.LoadClientMeta(context_);
-  manager_.LoadOriginalMeta(context_);
-  directory_.Write("original.json", Document("Changed"));
-  EXPECT_NE(manager_.LoadOriginalMeta(context_)->GetClass("Changed"), nullptr);
-}
-
-TEST_F(MetaMgr2024Test, OriginalOfAnotherLocationThanBesideTheClientIsRead) {
-  manager_.LoadClientMeta(context_);
-  context_.SetOriginalMetaLocation(directory_.Write("other.json", Document("Other")));
-  EXPECT_NE(manager_.LoadOriginalMeta(context_)->GetClass("Other"), nullptr);
-}
-
-TEST_F(MetaMgr2024Test, OriginalThatNobodyAskedForIsReadAnewBesideTheNextClient) {
-  manager_.LoadClientMeta(context_);
-  directory_.Write("original.json", Document("Changed"));
-  manager_.LoadClientMeta(context_);
-  EXPECT_NE(manager_.LoadOriginalMeta(context_)->GetClass("Changed"), nullptr);
-}
-
-TEST_F(MetaMgr2024Test, FailureOfTheOriginalShowsWhenItIsAskedForAndOnlyThen) {
-  const std::string path = directory_.Write("original.json", R"({"generation": 2023})");
-  EXPECT_NE(manager_.LoadClientMeta(context_)->GetClass("Client"), nullptr);
-  EXPECT_EQ(ErrorOf([&] { manager_.LoadOriginalMeta(context_); }),
-            (SError{kvx::kMalformedDocument,
-                    "original metamodel: " + path +
-                        ": /generation: the metamodel is of generation 2023; only 2024 can be read"}));
-}
-
-TEST_F(MetaMgr2024Test, FailureOfTheClientComesFirstAndLeavesNothingOfTheOriginalBehind) {
-  directory_.Write("original.json", "{");
-  directory_.Write("client.json", "{");
-  const SError error = ErrorOf([&] { manager_.LoadClientMeta(context_); });
-  EXPECT_EQ(error.message.find("client metamodel: "), 0U) << error.message;
-  directory_.Write("original.json", Document("Mended"));
-  EXPECT_NE(manager_.LoadOriginalMeta(context_)->GetClass("Mended"), nullptr);
-}
-
-TEST_F(MetaMgr2024Test, BothSidesMayBeTheSameFile) {
-  context_.SetOriginalMetaLocation(context_.GetClientMetaLocation());
-  EXPECT_NE(manager_.LoadClientMeta(context_)->GetClass("Client"), nullptr);
-  EXPECT_NE(manager_.LoadOriginalMeta(context_)->GetClass("Client"), nullptr);
-}
-
 TEST_F(MetaMgr2024Test, LocationOfNoKnownFormCarriesTheSideToo) {
   CUpgradeContext context;
   const SError original = ErrorOf([&] { manager_.LoadOriginalMeta(context); });

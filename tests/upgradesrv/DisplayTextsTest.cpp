@@ -77,11 +77,14 @@ TEST_F(CDisplayTextsTest, InTheLanguageOfTheUpgradeFileAreUsed) {
   EXPECT_THAT(upgrade_.Run().output, testing::StartsWith("\nEntfernt: Verhalten:\n Name:Approvable,Anzeige:"));
 }
 
-TEST_F(CDisplayTextsTest, WithoutTheLanguageGiveEmptyWordsSilently) {
+TEST_F(CDisplayTextsTest, WithoutTheLanguageGiveEmptyWordsAndANote) {
   const test::SProcessResult result = upgrade_.Run({"--lang", "fr", "--elements", "class"});
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.output, "\n:\n :Document,:Document\n\n");
-  EXPECT_EQ(result.errors, "upgradesrv: CCheckMetaStrategy2024: differences reported\n");
+  EXPECT_EQ(result.errors, upgrade_.Notes() + "upgradesrv: language \"fr\" stands nowhere in " +
+                               upgrade_.File("multilanguage/strings/info.json") +
+                               ", so that words of reports are left out; it has de, en\n"
+                               "upgradesrv: CCheckMetaStrategy2024: differences reported\n");
 }
 
 }  // namespace

@@ -36,8 +36,35 @@ TEST(TerminalText, ShowsC1ControlCharacters) {
 }
 
 TEST(TerminalText, KeepsTheNeighboursOfC1ControlCharacters) {
-  const std::string text = "\xC2\xA0 \xC3\x9B \xC2";
+  const std::string text = "\xC2\xA0 \xC3\x9B";
   EXPECT_EQ(TerminalText(text), text);
+}
+
+TEST(WithoutPasswords, HidesTheValueOfAPassword) {
+  using upgradesrv::WithoutPasswords;
+  EXPECT_EQ(WithoutPasswords("host=h password=geheim: no"), "host=h password=*** no");
+  EXPECT_EQ(WithoutPasswords("Password = geheim user=u"), "Password = *** user=u");
+  EXPECT_EQ(WithoutPasswords("password='ge \\' heim' user=u"), "password=*** user=u");
+  EXPECT_EQ(WithoutPasswords("password='ge heim"), "password=***");
+  EXPECT_EQ(WithoutPasswords("h?password=geheim&x=1"), "h?password=***&x=1");
+  EXPECT_EQ(WithoutPasswords("sslpassword=a password=b"), "sslpassword=*** password=***");
+  EXPECT_EQ(WithoutPasswords("password=***"), "password=***");
+}
+
+TEST(WithoutPasswords, HidesWhoLogsInWithOne) {
+  using upgradesrv::WithoutPasswords;
+  EXPECT_EQ(WithoutPasswords("postgresql://u:geheim@h/d: no"), "postgresql://***@h/d: no");
+  EXPECT_EQ(WithoutPasswords("--clint=postgresql://u:geheim@h"), "--clint=postgresql://***@h");
+  EXPECT_EQ(WithoutPasswords("./postgresql:/u:geheim@h/d"), "./postgresql:/***@h/d");
+  EXPECT_EQ(WithoutPasswords("x://u:ge@heim@h"), "x://***@h");
+}
+
+TEST(WithoutPasswords, LeavesEverythingElse) {
+  using upgradesrv::WithoutPasswords;
+  for (const std::string text : {"", "a:b@c", "/srv/a@b/plm.json: /classes/0", "postgresql://u@h/d",
+                                 "sqlite3:///a b:c@d", "no password", "http://h:80/ mail a@b"}) {
+    EXPECT_EQ(WithoutPasswords(text), text);
+  }
 }
 
 TEST(Output, OfNotesIsOneLineEachWithoutControlCharacters) {

@@ -37,8 +37,12 @@ class CRunCommandTest : public testing::Test {
   test::CUpgradeDirectory upgrade_;
 };
 
-const std::string kCheck = R"({"module": "checkmeta2024", "class": "CCheckMetaStrategy2024",
-                              "parameter": {"execute_elements": ["class", "link", "behavior"]}})";
+std::string CheckOf(const std::string& kinds) {
+  return R"({"module": "checkmeta2024", "class": "CCheckMetaStrategy2024", "parameter": {"execute_elements": [)" +
+         kinds + "]}}";
+}
+
+const std::string kCheck = CheckOf(R"("class", "link", "behavior")");
 const std::string kThrower = R"({"module": "strangers", "class": "CThrowsMessage"})";
 const std::string kSilent = R"({"module": "strangers", "class": "CSetsNoResult"})";
 
@@ -46,7 +50,7 @@ TEST_F(CRunCommandTest, DifferencesArePrintedAndEndWithStatus1) {
   const test::SProcessResult result = upgrade_.Run();
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.output, test::kFullReport);
-  EXPECT_EQ(result.errors, "upgradesrv: CCheckMetaStrategy2024: differences reported\n");
+  EXPECT_EQ(result.errors, upgrade_.Notes() + "upgradesrv: CCheckMetaStrategy2024: differences reported\n");
   EXPECT_THAT(upgrade_.Document(), HasSubstr("deleted_classes"));
 }
 
@@ -55,7 +59,9 @@ TEST_F(CRunCommandTest, NothingToReportEndsWithStatus0) {
   const test::SProcessResult result = upgrade_.Run();
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.output, "");
-  EXPECT_EQ(result.errors, "upgradesrv: CCheckMetaStrategy2024: nothing to report\n");
+  EXPECT_EQ(result.errors, upgrade_.Notes("2024/metamodel.json") +
+                               "upgradesrv: both metamodels are the same, so that no difference can be found\n"
+                               "upgradesrv: CCheckMetaStrategy2024: nothing to report\n");
   EXPECT_EQ(upgrade_.Document(), "{}\n");
 }
 
@@ -98,7 +104,7 @@ TEST_F(CRunCommandTest, StrategyWithoutResultHasNothingToReport) {
   const test::SProcessResult result = RunStranger("CSetsNoResult");
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.output, "");
-  EXPECT_EQ(result.errors, "upgradesrv: CSetsNoResult: nothing to report\n");
+  EXPECT_EQ(result.errors, upgrade_.Notes() + "upgradesrv: CSetsNoResult: nothing to report\n");
 }
 
 TEST_F(CRunCommandTest, ResultWithoutErrorInfoIsTrouble) {
@@ -117,7 +123,7 @@ TEST_F(CRunCommandTest, EmptyErrorInfoIsAReportOfDifferencesAllTheSame) {
   const test::SProcessResult result = RunStranger("CSetsEmptyText");
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.output, "");
-  EXPECT_EQ(result.errors, "upgradesrv: CSetsEmptyText: differences reported\n");
+  EXPECT_EQ(result.errors, upgrade_.Notes() + "upgradesrv: CSetsEmptyText: differences reported\n");
 }
 
 TEST_F(CRunCommandTest, ErrorInfoIsPrintedByteForByte) {
@@ -170,8 +176,10 @@ TEST_F(CRunCommandTest, ChainKeepsStatus1WhenALaterStrategyHasNothingToReport) {
   const test::SProcessResult result = RunChain(kCheck + "," + kSilent);
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.output, test::kFullReport);
-  EXPECT_EQ(result.errors,
-            "upgradesrv: CCheckMetaStrategy2024: differences reported\nupgradesrv: CSetsNoResult: nothing to report\n");
+  EXPECT_EQ(
+      result.errors,
+      upgrade_.Notes() +
+          "upgradesrv: CCheckMetaStrategy2024: differences reported\nupgradesrv: CSetsNoResult: nothing to report\n");
 }
 
 TEST_F(CRunCommandTest, ChainReportsWhatComesAfterAStrategyWithNothingToReport) {
@@ -240,7 +248,7 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& test) { return test.param.name; });
 
 TEST_F(CRunCommandTest, UnknownKindIsLoggedTheOthersAreCheckedAndTheRunEndsWithStatus2) {
-  const test::SProcessResult result = upgrade_.Run({"--elements", "method,link"});
+  const test::SProcessResult result = RunChain(CheckOf(R"("method", "link")"));
   EXPECT_EQ(test::ErrorOf(result), "the strategies logged 1 error; clear up what the log says and run again");
   EXPECT_THAT(result.errors, HasSubstr("ERROR deploy_tools/upgradesrv/src/checkmeta2024/CheckMetaStrategy2024.cpp:59 "
                                        "CCheckMetaStrategy2024::Invoke - meta element check type "
@@ -250,7 +258,7 @@ TEST_F(CRunCommandTest, UnknownKindIsLoggedTheOthersAreCheckedAndTheRunEndsWithS
 }
 
 TEST_F(CRunCommandTest, UnknownKindsAloneStillWriteTheDocumentAndNeverLookClean) {
-  const test::SProcessResult result = upgrade_.Run({"--elements", "Class,links"});
+  const test::SProcessResult result = RunChain(CheckOf(R"("Class", "links")"));
   EXPECT_THAT(test::TroubleOf(result), HasSubstr("logged 2 errors;"));
   EXPECT_EQ(upgrade_.Document(), "{}\n");
 }

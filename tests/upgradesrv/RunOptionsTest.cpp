@@ -100,6 +100,12 @@ INSTANTIATE_TEST_SUITE_P(
                     SRefused{"ElementsOfACommaAlone", {"--elements", ","}, "--elements: a kind is empty"},
                     SRefused{"EmptyElementBetween", {"--elements", "class,,link"}, "--elements: a kind is empty"},
                     SRefused{"EmptyElementAtTheEnd", {"--elements", "class,"}, "--elements: a kind is empty"},
+                    SRefused{"UnknownKind",
+                             {"--elements", "class,Link"},
+                             "--elements: unknown kind \"Link\"; the kinds are class, link, behavior"},
+                    SRefused{"KindWithASpace",
+                             {"--elements", "class, link"},
+                             "--elements: unknown kind \" link\"; the kinds are class, link, behavior"},
                     SRefused{
                         "LangTwice", {"--lang", "en", "--lang", "de"}, "--lang: At Most 1 required but received 2"},
                     SRefused{"TwoDirectories", {"."}, "unexpected argument \"DIR\""}),

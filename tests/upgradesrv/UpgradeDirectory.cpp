@@ -144,6 +144,10 @@ std::string CUpgradeDirectory::TroubleWithTestModules() const {
   return Trouble({"--module-dir", UPGRADESRV_TEST_MODULE_DIRECTORY});
 }
 
+std::string CUpgradeDirectory::Notes(const std::string& client) const {
+  return "upgradesrv: client metamodel " + File(client) + ", original metamodel " + File("2024/metamodel.json") + "\n";
+}
+
 bool CUpgradeDirectory::HasEarlierDocument() const {
   return Document() == kEarlierDocument;
 }

@@ -53,6 +53,8 @@ class CUpgradeDirectory {
 
   std::string Document() const { return ReadFile(File("2024/checkMetaError.json")); }
   bool HasEarlierDocument() const;
+  /// What a run notes before its strategies.
+  std::string Notes(const std::string& client = "installation.json") const;
 
  private:
   CTemporaryDirectory directory_;

@@ -85,6 +85,9 @@ class CReader {
       session_ << statement;
     }
     ReadHead();
+    if (progress_.IsObserved()) {
+      CountRows();
+    }
     auto dictionary = std::make_shared<CMetaDictionary2024>();
     ReadClasses<CMetaClass2024>(kClasses, kClassBehaviors, kClassProperties,
                                 [&](const auto& element) { dictionary->AddClass(element); });
@@ -109,6 +112,17 @@ class CReader {
     }
     throw SContentError{"the metamodel is incomplete: missing " + names +
                         "; store it anew with \"upgradesrv metamodel copy --replace\""};
+  }
+
+  void CountRows() {
+    std::uint64_t total = 0;
+    for (const STable* table : ListTables()) {
+      BeginTable(table->name);
+      std::uint64_t rows = 0;
+      session_ << "SELECT count(*) FROM " << table->name, soci::into(rows);
+      total += rows;
+    }
+    progress_.SetTotal(total);
   }
 
   void ReadHead() {

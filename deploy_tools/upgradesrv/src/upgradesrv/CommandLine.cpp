@@ -44,6 +44,20 @@ std::vector<std::string> SplitAtCommas(const std::string& list) {
   return items;
 }
 
+/// What is wrong with a list of kinds; empty for nothing. The check itself would log an unknown kind, but with the
+/// document of an earlier run already replaced.
+std::string ElementsProblem(const std::string& list) {
+  if (("," + list + ",").find(",,") != std::string::npos) {
+    return "a kind is empty";
+  }
+  for (const std::string& kind : SplitAtCommas(list)) {
+    if (kind != "class" && kind != "link" && kind != "behavior") {
+      return "unknown kind \"" + kind + "\"; the kinds are class, link, behavior";
+    }
+  }
+  return "";
+}
+
 /// Refuses empty values: of a script's unset variable for example, which must not pass for a choice.
 void RequireValues(CLI::App& app) {
   for (CLI::Option* option : app.get_options()) {
@@ -74,10 +88,7 @@ void DefineRun(CLI::App& app, SRunArguments& arguments, bool& quiet, Command& co
          "--elements", [&arguments](const std::string& list) { arguments.overrides.elements = SplitAtCommas(list); },
          "Kinds of elements to check, in this order: class, link, behavior")
       ->type_name("KIND[,KIND...]")
-      ->check([](const std::string& list) {
-        const bool emptyItem = ("," + list + ",").find(",,") != std::string::npos;
-        return std::string(emptyItem ? "a kind is empty" : "");
-      });
+      ->check(&ElementsProblem);
   run.add_option("--module-dir", arguments.moduleDirectory,
                  "Where modules are found, lib<name>.so; without it the directory \"modules\" beside the executable")
       ->type_name("DIR");
@@ -176,6 +187,7 @@ EExitStatus ParseAndRun(int argumentCount, const char* const* argumentValues) {
   SRunArguments runArguments;
   SMetamodelArguments metamodelArguments;
   bool quiet = false;
+  DefineQuiet(app, quiet);
   Command command;
   DefineRun(app, runArguments, quiet, command);
   DefineMetamodel(app, metamodelArguments, quiet, command);
@@ -189,7 +201,8 @@ EExitStatus ParseAndRun(int argumentCount, const char* const* argumentValues) {
     return kNothingToReport;
   } catch (const CLI::ParseError& error) {
     throw CTrouble(MayShowSecret({argumentValues, argumentValues + argumentCount})
-                       ? "the arguments cannot be understood; a location with spaces needs quotation marks"
+                       ? "the arguments cannot be understood; a location with spaces needs quotation marks; "
+                         "see upgradesrv --help"
                        : UsageProblem(app, error));
   }
   const CProgressLine progress(!quiet);

@@ -5,13 +5,21 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <regex>
 
 #include "kvxsptstring/StringHelper.h"
 
 namespace upgradesrv {
 
+std::string WithoutPasswords(const std::string& text) {
+  static const std::regex value("(pass(word|wd)[ ]*=[ ]*)('([^'\\\\]|\\\\.)*'?|[^ &,;\"']*)",
+                                std::regex::icase | std::regex::optimize);
+  static const std::regex authority("(:/+)[^ \"'@/]*:[^ \"']*@", std::regex::optimize);
+  return std::regex_replace(std::regex_replace(text, value, "$1***"), authority, "$1***@");
+}
+
 // A NUL would end what().
-CTrouble::CTrouble(const std::string& text) : std::runtime_error(CStringHelper::ToVisible(text)) {}
+CTrouble::CTrouble(const std::string& text) : std::runtime_error(WithoutPasswords(CStringHelper::ToVisible(text))) {}
 
 std::string TerminalText(const std::string& text) {
   std::string visible;
@@ -31,7 +39,7 @@ void WriteOutput(const std::string& text) {
 }
 
 void WriteNote(const std::string& text) {
-  const std::string line = "upgradesrv: " + CStringHelper::ToVisible(text) + "\n";
+  const std::string line = "upgradesrv: " + WithoutPasswords(CStringHelper::ToVisible(text)) + "\n";
   // There is no one left to tell when even this fails.
   static_cast<void>(std::fwrite(line.data(), 1, line.size(), stderr));
 }

@@ -8,8 +8,12 @@ namespace upgradesrv {
 /// What a command ends with.
 enum EExitStatus { kNothingToReport = 0, kDifferencesReported = 1, kTrouble = 2 };
 
+/// `text` with "***" in place of what may be a password: the value of "password=", and what stands between "://" or
+/// ":/" and "@" when there is a ":" in it. For what a user has typed in the wrong place.
+std::string WithoutPasswords(const std::string& text);
+
 /// Trouble that ends the command; what() is a whole sentence for the user, on one line, control characters of names
-/// and texts in it made visible.
+/// and texts in it made visible, without passwords.
 class CTrouble : public std::runtime_error {
  public:
   explicit CTrouble(const std::string& text);
@@ -22,7 +26,7 @@ void WriteOutput(const std::string& text);
 /// `text` as WriteOutput shows it on a terminal.
 std::string TerminalText(const std::string& text);
 
-/// "upgradesrv: TEXT" and "upgradesrv: error: TEXT" on standard error, each one line.
+/// "upgradesrv: TEXT" and "upgradesrv: error: TEXT" on standard error, each one line without passwords.
 void WriteNote(const std::string& text);
 void WriteError(const std::string& text);
 

@@ -16,6 +16,7 @@ namespace {
 
 constexpr std::chrono::seconds kPatience{1};
 constexpr std::chrono::milliseconds kInterval{200};
+constexpr std::size_t kMostLoads = 16;
 constexpr std::size_t kUsualColumns = 80;
 constexpr std::string_view kErased = "\r\x1B[K";
 
@@ -97,6 +98,8 @@ CProgressLine::CProgressLine(bool wanted) {
   if (!wanted || !CanShow()) {
     return;
   }
+  // What is loaded at once; LoadBegins must not fail.
+  loads_.reserve(kMostLoads);
   try {
     thread_ = std::thread(&CProgressLine::Run, this);
   } catch (const std::system_error&) {
@@ -123,7 +126,9 @@ CProgressLine::~CProgressLine() {
 
 void CProgressLine::LoadBegins(const CLoadProgress2024& load) {
   const std::lock_guard<std::mutex> lock(mutex_);
-  loads_.push_back(&load);
+  if (loads_.size() < kMostLoads) {
+    loads_.push_back(&load);
+  }
   changed_.notify_all();
 }
 
@@ -140,14 +145,17 @@ void CProgressLine::LoadEnds(const CLoadProgress2024& load) {
 void CProgressLine::Run() {
   std::unique_lock<std::mutex> lock(mutex_);
   const auto isIdle = [this] { return ended_ || loads_.empty(); };
+  // Metamodels that are loaded one after the other share one second.
+  std::chrono::steady_clock::duration patience = kPatience;
   while (!ended_) {
     changed_.wait(lock, [this] { return ended_ || !loads_.empty(); });
-    if (changed_.wait_for(lock, kPatience, isIdle)) {
-      continue;
+    const auto begin = std::chrono::steady_clock::now();
+    if (!changed_.wait_for(lock, patience, isIdle)) {
+      do {
+        Show();
+      } while (!changed_.wait_for(lock, kInterval, isIdle));
     }
-    do {
-      Show();
-    } while (!changed_.wait_for(lock, kInterval, isIdle));
+    patience -= std::min(patience, std::chrono::steady_clock::now() - begin);
   }
 }
 

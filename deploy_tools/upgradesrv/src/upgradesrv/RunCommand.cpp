@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <memory>
+#include <new>
 #include <optional>
 
 #include "kvxsptexception/ErrorCodes.h"
@@ -11,6 +12,8 @@
 #include "upgradecontext/HandlerContext.h"
 #include "upgradecontext/UpgradeContext.h"
 #include "upgradecontext/UpgradeStrategy.h"
+#include "upgrademeta2024/MetaReadAhead2024.h"
+#include "upgradesrv/RunNotes.h"
 #include "upgradesrv/StrategyModule.h"
 
 namespace upgradesrv {
@@ -58,6 +61,7 @@ std::optional<std::string> RunStrategy(const std::string& moduleDirectory, const
   const std::string strategy = "strategy " + configuration.className + " of module " + configuration.module;
   const CRunningStrategy running(strategy);
   const CStrategyModule module(moduleDirectory, configuration.module);
+  const CMetaReadAhead2024 readAhead;
   std::string problem;
   try {
     return Invoke(module, configuration, context);
@@ -70,6 +74,8 @@ std::optional<std::string> RunStrategy(const std::string& moduleDirectory, const
       problem += "; look at " + configuration.place + "/parameter and at the documents that the strategy reads in " +
                  context.GetUpgradeCfgPath();
     }
+  } catch (const std::bad_alloc&) {
+    problem = "out of memory";
   } catch (const std::exception& error) {
     problem = error.what();
   } catch (...) {
@@ -88,6 +94,9 @@ EExitStatus RunUpgrade(const SRunArguments& arguments) {
   CLog::Configure(configuration.GetDirectory() + "/log4cplus.properties");
   CUpgradeContext context;
   configuration.FillContext(context);
+  for (const std::string& note : RunNotes(context)) {
+    WriteNote(note);
+  }
 
   EExitStatus status = kNothingToReport;
   for (const SStrategyConfiguration& strategy : configuration.GetStrategies()) {

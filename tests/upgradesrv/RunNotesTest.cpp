@@ -1,0 +1,91 @@
+#include "upgradesrv/RunNotes.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "support/TemporaryDirectory.h"
+#include "upgradecontext/UpgradeContext.h"
+
+namespace {
+
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
+using upgradesrv::RunNotes;
+
+class CRunNotesTest : public testing::Test {
+ protected:
+  CRunNotesTest() {
+    context_.SetUpgradeCfgPath(directory_.Path());
+    context_.SetLang("en");
+    context_.SetClientMetaLocation(directory_.Write("client.json", ""));
+    context_.SetOriginalMetaLocation(directory_.Write("original.json", ""));
+  }
+
+  std::string Metamodels(const std::string& client, const std::string& original) const {
+    return "client metamodel " + directory_.File(client) + ", original metamodel " + directory_.File(original);
+  }
+  std::string TextsFile() const { return directory_.File("multilanguage/strings/info.json"); }
+  void WriteTexts(const std::string& texts) const { directory_.Write("multilanguage/strings/info.json", texts); }
+
+  test::CTemporaryDirectory directory_;
+  CUpgradeContext context_;
+};
+
+constexpr const char* kSame = "both metamodels are the same, so that no difference can be found";
+
+TEST_F(CRunNotesTest, NameBothMetamodels) {
+  EXPECT_THAT(RunNotes(context_), ElementsAre(Metamodels("client.json", "original.json")));
+}
+
+TEST_F(CRunNotesTest, HidePasswords) {
+  context_.SetClientMetaLocation("postgresql://host=h password=geheim");
+  EXPECT_THAT(RunNotes(context_),
+              ElementsAre(AllOf(StartsWith("client metamodel postgresql://"), HasSubstr("host=h"),
+                                HasSubstr("password=***"), Not(HasSubstr("geheim")))));
+}
+
+TEST_F(CRunNotesTest, SayThatBothAreTheSame) {
+  context_.SetOriginalMetaLocation(context_.GetClientMetaLocation());
+  EXPECT_THAT(RunNotes(context_), ElementsAre(Metamodels("client.json", "client.json"), kSame));
+}
+
+TEST_F(CRunNotesTest, SayThatBothAreTheSameFile) {
+  std::filesystem::remove(directory_.File("original.json"));
+  std::filesystem::create_symlink("client.json", directory_.File("original.json"));
+  EXPECT_THAT(RunNotes(context_), ElementsAre(Metamodels("client.json", "original.json"), kSame));
+}
+
+TEST_F(CRunNotesTest, SayThatTheLanguageIsNotKnown) {
+  WriteTexts(R"({"inserted": {"en": "New", "de": "Neu"}, "updated": {"fr": "Autre", "en": "Other"}, "x": null})");
+  context_.SetLang("EN");
+  EXPECT_THAT(RunNotes(context_),
+              ElementsAre(Metamodels("client.json", "original.json"),
+                          "language \"EN\" stands nowhere in " + TextsFile() +
+                              ", so that words of reports are left out; it has de, en, fr"));
+}
+
+TEST_F(CRunNotesTest, LeaveAloneALanguageThatStandsSomewhere) {
+  WriteTexts(R"({"inserted": {"en": "New", "de": "Neu"}, "updated": {"fr": "Autre", "en": "Other"}})");
+  context_.SetLang("fr");
+  EXPECT_THAT(RunNotes(context_), ElementsAre(Metamodels("client.json", "original.json")));
+}
+
+TEST_F(CRunNotesTest, LeaveFaultyTextsToThoseWhoNeedThem) {
+  for (const std::string texts : {"", "[]", "{}", R"({"inserted": {}})"}) {
+    WriteTexts(texts);
+    EXPECT_THAT(RunNotes(context_), ElementsAre(Metamodels("client.json", "original.json"))) << texts;
+  }
+}
+
+TEST_F(CRunNotesTest, LeaveALocationOfNoKnownFormToTheLoading) {
+  context_.SetClientMetaLocation("installation.xml");
+  EXPECT_THAT(RunNotes(context_), IsEmpty());
+}
+
+}  // namespace
