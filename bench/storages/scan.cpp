@@ -1,5 +1,6 @@
 #include <cstdio>
 #include <exception>
+#include <iostream>
 
 #include "storages/SqliteScan.h"
 
@@ -11,8 +12,7 @@ int main(int argumentCount, char** arguments) {
   }
   try {
     const bench::SScanned scanned = bench::ScanSqlite(arguments[1]);
-    std::printf("%ju rows, %ju bytes of text, sum %ju\n", std::uintmax_t{scanned.rows}, std::uintmax_t{scanned.bytes},
-                std::uintmax_t{scanned.sum});
+    std::cout << scanned.rows << " rows, " << scanned.bytes << " bytes of text, sum " << scanned.sum << "\n";
     return 0;
   } catch (const std::exception& error) {
     std::fprintf(stderr, "%s: %s\n", arguments[1], error.what());

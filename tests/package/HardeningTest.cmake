@@ -13,11 +13,11 @@ execute_process(
   OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
 
 # require(<regular expression> <what is missing without it>): about the ELF file of the loop below.
-macro(require expression problem)
+function(require expression problem)
   if(NOT elf MATCHES "${expression}")
     message(SEND_ERROR "${name}: ${problem}")
   endif()
-endmacro()
+endfunction()
 
 set(executables "")
 set(libraries "")

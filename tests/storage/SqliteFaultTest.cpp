@@ -242,14 +242,14 @@ TEST_F(CSqliteFaultTest, KilledCopyLeavesTheMetamodel) {
 TEST_F(CSqliteFaultTest, WhatAKilledCopyToANewFileLeavesIsRemovedByTheNext) {
   const std::vector<std::string> copy = {kUpgradesrv, "metamodel", "copy", Path("large.json"), Path()};
   CMetaStorage2024::Open(Path("large.json"))->Save(*LargeMetamodel(300));
-  for (const std::chrono::milliseconds delay : {0ms, 5ms, 20ms, 60ms}) {
+  for (const std::chrono::milliseconds delay : {0ms, std::chrono::milliseconds(5), 20ms, 60ms}) {
     CRunningProcess process(copy);
     ASSERT_TRUE(WaitFor([&] { return Files().size() > 1; }));
     std::this_thread::sleep_for(delay);
     ASSERT_TRUE(process.Kill());
     ASSERT_EQ(Files().size(), 2U) << "nothing of the copies before it, and of this one something";
     EXPECT_FALSE(fs::exists(Path()));
-    if (delay == 5ms) {
+    if (delay == std::chrono::milliseconds(5)) {
       EXPECT_EQ(test::Run(copy).status, 0);
       EXPECT_EQ(Files(), (std::vector<std::string>{"large.json", "metamodel.db"}));
       EXPECT_EQ(Loaded(), TextOf(*LargeMetamodel(300)));

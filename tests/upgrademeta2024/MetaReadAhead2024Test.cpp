@@ -40,9 +40,7 @@ class MetaReadAhead2024Test : public testing::Test {
     return R"({"generation": 2024, "classes": [{"internal_name": ")" + name + "\"}]}";
   }
 
-  bool OriginalHas(const std::string& name) {
-    return manager_.LoadOriginalMeta(context_)->GetClass(name) != nullptr;
-  }
+  bool OriginalHas(const std::string& name) { return manager_.LoadOriginalMeta(context_)->GetClass(name) != nullptr; }
 
   test::CTemporaryDirectory directory_;
   CUpgradeContext context_;

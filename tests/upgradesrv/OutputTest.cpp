@@ -49,6 +49,13 @@ TEST(WithoutPasswords, HidesTheValueOfAPassword) {
   EXPECT_EQ(WithoutPasswords("h?password=geheim&x=1"), "h?password=***&x=1");
   EXPECT_EQ(WithoutPasswords("sslpassword=a password=b"), "sslpassword=*** password=***");
   EXPECT_EQ(WithoutPasswords("password=***"), "password=***");
+  EXPECT_EQ(WithoutPasswords("password="), "password=***");
+  EXPECT_EQ(WithoutPasswords("password='a\\"), "password=***");
+}
+
+TEST(WithoutPasswords, TakesTextsOfAnyLength) {
+  const std::string name(2000000, 'x');
+  EXPECT_EQ(upgradesrv::WithoutPasswords("password=" + name + " ://u:" + name + "@h"), "password=*** ://***@h");
 }
 
 TEST(WithoutPasswords, HidesWhoLogsInWithOne) {

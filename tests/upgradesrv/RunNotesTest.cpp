@@ -45,9 +45,8 @@ TEST_F(CRunNotesTest, NameBothMetamodels) {
 
 TEST_F(CRunNotesTest, HidePasswords) {
   context_.SetClientMetaLocation("postgresql://host=h password=geheim");
-  EXPECT_THAT(RunNotes(context_),
-              ElementsAre(AllOf(StartsWith("client metamodel postgresql://"), HasSubstr("host=h"),
-                                HasSubstr("password=***"), Not(HasSubstr("geheim")))));
+  EXPECT_THAT(RunNotes(context_), ElementsAre(AllOf(StartsWith("client metamodel postgresql://"), HasSubstr("host=h"),
+                                                    HasSubstr("password=***"), Not(HasSubstr("geheim")))));
 }
 
 TEST_F(CRunNotesTest, SayThatBothAreTheSame) {
@@ -64,10 +63,9 @@ TEST_F(CRunNotesTest, SayThatBothAreTheSameFile) {
 TEST_F(CRunNotesTest, SayThatTheLanguageIsNotKnown) {
   WriteTexts(R"({"inserted": {"en": "New", "de": "Neu"}, "updated": {"fr": "Autre", "en": "Other"}, "x": null})");
   context_.SetLang("EN");
-  EXPECT_THAT(RunNotes(context_),
-              ElementsAre(Metamodels("client.json", "original.json"),
-                          "language \"EN\" stands nowhere in " + TextsFile() +
-                              ", so that words of reports are left out; it has de, en, fr"));
+  EXPECT_THAT(RunNotes(context_), ElementsAre(Metamodels("client.json", "original.json"),
+                                              "language \"EN\" stands nowhere in " + TextsFile() +
+                                                  ", so that words of reports are left out; it has de, en, fr"));
 }
 
 TEST_F(CRunNotesTest, LeaveAloneALanguageThatStandsSomewhere) {

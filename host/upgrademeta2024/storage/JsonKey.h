@@ -15,7 +15,8 @@ class CJsonKey {
   // Tables of names are lists of literals.
   template <std::size_t N>
   // cppcheck-suppress noExplicitConstructor
-  constexpr CJsonKey(const char (&name)[N]) : text_(name, N - 1) {  // NOLINT(google-explicit-constructor)
+  // NOLINTNEXTLINE(google-explicit-constructor,modernize-avoid-c-arrays)
+  constexpr CJsonKey(const char (&name)[N]) : text_(name, N - 1) {
     static_assert(N <= kSize, "the name and a quotation mark have no room");
     for (std::size_t i = 0; i < N; ++i) {
       bytes_[i] = i < N - 1 ? name[i] : '"';

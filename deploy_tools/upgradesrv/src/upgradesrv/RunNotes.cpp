@@ -53,8 +53,8 @@ void NoteLanguage(const CUpgradeContext& context, std::vector<std::string>& note
   for (const std::string& name : known) {
     names += (names.empty() ? "" : ", ") + name;
   }
-  notes.push_back("language \"" + context.GetLang() + "\" stands nowhere in " + file + ", so that words of reports are " +
-                  "left out; it has " + names);
+  notes.push_back("language \"" + context.GetLang() + "\" stands nowhere in " + file +
+                  ", so that words of reports are " + "left out; it has " + names);
 }
 
 }  // namespace
