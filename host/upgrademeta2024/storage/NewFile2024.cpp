@@ -5,17 +5,18 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <system_error>
 #include <vector>
 
+#include "kvxsptjson/FilePlace.h"
+
 namespace metadb {
 namespace {
 
-[[noreturn]] void Fail() {
-  throw std::system_error(errno, std::generic_category());
+[[noreturn]] void Fail(int error) {
+  throw std::system_error(error, std::generic_category());
 }
 
 /// What the name of a directory begins with in which the file is written.
@@ -75,7 +76,7 @@ CNewFile::~CNewFile() {
 bool CNewFile::TryMakeDirectory(const std::string& pattern) {
   directory_ = pattern;
   if (mkdtemp(directory_.data()) == nullptr) {
-    Fail();
+    Fail(errno);
   }
   lock_ = OpenDirectory(directory_);
   // A file system without locks has none to remove leftovers under either.
@@ -110,14 +111,16 @@ void CNewFile::RemoveLeftovers(const std::string& path) {
   }
 }
 
-void CNewFile::Publish() {
-  if (renameat2(AT_FDCWD, path_.c_str(), AT_FDCWD, target_.c_str(), RENAME_NOREPLACE) != 0) {
-    // Not every file system can rename without replacing.
-    if (errno != EINVAL || access(target_.c_str(), F_OK) == 0 || rename(path_.c_str(), target_.c_str()) != 0) {
-      Fail();
-    }
+bool CNewFile::Publish() {
+  const int error = kvx::RenameToNew(path_, target_);
+  if (error == EEXIST) {
+    return false;
+  }
+  if (error != 0) {
+    Fail(error);
   }
   SyncDirectory(std::filesystem::path(target_).parent_path());
+  return true;
 }
 
 }  // namespace metadb

@@ -176,16 +176,16 @@ std::unique_ptr<soci::session> CSqliteDatabase::OpenForWriting() {
   return session;
 }
 
-void CSqliteDatabase::Publish() {
+bool CSqliteDatabase::Publish() {
   if (newFile_ == nullptr) {
-    return;
+    return true;
   }
+  const std::unique_ptr<CNewFile> file = std::move(newFile_);
   try {
-    newFile_->Publish();
+    return file->Publish();
   } catch (const std::system_error& error) {
     throw SFailure{kvx::kFileError, SystemReason(error.code().value()), "give another path"};
   }
-  newFile_.reset();
 }
 
 SFailure CSqliteDatabase::Explain(const soci::soci_error& error) const {
