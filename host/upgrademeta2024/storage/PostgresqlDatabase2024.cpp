@@ -206,6 +206,12 @@ SFailure CPostgresqlDatabase::Explain(const soci::soci_error& error) const {
   if (stateClass == "08" || stateClass == "57" || stateClass.find_first_not_of(" \0"s) == std::string::npos) {
     return {kvx::kFileError, "the connection was lost: " + problem, "check the server, then try again"};
   }
+  if (state == "3F000") {
+    return {kvx::kFileError, problem, "create the schema that search_path names, or correct search_path"};
+  }
+  if (state == "42501" && problem.find("must be owner of") != std::string::npos) {
+    return {kvx::kFileError, problem, "run as the owner of the tables"};
+  }
   if (state == "42501") {
     return {kvx::kFileError, problem, "have the user granted the rights on the schema and its tables"};
   }
