@@ -16,18 +16,19 @@ std::string FollowLinks(const std::string& path, std::error_code& error) {
   for (int links = 0; links < 40; ++links) {
     const fs::file_type type = fs::symlink_status(target, error).type();
     if (type == fs::file_type::none) {
-      break;
+      return target.string();
     }
     error.clear();
     if (type != fs::file_type::symlink) {
-      break;
+      return target.string();
     }
     const fs::path next = fs::read_symlink(target, error);
     if (error) {
-      break;
+      return target.string();
     }
     target = next.is_absolute() ? next : target.parent_path() / next;
   }
+  error = std::make_error_code(std::errc::too_many_symbolic_link_levels);
   return target.string();
 }
 

@@ -5,16 +5,13 @@
 #include <sys/stat.h>
 
 #include <algorithm>
-#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <future>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "storage/LargeMetamodel.h"
-#include "storage/RunningProcess.h"
 #include "support/MetaText.h"
 #include "support/Process.h"
 #include "support/TestStorage.h"
@@ -24,7 +21,6 @@ namespace test {
 namespace {
 
 namespace fs = std::filesystem;
-using namespace std::chrono_literals;
 
 const std::string kUpgradesrv = UPGRADESRV_EXECUTABLE;
 
@@ -124,54 +120,6 @@ TEST_P(CCopyRaceTest, OfTwoAtOnceOneWinsAndTheOtherIsRefused) {
 INSTANTIATE_TEST_SUITE_P(Document, CCopyRaceTest, testing::Values(EStorage::kDocument));
 INSTANTIATE_TEST_SUITE_P(Sqlite, CCopyRaceTest, testing::Values(EStorage::kSqlite));
 INSTANTIATE_TEST_SUITE_P(Postgresql, CCopyRaceTest, testing::Values(EStorage::kPostgresql));
-
-/// A new SQLite file is written elsewhere: another one can come until the very end.
-class CNewSqliteFileTest : public testing::Test {
- protected:
-  /// Copies to a new file, halted while it is written for `meanwhile`; answers with what stands on standard error.
-  template <typename Action>
-  std::string CopyHaltedFor(const std::string& option, const Action& meanwhile) const {
-    const CTemporaryDirectory aside;
-    CMetaStorage2024::Open(aside.File("large.json"))->Save(*LargeMetamodel(300));
-    CRunningProcess copy({"/bin/sh", "-c", "exec \"$0\" \"$@\" 2> " + aside.File("errors"), kUpgradesrv, "metamodel",
-                          "copy", option, aside.File("large.json"), storage_.File()});
-    const fs::path directory = storage_.Directory().Path();
-    for (int i = 0; i < 20000 && fs::is_empty(directory); ++i) {
-      std::this_thread::sleep_for(1ms);
-    }
-    copy.Halt();
-    EXPECT_FALSE(fs::is_empty(directory) || fs::exists(storage_.File())) << "the copy was not halted in its midst";
-    meanwhile();
-    copy.Resume();
-    EXPECT_EQ(copy.Wait(), 2);
-    EXPECT_EQ(std::distance(fs::directory_iterator(directory), {}), 1) << "something was left";
-    return ReadFile(aside.File("errors"));
-  }
-
-  CTestStorage storage_{EStorage::kSqlite};
-};
-
-TEST_F(CNewSqliteFileTest, MetamodelThatComesWhileItIsWrittenIsKept) {
-  const auto other = CMetaStorage2024::Open(storage_.Location());
-  const std::string errors = CopyHaltedFor("--quiet", [&] {
-    const CTemporaryDirectory aside;
-    CMetaStorage2024::Open(aside.File("other.db"))->Save(CMetaDictionary2024());
-    fs::copy(aside.File("other.db"), storage_.File());
-  });
-  EXPECT_EQ(errors, "upgradesrv: error: " + storage_.Location() + ": exists already; give --replace to replace it\n");
-  EXPECT_EQ(TextOf(*other->Load()), TextOf(CMetaDictionary2024()));
-}
-
-TEST_F(CNewSqliteFileTest, FileThatComesWhileItIsWrittenIsKept) {
-  for (const std::string option : {"--quiet", "--replace"}) {
-    const std::string errors = CopyHaltedFor(option, [&] { storage_.Directory().Write("metamodel.db", ""); });
-    EXPECT_EQ(errors, "upgradesrv: error: " + storage_.Location() +
-                          ": cannot be stored, what was there is unchanged: another program has created the file "
-                          "meanwhile; try again\n");
-    EXPECT_EQ(fs::file_size(storage_.File()), 0U);
-    fs::remove(storage_.File());
-  }
-}
 
 }  // namespace
 }  // namespace test

@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 #include "kvxsptjson/FilePlace.h"
@@ -62,7 +63,13 @@ void SyncDirectory(const std::filesystem::path& directory) {
 
 CNewFile::CNewFile(const std::string& path) : target_(path) {
   const std::filesystem::path target(path);
-  while (!TryMakeDirectory(target.parent_path() / (DirectoryPrefix(target) + "XXXXXX"))) {
+  const std::string pattern = target.parent_path() / (DirectoryPrefix(target) + "XXXXXX");
+  constexpr int kAttempts = 100;
+  int attempts = 1;
+  while (!TryMakeDirectory(pattern)) {
+    if (++attempts > kAttempts) {
+      Fail(EBUSY);
+    }
   }
   path_ = directory_ + "/" + target.filename().string();
 }
@@ -78,17 +85,29 @@ bool CNewFile::TryMakeDirectory(const std::string& pattern) {
   if (mkdtemp(directory_.data()) == nullptr) {
     Fail(errno);
   }
-  lock_ = OpenDirectory(directory_);
-  // A file system without locks has none to remove leftovers under either.
-  if (lock_ >= 0 && (flock(lock_, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) &&
-      access(directory_.c_str(), F_OK) == 0) {
+  const int error = LockDirectory();
+  if (error == 0) {
     return true;
   }
+  Close(std::exchange(lock_, -1));
+  rmdir(directory_.c_str());
   // Somebody took it for a leftover before it was locked.
-  Close(lock_);
-  std::error_code error;
-  std::filesystem::remove_all(directory_, error);
-  return false;
+  if (error == ENOENT || error == EWOULDBLOCK) {
+    return false;
+  }
+  Fail(error);
+}
+
+int CNewFile::LockDirectory() {
+  lock_ = OpenDirectory(directory_);
+  if (lock_ < 0) {
+    return errno;
+  }
+  // A file system without locks has none to remove leftovers under either.
+  if (flock(lock_, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
+    return errno;
+  }
+  return access(directory_.c_str(), F_OK) == 0 ? 0 : errno;
 }
 
 void CNewFile::RemoveLeftovers(const std::string& path) {

@@ -25,6 +25,8 @@ class CNewFile {
 
  private:
   bool TryMakeDirectory(const std::string& pattern);
+  /// Answers with 0 or an errno.
+  int LockDirectory();
 
   std::string target_;
   std::string directory_;
