@@ -88,8 +88,9 @@ TEST_F(CNewSqliteFileTest, DirectoryThatItsMakerMayNotOpenIsAnError) {
   fs::permissions(storage_.Directory().Path(), fs::perms::all);
   CMetaStorage2024::Open(Path("source.json"))->Save(*LargeMetamodel(1));
   fs::permissions(Path("source.json"), fs::perms::all);
-  std::vector<std::string> command = {"/usr/bin/timeout", "30",        "/bin/sh", "-c",          "umask 0777; exec \"$0\" \"$@\"",
-                                      kUpgradesrv,        "metamodel", "copy",    Path("source.json"), storage_.File()};
+  std::vector<std::string> command = {
+      "/usr/bin/timeout", "30",   "/bin/sh",           "-c",           "umask 0777; exec \"$0\" \"$@\"", kUpgradesrv,
+      "metamodel",        "copy", Path("source.json"), storage_.File()};
   if (geteuid() == 0) {
     command.insert(command.begin(), {"/usr/bin/setpriv", "--reuid=65534", "--regid=65534", "--clear-groups"});
   }
@@ -129,8 +130,9 @@ std::string MessageWithoutDescriptors(const Action& action) {
 
 TEST_F(CNewSqliteFileTest, NoMoreFilesCanBeOpened) {
   EXPECT_EQ(MessageWithoutDescriptors([&] { Save("metamodel.db"); }),
-            storage_.Location() + ": cannot be stored, what was there is unchanged: Too many open files; allow "
-                                  "more open files");
+            storage_.Location() +
+                ": cannot be stored, what was there is unchanged: Too many open files; allow "
+                "more open files");
   EXPECT_TRUE(fs::is_empty(storage_.Directory().Path()));
 }
 
