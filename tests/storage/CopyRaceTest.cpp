@@ -88,15 +88,6 @@ TEST_P(CCopyRaceTest, MetamodelThatComesMeanwhileIsReplacedOnRequest) {
   EXPECT_EQ(Loaded(), TextOf(*LargeMetamodel(1)));
 }
 
-TEST_P(CCopyRaceTest, MetamodelThatComesIntoADatabaseOfOthersIsKept) {
-  if (GetParam() == EStorage::kDocument) {
-    GTEST_SKIP() << "a document holds nothing else";
-  }
-  storage_.Execute({"CREATE TABLE parts (number TEXT)"});
-  ExpectExists(CopyWhileAnotherComes("--quiet"));
-  EXPECT_EQ(Loaded(), TextOf(*other_));
-}
-
 TEST_P(CCopyRaceTest, OfTwoAtOnceOneWinsAndTheOtherIsRefused) {
   const std::string text = Document(*LargeMetamodel(10));
   const std::vector<std::string> sources = {Pipe("first.json"), Pipe("second.json")};
@@ -117,9 +108,19 @@ TEST_P(CCopyRaceTest, OfTwoAtOnceOneWinsAndTheOtherIsRefused) {
   EXPECT_EQ(Loaded(), TextOf(*LargeMetamodel(10)));
 }
 
+class CDatabaseCopyRaceTest : public CCopyRaceTest {};
+
+TEST_P(CDatabaseCopyRaceTest, MetamodelThatComesIntoADatabaseOfOthersIsKept) {
+  storage_.Execute({"CREATE TABLE parts (number TEXT)"});
+  ExpectExists(CopyWhileAnotherComes("--quiet"));
+  EXPECT_EQ(Loaded(), TextOf(*other_));
+}
+
 INSTANTIATE_TEST_SUITE_P(Document, CCopyRaceTest, testing::Values(EStorage::kDocument));
 INSTANTIATE_TEST_SUITE_P(Sqlite, CCopyRaceTest, testing::Values(EStorage::kSqlite));
 INSTANTIATE_TEST_SUITE_P(Postgresql, CCopyRaceTest, testing::Values(EStorage::kPostgresql));
+INSTANTIATE_TEST_SUITE_P(Sqlite, CDatabaseCopyRaceTest, testing::Values(EStorage::kSqlite));
+INSTANTIATE_TEST_SUITE_P(Postgresql, CDatabaseCopyRaceTest, testing::Values(EStorage::kPostgresql));
 
 }  // namespace
 }  // namespace test
