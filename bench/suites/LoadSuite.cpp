@@ -1,7 +1,10 @@
+#include <cstdint>
 #include <filesystem>
+#include <map>
 #include <string>
 
 #include "kvxsptexception/KVXException.h"
+#include "storages/ServerSchema.h"
 #include "storages/SqliteScan.h"
 #include "suites/SuiteData.h"
 #include "support/UpgradeRun.h"
@@ -19,9 +22,25 @@ std::string Copy(const std::string& document, const std::string& ending) {
   return target;
 }
 
-void Load(benchmark::State& state, const std::string& ending) {
-  const std::string document = bench::SuiteDirectory(state.range(0), "same") + "/installation.json";
-  const std::string location = Copy(document, ending);
+/// The same metamodel in a schema of its own.
+std::string CopyToServer(const std::string& document, std::int64_t elements) {
+  static std::map<std::int64_t, bench::CServerSchema> schemas = [] {
+    bench::RequireServer();
+    return std::map<std::int64_t, bench::CServerSchema>();
+  }();
+  const auto [schema, isNew] = schemas.try_emplace(elements, std::to_string(elements));
+  std::string target = schema->second.Location();
+  if (isNew) {
+    CMetaStorage2024::Open(target)->Save(*CMetaStorage2024::Open(document)->Load());
+  }
+  return target;
+}
+
+std::string Document(const benchmark::State& state) {
+  return bench::SuiteDirectory(state.range(0), "same") + "/installation.json";
+}
+
+void Load(benchmark::State& state, const std::string& location) {
   const std::size_t properties = bench::CountProperties(*CMetaStorage2024::Open(location)->Load());
   for ([[maybe_unused]] auto _ : state) {
     benchmark::DoNotOptimize(CMetaStorage2024::Open(location)->Load());
@@ -29,9 +48,17 @@ void Load(benchmark::State& state, const std::string& ending) {
   bench::CountProperties(state, properties);
 }
 
+void LoadFile(benchmark::State& state, const std::string& ending) {
+  Load(state, Copy(Document(state), ending));
+}
+
+void LoadFromServer(benchmark::State& state) {
+  Load(state, CopyToServer(Document(state), state.range(0)));
+}
+
 /// What loading from a database cannot be faster than, whatever it does.
 void Scan(benchmark::State& state) {
-  const std::string document = bench::SuiteDirectory(state.range(0), "same") + "/installation.json";
+  const std::string document = Document(state);
   const std::string location = Copy(document, ".db");
   const std::size_t properties = bench::CountProperties(*CMetaStorage2024::Open(document)->Load());
   for ([[maybe_unused]] auto _ : state) {
@@ -52,8 +79,12 @@ bool IsStorage(const std::string& ending) {
 const bool kRegistered = [] {
   for (const std::string ending : {".json", ".db"}) {
     if (IsStorage(ending)) {
-      benchmark::RegisterBenchmark(("Load/" + ending.substr(1)).c_str(), &Load, ending)->Apply(&bench::OverElements);
+      benchmark::RegisterBenchmark(("Load/" + ending.substr(1)).c_str(), &LoadFile, ending)
+          ->Apply(&bench::OverElements);
     }
+  }
+  if (bench::HasServer()) {
+    benchmark::RegisterBenchmark("Load/postgresql", &LoadFromServer)->Apply(&bench::OverElements);
   }
   benchmark::RegisterBenchmark("Scan/db", &Scan)->Apply(&bench::OverElements);
   return true;

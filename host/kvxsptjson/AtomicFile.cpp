@@ -12,36 +12,13 @@
 
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptexception/KVXException.h"
+#include "kvxsptjson/FilePlace.h"
 #include "kvxsptstring/StringHelper.h"
 
 namespace kvx {
 namespace {
 
 constexpr mode_t kPermissionBits = 07777;
-
-/// The file that `path` names once symbolic links are followed; `path` itself where nothing is there yet. With an error
-/// nothing is known: what stands there may be a link, which must not be replaced.
-std::string FollowLinks(const std::string& path, std::error_code& error) {
-  namespace fs = std::filesystem;
-  fs::path target = path;
-  // As many links as the system itself follows.
-  for (int links = 0; links < 40; ++links) {
-    const fs::file_type type = fs::symlink_status(target, error).type();
-    if (type == fs::file_type::none) {
-      break;
-    }
-    error.clear();
-    if (type != fs::file_type::symlink) {
-      break;
-    }
-    const fs::path next = fs::read_symlink(target, error);
-    if (error) {
-      break;
-    }
-    target = next.is_absolute() ? next : target.parent_path() / next;
-  }
-  return target.string();
-}
 
 /// The permissions that open(2) would give a new file. umask(2) can only be read by setting it.
 mode_t NewFileMode() {
@@ -144,20 +121,43 @@ void CAtomicFile::Write(const char* data, std::size_t size) {
   }
 }
 
-void CAtomicFile::Commit() {
+void CAtomicFile::Finish() {
   FlushBuffer();
   if (fsync(descriptor_) != 0) {
     Fail(errno);
   }
-  const int closed = close(std::exchange(descriptor_, -1));
-  if (closed != 0 || rename(temporary_.c_str(), target_.c_str()) != 0) {
+  if (close(std::exchange(descriptor_, -1)) != 0) {
+    Fail(errno);
+  }
+}
+
+void CAtomicFile::Commit() {
+  Finish();
+  if (rename(temporary_.c_str(), target_.c_str()) != 0) {
     Fail(errno);
   }
   temporary_.clear();
+  SyncDirectory("was replaced");
+}
+
+bool CAtomicFile::CommitNew() {
+  Finish();
+  const int error = RenameToNew(temporary_, target_);
+  if (error == EEXIST) {
+    return false;
+  }
+  if (error != 0) {
+    Fail(error);
+  }
+  temporary_.clear();
+  SyncDirectory("was created");
+  return true;
+}
+
+void CAtomicFile::SyncDirectory(const std::string& done) const {
   if (const int error = SyncDirectoryOf(target_); error != 0) {
-    throw CKVXException(kFileError,
-                        CStringHelper::ToVisible(path_) +
-                            ": was replaced, but its directory cannot be flushed to disk: " + std::strerror(error));
+    throw CKVXException(kFileError, CStringHelper::ToVisible(path_) + ": " + done +
+                                        ", but its directory cannot be flushed to disk: " + std::strerror(error));
   }
 }
 

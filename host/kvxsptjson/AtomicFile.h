@@ -10,9 +10,9 @@
 namespace kvx {
 
 /// Replaces a file as a whole: what is written goes into a new file beside the target, which Commit() flushes to disk
-/// and renames over the target. Until Commit() has returned the target is as it was, and without Commit() the new file
-/// is removed again. A target that is a symbolic link keeps being one: the file that it points to is replaced. An
-/// existing target's permissions are kept.
+/// and renames over the target; CommitNew() does so only where there is no target. Until Commit() has returned the
+/// target is as it was, and without Commit() the new file is removed again. A target that is a symbolic link keeps
+/// being one: the file that it points to is replaced. An existing target's permissions are kept.
 ///
 /// Every failure throws CKVXException(kFileError, "PATH: cannot be saved: reason; nothing was changed").
 class KVXSPTJSON_EXPORT CAtomicFile {
@@ -26,6 +26,8 @@ class KVXSPTJSON_EXPORT CAtomicFile {
 
   void Write(const char* data, std::size_t size);
   void Commit();
+  /// False when something has come to the target's place, which is as it was.
+  bool CommitNew();
 
   // What RapidJSON's writers ask of an output stream.
   using Ch = char;
@@ -41,6 +43,9 @@ class KVXSPTJSON_EXPORT CAtomicFile {
   static constexpr std::size_t kBufferSize = 65536;
 
   [[noreturn]] void Fail(int error) const;
+  /// Brings all that was written to disk.
+  void Finish();
+  void SyncDirectory(const std::string& done) const;
   void FlushBuffer();
   void WriteAll(const char* data, std::size_t size);
 

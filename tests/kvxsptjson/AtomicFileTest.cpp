@@ -83,6 +83,29 @@ TEST_F(AtomicFileTest, CommitReplacesTheFileAndLeavesNothingBeside) {
   EXPECT_THAT(Names(), ElementsAre("out"));
 }
 
+TEST_F(AtomicFileTest, CommitNewCreatesTheFileAndLeavesNothingBeside) {
+  fs::create_symlink("out", directory_.File("link"));
+  CAtomicFile file(directory_.File("link"));
+  file.Put('x');
+  EXPECT_TRUE(file.CommitNew());
+  EXPECT_EQ(test::ReadFile(directory_.File("out")), "x");
+  EXPECT_TRUE(fs::is_symlink(directory_.File("link")));
+  EXPECT_EQ(Names().size(), 2U);
+}
+
+TEST_F(AtomicFileTest, CommitNewLeavesWhatIsThereAndNothingBeside) {
+  const std::string path = directory_.File("out");
+  for (const bool isEarly : {true, false}) {
+    CAtomicFile file(isEarly ? directory_.Write("out", "old") : path);
+    file.Put('x');
+    directory_.Write("out", "old");
+    EXPECT_FALSE(file.CommitNew());
+    EXPECT_EQ(test::ReadFile(path), "old");
+    fs::remove(path);
+  }
+  EXPECT_THAT(Names(), IsEmpty());
+}
+
 TEST_F(AtomicFileTest, TargetIsUnchangedUntilCommit) {
   const std::string path = directory_.Write("out", "old");
   CAtomicFile file(path);

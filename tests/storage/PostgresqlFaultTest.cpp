@@ -99,9 +99,41 @@ TEST_F(CPostgresqlFaultTest, NoPermission) {
   EXPECT_EQ(Loaded(words), TextOf(*sample_)) << "reading needs no right to write";
   const SError error =
       ErrorOf([&] { CMetaStorage2024::Open(storage_.LocationWith(words))->Save(CMetaDictionary2024()); });
-  ExpectOneLine(error, kvx::kFileError, "what was there is unchanged: ", "have the user granted");
+  ExpectOneLine(error, kvx::kFileError, "what was there is unchanged: ", "run as the owner of the tables");
   EXPECT_EQ(Loaded(), TextOf(*sample_));
   storage_.Execute({"DROP OWNED BY " + reader, "DROP ROLE " + reader});
+}
+
+TEST_F(CPostgresqlFaultTest, TablesOfAnotherOwner) {
+  Save();
+  const std::string schema = storage_.Query("SELECT current_schema()::text");
+  const std::string writer = schema + "_writer";
+  storage_.Execute({"CREATE ROLE " + writer + " LOGIN PASSWORD 'geheim'",
+                    "GRANT ALL ON SCHEMA " + schema + " TO " + writer,
+                    "GRANT ALL ON ALL TABLES IN SCHEMA " + schema + " TO " + writer});
+  const std::string location = storage_.LocationWith("user=" + writer + " password=geheim");
+  ExpectOneLine(ErrorOf([&] { CMetaStorage2024::Open(location)->Save(CMetaDictionary2024()); }), kvx::kFileError,
+                "what was there is unchanged: ERROR:  must be owner of table ", "run as the owner of the tables");
+  EXPECT_EQ(Loaded(), TextOf(*sample_));
+  storage_.Execute({"DROP OWNED BY " + writer, "DROP ROLE " + writer});
+}
+
+TEST_F(CPostgresqlFaultTest, SchemaThatTheUserMayNotCreateIn) {
+  const std::string schema = storage_.Query("SELECT current_schema()::text");
+  const std::string writer = schema + "_writer";
+  storage_.Execute(
+      {"CREATE ROLE " + writer + " LOGIN PASSWORD 'geheim'", "GRANT USAGE ON SCHEMA " + schema + " TO " + writer});
+  const std::string location = storage_.LocationWith("user=" + writer + " password=geheim");
+  ExpectOneLine(ErrorOf([&] { CMetaStorage2024::Open(location)->Save(*sample_); }), kvx::kFileError,
+                "permission denied for schema " + schema, "have the user granted the rights on the schema");
+  storage_.Execute({"DROP OWNED BY " + writer, "DROP ROLE " + writer});
+}
+
+TEST_F(CPostgresqlFaultTest, UnknownSchema) {
+  const auto storage = CMetaStorage2024::Open("postgresql://options=-csearch_path=nowhere");
+  EXPECT_FALSE(storage->Exists());
+  ExpectOneLine(ErrorOf([&] { storage->Save(*sample_); }), kvx::kFileError, "no schema has been selected to create in",
+                "create the schema that search_path names, or correct search_path");
 }
 
 TEST_F(CPostgresqlFaultTest, LockedByAnotherProgram) {

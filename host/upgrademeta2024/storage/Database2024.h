@@ -40,8 +40,9 @@ class CDatabase {
   /// Sessions for reading can change nothing. Both throw soci::soci_error or SFailure.
   virtual std::unique_ptr<soci::session> OpenForReading() = 0;
   virtual std::unique_ptr<soci::session> OpenForWriting() = 0;
-  /// Ends writing, after the transaction is committed and the session closed. Throws SFailure.
-  virtual void Publish() {}
+  /// Ends writing, after the transaction is committed and the session closed. False, with nothing changed, when another
+  /// program has made the database meanwhile. Throws SFailure.
+  virtual bool Publish() { return true; }
 
   /// Calls `row` for each row of a table in the order of its lists, and throws what it throws. Judges no value.
   virtual void ReadRows(soci::session& session, const STable& table, const RowHandler& row) const = 0;

@@ -59,16 +59,23 @@ std::shared_ptr<CMetaDictionary2024> CDatabaseMetaStorage2024::Load() {
 bool CDatabaseMetaStorage2024::Exists() {
   return database_->Exists() && Run(*database_, "cannot be opened", [&] {
            const std::unique_ptr<soci::session> session = database_->OpenForReading();
-           return metadb::MissingTables(*session, database_->Dialect()).size() < metadb::TableNames().size();
+           return metadb::HasTables(*session, database_->Dialect());
          });
 }
 
-void CDatabaseMetaStorage2024::Save(const CMetaDictionary2024& dictionary) {
-  Run(*database_, "cannot be stored, what was there is unchanged", [&] {
-    {
-      const std::unique_ptr<soci::session> session = database_->OpenForWriting();
-      metadb::WriteMetamodel(*session, database_->Dialect(), dictionary);
-    }
-    database_->Publish();
+void CDatabaseMetaStorage2024::Save(const CMetaDictionary2024& dictionary, EExistingMeta2024 existing) {
+  const std::string activity = "cannot be stored, what was there is unchanged";
+  const bool isWritten = Run(*database_, activity, [&] {
+    const std::unique_ptr<soci::session> session = database_->OpenForWriting();
+    return metadb::WriteMetamodel(*session, database_->Dialect(), dictionary, existing);
+  });
+  if (isWritten && Run(*database_, activity, [&] { return database_->Publish(); })) {
+    return;
+  }
+  if (existing == EExistingMeta2024::kRefuse && (!isWritten || Exists())) {
+    FailExisting();
+  }
+  Run(*database_, activity, []() -> void {
+    throw metadb::SFailure{kvx::kFileError, "another program has created the file meanwhile", "try again"};
   });
 }

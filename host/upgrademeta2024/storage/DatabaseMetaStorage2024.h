@@ -18,7 +18,8 @@ class CDatabaseMetaStorage2024 : public CMetaStorage2024 {
   std::shared_ptr<CMetaDictionary2024> Load() override;
   /// Whether the database has any of a metamodel's tables.
   bool Exists() override;
-  void Save(const CMetaDictionary2024& dictionary) override;
+  using CMetaStorage2024::Save;
+  void Save(const CMetaDictionary2024& dictionary, EExistingMeta2024 existing) override;
 
  private:
   std::unique_ptr<metadb::CDatabase> database_;

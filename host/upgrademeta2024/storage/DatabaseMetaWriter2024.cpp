@@ -10,8 +10,10 @@
 
 #include "upgrademeta2024/MetaDictionary2024.h"
 #include "upgrademeta2024/storage/DatabaseDialect2024.h"
+#include "upgrademeta2024/storage/DatabaseMetaReader2024.h"
 #include "upgrademeta2024/storage/DatabaseRows2024.h"
 #include "upgrademeta2024/storage/DatabaseSchema2024.h"
+#include "upgrademeta2024/storage/MetaStorage2024.h"
 
 namespace metadb {
 namespace {
@@ -156,9 +158,16 @@ void Execute(soci::session& session, const std::vector<std::string>& statements)
 
 }  // namespace
 
-void WriteMetamodel(soci::session& session, const SDatabaseDialect2024& dialect,
-                    const CMetaDictionary2024& dictionary) {
+bool HasTables(soci::session& session, const SDatabaseDialect2024& dialect) {
+  return MissingTables(session, dialect).size() < TableNames().size();
+}
+
+bool WriteMetamodel(soci::session& session, const SDatabaseDialect2024& dialect, const CMetaDictionary2024& dictionary,
+                    EExistingMeta2024 existing) {
   Execute(session, dialect.beginWriting);
+  if (existing == EExistingMeta2024::kRefuse && HasTables(session, dialect)) {
+    return false;
+  }
   Execute(session, DropStatements());
   Execute(session, CreateStatements(dialect));
   CWriter(session).Write(dictionary);
@@ -166,6 +175,7 @@ void WriteMetamodel(soci::session& session, const SDatabaseDialect2024& dialect,
   session << "INSERT INTO " << kHeadTable << " (generation, schema_version) VALUES (" << kGeneration << ", "
           << kSchemaVersion << ")";
   session << "COMMIT";
+  return true;
 }
 
 }  // namespace metadb

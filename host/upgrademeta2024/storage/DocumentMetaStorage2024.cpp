@@ -21,6 +21,8 @@ bool CDocumentMetaStorage2024::Exists() {
   return std::filesystem::exists(path_, error);
 }
 
-void CDocumentMetaStorage2024::Save(const CMetaDictionary2024& dictionary) {
-  WriteMetaDocument2024(path_, dictionary);
+void CDocumentMetaStorage2024::Save(const CMetaDictionary2024& dictionary, EExistingMeta2024 existing) {
+  if (!WriteMetaDocument2024(path_, dictionary, existing)) {
+    FailExisting();
+  }
 }

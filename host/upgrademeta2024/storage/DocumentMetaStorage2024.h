@@ -14,7 +14,8 @@ class CDocumentMetaStorage2024 : public CMetaStorage2024 {
   std::string Describe() const override { return path_; }
   std::shared_ptr<CMetaDictionary2024> Load() override;
   bool Exists() override;
-  void Save(const CMetaDictionary2024& dictionary) override;
+  using CMetaStorage2024::Save;
+  void Save(const CMetaDictionary2024& dictionary, EExistingMeta2024 existing) override;
 
  private:
   std::string path_;

@@ -7,6 +7,7 @@
 #include "kvxsptjson/AtomicFile.h"
 #include "kvxsptjson/detail/JsonTextWriter.h"
 #include "upgrademeta2024/MetaDictionary2024.h"
+#include "upgrademeta2024/storage/MetaStorage2024.h"
 
 namespace {
 
@@ -98,9 +99,13 @@ class CWriter {
 
 }  // namespace
 
-void WriteMetaDocument2024(const std::string& path, const CMetaDictionary2024& dictionary) {
+bool WriteMetaDocument2024(const std::string& path, const CMetaDictionary2024& dictionary, EExistingMeta2024 existing) {
   kvx::CAtomicFile file(path);
   CWriter(file).Dictionary(dictionary);
   file.Put('\n');
+  if (existing == EExistingMeta2024::kRefuse) {
+    return file.CommitNew();
+  }
   file.Commit();
+  return true;
 }

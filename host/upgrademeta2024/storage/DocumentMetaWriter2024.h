@@ -3,7 +3,9 @@
 #include <string>
 
 class CMetaDictionary2024;
+enum class EExistingMeta2024;
 
 /// Writes a metamodel document, every member of every element included, and replaces the file as a whole.
-/// Throws CKVXException (kvx::kFileError).
-void WriteMetaDocument2024(const std::string& path, const CMetaDictionary2024& dictionary);
+/// False, with nothing changed, when something is there that may not be replaced. Throws CKVXException
+/// (kvx::kFileError).
+bool WriteMetaDocument2024(const std::string& path, const CMetaDictionary2024& dictionary, EExistingMeta2024 existing);

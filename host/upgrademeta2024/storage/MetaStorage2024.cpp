@@ -13,6 +13,17 @@ CMetaStorage2024::CMetaStorage2024() = default;
 
 CMetaStorage2024::~CMetaStorage2024() = default;
 
+void CMetaStorage2024::FailExisting() const {
+  throw CKVXException(kvx::kFileError,
+                      CStringHelper::ToVisible(Describe()) + ": exists already; give --replace to replace it");
+}
+
+void CMetaStorage2024::RequireNothingThere() {
+  if (Exists()) {
+    FailExisting();
+  }
+}
+
 std::unique_ptr<CMetaStorage2024> CMetaStorage2024::Open(const std::string& location) {
   const SMetaLocation2024 parsed = ParseMetaLocation2024(location);
   switch (parsed.kind) {

@@ -7,6 +7,9 @@
 
 class CMetaDictionary2024;
 
+/// What becomes of a metamodel that is there already when another is stored.
+enum class EExistingMeta2024 { kReplace, kRefuse };
+
 /// A place that holds one metamodel. Every storage keeps the order of all lists and every value, and holds the same
 /// rules: names are not empty, and no two names of one list differ only in ASCII case (a class's behavior names may
 /// repeat).
@@ -36,9 +39,15 @@ class UPGRADEMETA2024_EXPORT CMetaStorage2024 {
   /// Whether the location holds something already that Save would replace.
   virtual bool Exists() = 0;
 
+  /// Throws CKVXException (kvx::kFileError) when Exists().
+  void RequireNothingThere();
+
   /// Stores the metamodel in place of what the location held, as a whole or, when it throws CKVXException, not at all.
-  virtual void Save(const CMetaDictionary2024& dictionary) = 0;
+  void Save(const CMetaDictionary2024& dictionary) { Save(dictionary, EExistingMeta2024::kReplace); }
+  /// With kRefuse throws what RequireNothingThere() does, and replaces nothing that comes while it writes either.
+  virtual void Save(const CMetaDictionary2024& dictionary, EExistingMeta2024 existing) = 0;
 
  protected:
   CMetaStorage2024();
+  [[noreturn]] void FailExisting() const;
 };

@@ -5,17 +5,19 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 #include <vector>
+
+#include "kvxsptjson/FilePlace.h"
 
 namespace metadb {
 namespace {
 
-[[noreturn]] void Fail() {
-  throw std::system_error(errno, std::generic_category());
+[[noreturn]] void Fail(int error) {
+  throw std::system_error(error, std::generic_category());
 }
 
 /// What the name of a directory begins with in which the file is written.
@@ -61,7 +63,13 @@ void SyncDirectory(const std::filesystem::path& directory) {
 
 CNewFile::CNewFile(const std::string& path) : target_(path) {
   const std::filesystem::path target(path);
-  while (!TryMakeDirectory(target.parent_path() / (DirectoryPrefix(target) + "XXXXXX"))) {
+  const std::string pattern = target.parent_path() / (DirectoryPrefix(target) + "XXXXXX");
+  constexpr int kAttempts = 100;
+  int attempts = 1;
+  while (!TryMakeDirectory(pattern)) {
+    if (++attempts > kAttempts) {
+      Fail(EBUSY);
+    }
   }
   path_ = directory_ + "/" + target.filename().string();
 }
@@ -75,19 +83,31 @@ CNewFile::~CNewFile() {
 bool CNewFile::TryMakeDirectory(const std::string& pattern) {
   directory_ = pattern;
   if (mkdtemp(directory_.data()) == nullptr) {
-    Fail();
+    Fail(errno);
   }
-  lock_ = OpenDirectory(directory_);
-  // A file system without locks has none to remove leftovers under either.
-  if (lock_ >= 0 && (flock(lock_, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) &&
-      access(directory_.c_str(), F_OK) == 0) {
+  const int error = LockDirectory();
+  if (error == 0) {
     return true;
   }
+  Close(std::exchange(lock_, -1));
+  rmdir(directory_.c_str());
   // Somebody took it for a leftover before it was locked.
-  Close(lock_);
-  std::error_code error;
-  std::filesystem::remove_all(directory_, error);
-  return false;
+  if (error == ENOENT || error == EWOULDBLOCK) {
+    return false;
+  }
+  Fail(error);
+}
+
+int CNewFile::LockDirectory() {
+  lock_ = OpenDirectory(directory_);
+  if (lock_ < 0) {
+    return errno;
+  }
+  // A file system without locks has none to remove leftovers under either.
+  if (flock(lock_, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
+    return errno;
+  }
+  return access(directory_.c_str(), F_OK) == 0 ? 0 : errno;
 }
 
 void CNewFile::RemoveLeftovers(const std::string& path) {
@@ -110,14 +130,16 @@ void CNewFile::RemoveLeftovers(const std::string& path) {
   }
 }
 
-void CNewFile::Publish() {
-  if (renameat2(AT_FDCWD, path_.c_str(), AT_FDCWD, target_.c_str(), RENAME_NOREPLACE) != 0) {
-    // Not every file system can rename without replacing.
-    if (errno != EINVAL || access(target_.c_str(), F_OK) == 0 || rename(path_.c_str(), target_.c_str()) != 0) {
-      Fail();
-    }
+bool CNewFile::Publish() {
+  const int error = kvx::RenameToNew(path_, target_);
+  if (error == EEXIST) {
+    return false;
+  }
+  if (error != 0) {
+    Fail(error);
   }
   SyncDirectory(std::filesystem::path(target_).parent_path());
+  return true;
 }
 
 }  // namespace metadb

@@ -16,8 +16,8 @@ class CNewFile {
 
   /// Where to write it.
   const std::string& Path() const { return path_; }
-  /// Moves the file to its place; fails when another file has come there meanwhile.
-  void Publish();
+  /// Moves the file to its place. False when another file has come there meanwhile.
+  bool Publish();
 
   /// Removes the directories that earlier writers of a file at `path` have left, as far as it may. Those of writers
   /// that are still at work stay, and so does whatever holds other files than a writer makes.
@@ -25,6 +25,8 @@ class CNewFile {
 
  private:
   bool TryMakeDirectory(const std::string& pattern);
+  /// Answers with 0 or an errno.
+  int LockDirectory();
 
   std::string target_;
   std::string directory_;

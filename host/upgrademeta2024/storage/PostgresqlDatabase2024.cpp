@@ -31,6 +31,10 @@ std::string LockAllTables() {
 
 constexpr const char* kLockTimeout = "SET LOCAL lock_timeout = '5s'";
 
+// Tables that do not exist yet cannot be locked: two writers could both find none and both create them.
+constexpr const char* kLockSchema =
+    "SELECT pg_advisory_xact_lock(hashtext('upgradesrv metamodel'), hashtext(current_schema()))";
+
 const SDatabaseDialect2024& PostgresqlDialect() {
   // The tables are locked before the transaction sees its moment: a metamodel that is replaced meanwhile is seen
   // either before or after, never as tables that are empty at that moment.
@@ -40,7 +44,7 @@ const SDatabaseDialect2024& PostgresqlDialect() {
       "",
       "SELECT count(to_regclass(:name))",
       {"BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY", kLockTimeout, LockAllTables()},
-      {"BEGIN", kLockTimeout},
+      {"BEGIN", kLockTimeout, kLockSchema},
   };
   return dialect;
 }
@@ -201,6 +205,12 @@ SFailure CPostgresqlDatabase::Explain(const soci::soci_error& error) const {
   }
   if (stateClass == "08" || stateClass == "57" || stateClass.find_first_not_of(" \0"s) == std::string::npos) {
     return {kvx::kFileError, "the connection was lost: " + problem, "check the server, then try again"};
+  }
+  if (state == "3F000") {
+    return {kvx::kFileError, problem, "create the schema that search_path names, or correct search_path"};
+  }
+  if (state == "42501" && problem.find("must be owner of") != std::string::npos) {
+    return {kvx::kFileError, problem, "run as the owner of the tables"};
   }
   if (state == "42501") {
     return {kvx::kFileError, problem, "have the user granted the rights on the schema and its tables"};

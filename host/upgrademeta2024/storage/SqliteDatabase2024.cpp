@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "kvxsptexception/ErrorCodes.h"
+#include "kvxsptjson/FilePlace.h"
 #include "upgrademeta2024/storage/DatabaseDialect2024.h"
 #include "upgrademeta2024/storage/DatabaseSchema2024.h"
 #include "upgrademeta2024/storage/NewFile2024.h"
@@ -157,7 +158,9 @@ std::unique_ptr<soci::session> CSqliteDatabase::OpenForReading() {
 }
 
 std::unique_ptr<soci::session> CSqliteDatabase::OpenForWriting() {
-  CNewFile::RemoveLeftovers(path_);
+  std::error_code linkError;
+  const std::string target = kvx::FollowLinks(path_, linkError);
+  CNewFile::RemoveLeftovers(target);
   if (Exists()) {
     RequireReadableFile();
     auto session = Open(path_, SQLITE_OPEN_READWRITE);
@@ -166,9 +169,15 @@ std::unique_ptr<soci::session> CSqliteDatabase::OpenForWriting() {
     return session;
   }
   try {
-    newFile_ = std::make_unique<CNewFile>(path_);
+    if (linkError) {
+      throw std::system_error(linkError);
+    }
+    newFile_ = std::make_unique<CNewFile>(target);
   } catch (const std::system_error& error) {
-    throw SFailure{kvx::kFileError, SystemReason(error.code().value()), "give a path where you may create a file"};
+    const int reason = error.code().value();
+    throw SFailure{
+        kvx::kFileError, SystemReason(reason),
+        reason == EMFILE || reason == ENFILE ? "allow more open files" : "give a path where you may create a file"};
   }
   auto session = Open(newFile_->Path(), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
   // Reading whole tables, as is done here, takes a twentieth less time than with SQLite's usual 4096 bytes.
@@ -176,16 +185,16 @@ std::unique_ptr<soci::session> CSqliteDatabase::OpenForWriting() {
   return session;
 }
 
-void CSqliteDatabase::Publish() {
+bool CSqliteDatabase::Publish() {
   if (newFile_ == nullptr) {
-    return;
+    return true;
   }
+  const std::unique_ptr<CNewFile> file = std::move(newFile_);
   try {
-    newFile_->Publish();
+    return file->Publish();
   } catch (const std::system_error& error) {
     throw SFailure{kvx::kFileError, SystemReason(error.code().value()), "give another path"};
   }
-  newFile_.reset();
 }
 
 SFailure CSqliteDatabase::Explain(const soci::soci_error& error) const {

@@ -22,7 +22,7 @@ class CSqliteDatabase : public CDatabase {
   bool Exists() const override;
   std::unique_ptr<soci::session> OpenForReading() override;
   std::unique_ptr<soci::session> OpenForWriting() override;
-  void Publish() override;
+  bool Publish() override;
   void ReadRows(soci::session& session, const STable& table, const RowHandler& row) const override;
   void RequireSound(soci::session& session, const std::string& table) const override;
   void RequireRows(soci::session& session, const STable& table, std::uint64_t rows) const override;

@@ -72,11 +72,12 @@ EExitStatus ShowMetamodel(const std::string& location, bool json) {
 
 EExitStatus CopyMetamodel(const std::string& source, const std::string& target, bool replace) {
   const std::unique_ptr<CMetaStorage2024> to = CMetaStorage2024::Open(target);
-  if (!replace && to->Exists()) {
-    throw CTrouble(to->Describe() + ": exists already; give --replace to replace it");
+  if (!replace) {
+    // Nobody is to wait for a long load only to be refused; Save() looks again.
+    to->RequireNothingThere();
   }
   const std::shared_ptr<CMetaDictionary2024> dictionary = CMetaStorage2024::Open(source)->Load();
-  to->Save(*dictionary);
+  to->Save(*dictionary, replace ? EExistingMeta2024::kReplace : EExistingMeta2024::kRefuse);
   return kNothingToReport;
 }
 
