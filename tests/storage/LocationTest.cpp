@@ -89,7 +89,8 @@ TEST(LocationTest, ALocationThatFellApartIntoArgumentsIsNotShown) {
       {UPGRADESRV_EXECUTABLE, "metamodel", "copy", "postgresql://host=h", "password='ge", "heim'", "metamodel.json"});
   EXPECT_EQ(result.status, 2);
   EXPECT_EQ(result.errors,
-            "upgradesrv: error: the arguments cannot be understood; a location with spaces needs quotation marks\n");
+            "upgradesrv: error: the arguments cannot be understood; a location with spaces needs quotation marks; see "
+            "upgradesrv --help\n");
 }
 
 }  // namespace
