@@ -1,13 +1,11 @@
 #include "kvxsptjson/File.h"
 
 #include <fcntl.h>
-#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdint>
 #include <cstring>
 
 #include "kvxsptexception/ErrorCodes.h"
@@ -34,18 +32,6 @@ class CReadDescriptor {
   int descriptor_;
 };
 
-/// A large text is touched page by page for the first time while it is read; fewer, larger pages save most of that
-/// time.
-void PreferLargePages(std::string& text) {
-  constexpr std::size_t kLargePage = std::size_t{2} << 20U;
-  const std::size_t before = kLargePage - reinterpret_cast<std::uintptr_t>(text.data()) % kLargePage;
-  if (text.capacity() > before + kLargePage) {
-    const std::size_t size = (text.capacity() - before) / kLargePage * kLargePage;
-    // Only a wish: where it is not granted, nothing changes.
-    static_cast<void>(madvise(text.data() + before, size, MADV_HUGEPAGE));
-  }
-}
-
 [[noreturn]] void FailReading(const std::string& path, int error) {
   throw CKVXException(kFileError, CStringHelper::ToVisible(path) + ": cannot be read: " + std::strerror(error));
 }
@@ -63,7 +49,6 @@ std::string ReadFile(const std::string& path, std::size_t padding, const ReadObs
   // The size is only a hint: pipes have none, and a file may grow while it is read.
   const auto size = static_cast<std::size_t>(std::max<off_t>(status.st_size, 0));
   text.reserve(size + padding + 1);
-  PreferLargePages(text);
   for (;;) {
     const std::size_t old = text.size();
     if (text.capacity() - old <= padding) {
