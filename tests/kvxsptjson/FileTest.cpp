@@ -46,7 +46,9 @@ TEST(ReadFileTest, FillsThePaddingWithZeros) {
   const test::CTemporaryDirectory directory;
   const std::string path = directory.Write("file", "text");
   // New memory is then filled with something else.
-  ASSERT_EQ(mallopt(M_PERTURB, 0x5A), 1);
+  if (mallopt(M_PERTURB, 0x5A) != 1) {
+    GTEST_SKIP() << "NOT TESTED: the allocator of this build cannot be told to fill new memory";
+  }
   const std::string text = kvx::ReadFile(path, 64);
   mallopt(M_PERTURB, 0);
   ASSERT_GE(text.capacity(), text.size() + 64);

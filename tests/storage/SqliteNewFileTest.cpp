@@ -129,6 +129,9 @@ std::string MessageWithoutDescriptors(const Action& action) {
 }
 
 TEST_F(CNewSqliteFileTest, NoMoreFilesCanBeOpened) {
+#ifdef __SANITIZE_ADDRESS__
+  GTEST_SKIP() << "NOT TESTED: the sanitizer's check of virtual calls opens files itself";
+#endif
   EXPECT_EQ(MessageWithoutDescriptors([&] { Save("metamodel.db"); }),
             storage_.Location() +
                 ": cannot be stored, what was there is unchanged: Too many open files; allow "
