@@ -54,7 +54,7 @@ void NoteLanguage(const CUpgradeContext& context, std::vector<std::string>& note
     names += (names.empty() ? "" : ", ") + name;
   }
   notes.push_back("language \"" + context.GetLang() + "\" stands nowhere in " + file +
-                  ", so that words of reports are " + "left out; it has " + names);
+                  ", so that words of reports are left out; it has " + names);
 }
 
 }  // namespace
