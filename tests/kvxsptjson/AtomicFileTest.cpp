@@ -4,10 +4,8 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
-#include <array>
 #include <csignal>
 #include <cstddef>
 #include <filesystem>
@@ -19,6 +17,7 @@
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptjson/JsonObject.h"
 #include "support/Error.h"
+#include "support/MessageInChild.h"
 #include "support/TemporaryDirectory.h"
 
 namespace {
@@ -288,24 +287,11 @@ TEST_F(AtomicFileTest, MessageShowsControlCharactersOfThePath) {
 /// Runs `save` in a process of its own whose files cannot grow beyond `limit` bytes; answers with its error's message.
 template <typename Action>
 std::string MessageWithFileSizeLimit(rlim_t limit, const Action& save) {
-  std::array<int, 2> ends{};
-  EXPECT_EQ(pipe(ends.data()), 0);
-  const pid_t child = fork();
-  if (child == 0) {
+  const auto prepare = [limit] {
     const rlimit limits{limit, limit};
-    const bool limited = std::signal(SIGXFSZ, SIG_IGN) != SIG_ERR && setrlimit(RLIMIT_FSIZE, &limits) == 0;
-    const std::string message = limited ? ErrorOf(save).message : "no limit";
-    const ssize_t written = write(ends[1], message.data(), message.size());
-    _exit(written == static_cast<ssize_t>(message.size()) ? 0 : 1);
-  }
-  close(ends[1]);
-  std::array<char, 4096> message{};
-  const ssize_t size = read(ends[0], message.data(), message.size());
-  close(ends[0]);
-  int status = -1;
-  EXPECT_EQ(waitpid(child, &status, 0), child);
-  EXPECT_EQ(status, 0);
-  return {message.data(), static_cast<std::size_t>(size > 0 ? size : 0)};
+    return std::signal(SIGXFSZ, SIG_IGN) != SIG_ERR && setrlimit(RLIMIT_FSIZE, &limits) == 0;
+  };
+  return test::MessageInChild(prepare, save);
 }
 
 TEST_F(AtomicFileTest, FailedWriteLeavesTheOldFileAndNothingBeside) {

@@ -4,10 +4,8 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
-#include <array>
 #include <chrono>
 #include <filesystem>
 #include <string>
@@ -18,6 +16,7 @@
 #include "storage/LargeMetamodel.h"
 #include "storage/RunningProcess.h"
 #include "support/Error.h"
+#include "support/MessageInChild.h"
 #include "support/MetaText.h"
 #include "support/Process.h"
 #include "support/TestStorage.h"
@@ -106,26 +105,13 @@ TEST_F(CNewSqliteFileTest, DirectoryThatItsMakerMayNotOpenIsAnError) {
 /// What an action fails with in a process of its own that can open no more files.
 template <typename Action>
 std::string MessageWithoutDescriptors(const Action& action) {
-  std::array<int, 2> ends{};
-  EXPECT_EQ(pipe(ends.data()), 0);
-  const pid_t child = fork();
-  if (child == 0) {
-    alarm(30);
-    const int free = dup(ends[1]);
+  const auto prepare = [] {
+    const int free = dup(STDERR_FILENO);
     const rlimit limits{static_cast<rlim_t>(free), static_cast<rlim_t>(free)};
     close(free);
-    const std::string message = setrlimit(RLIMIT_NOFILE, &limits) == 0 ? ErrorOf(action).message : "no limit";
-    const ssize_t written = write(ends[1], message.data(), message.size());
-    _exit(written == static_cast<ssize_t>(message.size()) ? 0 : 1);
-  }
-  close(ends[1]);
-  std::array<char, 4096> message{};
-  const ssize_t size = read(ends[0], message.data(), message.size());
-  close(ends[0]);
-  int status = -1;
-  EXPECT_EQ(waitpid(child, &status, 0), child);
-  EXPECT_EQ(status, 0);
-  return {message.data(), static_cast<std::size_t>(size > 0 ? size : 0)};
+    return setrlimit(RLIMIT_NOFILE, &limits) == 0;
+  };
+  return MessageInChild(prepare, action);
 }
 
 TEST_F(CNewSqliteFileTest, NoMoreFilesCanBeOpened) {

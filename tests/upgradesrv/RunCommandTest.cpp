@@ -100,6 +100,14 @@ TEST_F(CRunCommandTest, MessageOfTwoLinesIsShownOnOne) {
             "strategy CThrowsTwoLines of module strangers failed: one\\nupgradesrv: two\\x1B[2J");
 }
 
+TEST_F(CRunCommandTest, StrategyWithoutMemoryIsTrouble) {
+  EXPECT_EQ(StrangerTrouble("CThrowsBadAlloc"), "strategy CThrowsBadAlloc of module strangers failed: out of memory");
+}
+
+TEST_F(CRunCommandTest, QuietMayStandBeforeTheCommandToo) {
+  EXPECT_EQ(test::RunTool({"--quiet", "run", upgrade_.Path()}).output, test::kFullReport);
+}
+
 TEST_F(CRunCommandTest, StrategyWithoutResultHasNothingToReport) {
   const test::SProcessResult result = RunStranger("CSetsNoResult");
   EXPECT_EQ(result.status, 0);

@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 
+#include "kvxsptexception/ErrorCodes.h"
 #include "upgrademeta2024/storage/DatabaseValue2024.h"
 
 struct SDatabaseDialect2024;
@@ -21,6 +22,11 @@ struct SFailure {
   std::string problem;
   std::string wayOut;
 };
+
+/// Throws for a database whose file does not hold what was written into it.
+[[noreturn]] inline void FailDamaged() {
+  throw SFailure{kvx::kMalformedDocument, "the database is damaged", "restore it from a copy"};
+}
 
 /// One database, that is what differs between the kinds of databases. Nothing is opened before an operation asks for
 /// it.

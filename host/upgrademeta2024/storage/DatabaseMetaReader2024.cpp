@@ -311,4 +311,8 @@ std::vector<std::string> MissingTables(soci::session& session, const SDatabaseDi
   return missing;
 }
 
+bool HasTables(soci::session& session, const SDatabaseDialect2024& dialect) {
+  return MissingTables(session, dialect).size() < TableNames().size();
+}
+
 }  // namespace metadb

@@ -22,5 +22,7 @@ std::shared_ptr<CMetaDictionary2024> ReadMetamodel(soci::session& session, const
 
 /// The names of those tables of a metamodel that the database does not have.
 std::vector<std::string> MissingTables(soci::session& session, const SDatabaseDialect2024& dialect);
+/// Whether the database has any of them.
+bool HasTables(soci::session& session, const SDatabaseDialect2024& dialect);
 
 }  // namespace metadb

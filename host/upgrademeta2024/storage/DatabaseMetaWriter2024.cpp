@@ -158,10 +158,6 @@ void Execute(soci::session& session, const std::vector<std::string>& statements)
 
 }  // namespace
 
-bool HasTables(soci::session& session, const SDatabaseDialect2024& dialect) {
-  return MissingTables(session, dialect).size() < TableNames().size();
-}
-
 bool WriteMetamodel(soci::session& session, const SDatabaseDialect2024& dialect, const CMetaDictionary2024& dictionary,
                     EExistingMeta2024 existing) {
   Execute(session, dialect.beginWriting);

@@ -14,7 +14,4 @@ namespace metadb {
 bool WriteMetamodel(soci::session& session, const SDatabaseDialect2024& dialect, const CMetaDictionary2024& dictionary,
                     EExistingMeta2024 existing);
 
-/// Whether the database has any of a metamodel's tables.
-bool HasTables(soci::session& session, const SDatabaseDialect2024& dialect);
-
 }  // namespace metadb

@@ -7,7 +7,6 @@
 #include <cstring>
 #include <limits>
 
-#include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptstring/StringHelper.h"
 #include "upgrademeta2024/storage/Database2024.h"
 
@@ -114,7 +113,7 @@ void CRows::Next(const std::vector<SValue>& values) {
   }
   if (owner_ < previousOwner || (owner_ == previousOwner && ordinal_ < previousOrdinal)) {
     // Rows come ordered: a part of the table stands where another belongs.
-    throw SFailure{kvx::kMalformedDocument, "the database is damaged", "restore it from a copy"};
+    FailDamaged();
   }
   if (owner_ == previousOwner && ordinal_ == previousOrdinal) {
     Fail("ordinal", "not greater than the ordinal of the row before it in the same list");

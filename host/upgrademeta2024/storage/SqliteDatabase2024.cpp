@@ -55,10 +55,6 @@ std::string SystemReason(int error) {
   return std::generic_category().message(error);
 }
 
-[[noreturn]] void FailDamaged() {
-  throw SFailure{kvx::kMalformedDocument, "the database is damaged", "restore it from a copy"};
-}
-
 /// Whether a query for the number of rows counts the entries of an index that the other query does not read.
 bool CountsAnotherTree(soci::session& session, const std::string& count, const std::string& read) {
   const std::string words = " USING COVERING INDEX ";

@@ -4,6 +4,7 @@
 #include <exception>
 #include <map>
 #include <memory>
+#include <new>
 #include <stdexcept>
 
 #include "kvxsptexception/KVXException.h"
@@ -41,6 +42,7 @@ Result Log(int level) {
 const std::map<std::string, Body> bodies = {
     {"CThrowsMessage", [](auto&, auto&, auto&) -> Result { throw CKVXException(kCode, "the stranger's message"); }},
     {"CThrowsCode", [](auto&, auto&, auto&) -> Result { throw CKVXException(kCode); }},
+    {"CThrowsBadAlloc", [](auto&, auto&, auto&) -> Result { throw std::bad_alloc(); }},
     {"CThrowsRuntimeError", [](auto&, auto&, auto&) -> Result { throw std::runtime_error("a runtime error"); }},
     {"CThrowsOwnException", [](auto&, auto&, auto&) -> Result { throw COwnException(); }},
     {"CThrowsInt", [](auto&, auto&, auto&) -> Result { throw 42; }},
