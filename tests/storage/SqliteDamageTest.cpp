@@ -188,9 +188,41 @@ TEST_F(CSqliteDamageTest, NumberInPlaceOfATextIsItsDigits) {
   EXPECT_THAT(Loaded(), HasSubstr("behavior \"Last\" \"42\""));
 }
 
+TEST_F(CSqliteDamageTest, EveryByteOfATextIsChecked) {
+  constexpr std::size_t kLongest = 18;
+  for (std::size_t size = 1; size <= kLongest; ++size) {
+    for (std::size_t at = 0; at < size; ++at) {
+      for (const auto& [byte, fault] :
+           {std::pair("00", "the text holds a NUL character"), {"80", "the text is not valid UTF-8"}}) {
+        std::string hexadecimal;
+        for (std::size_t i = 0; i < size; ++i) {
+          hexadecimal += i == at ? byte : "7F";
+        }
+        storage_.Execute({"UPDATE meta_behaviors SET display_name = CAST(X'" + hexadecimal + "' AS TEXT)"});
+        EXPECT_THAT(LoadError().message,
+                    HasSubstr("row ordinal 0: display_name: " + std::string(fault) + "; correct the row"))
+            << hexadecimal;
+      }
+    }
+  }
+  storage_.Execute({"UPDATE meta_behaviors SET display_name = ''"});
+  EXPECT_THAT(Loaded(), HasSubstr("behavior \"Last\" \"\""));
+}
+
 TEST_F(CSqliteDamageTest, ViewIsReadAsATable) {
   storage_.Execute(
       {"ALTER TABLE meta_classes RENAME TO all_classes", "CREATE VIEW meta_classes AS SELECT * FROM all_classes"});
+  EXPECT_EQ(Loaded(), TextOf(*sample_));
+}
+
+TEST_F(CSqliteDamageTest, ViewOfSeveralTablesIsReadInOrder) {
+  storage_.Execute({"ALTER TABLE meta_class_properties RENAME TO even",
+                    "CREATE TABLE odd (class_ordinal, ordinal, internal_name, display_name, field, type, length, "
+                    "default_value, precision, max, min, lookup_internal_name, PRIMARY KEY (class_ordinal, ordinal)) "
+                    "WITHOUT ROWID",
+                    "INSERT INTO odd SELECT * FROM even WHERE ordinal % 2 = 1",
+                    "DELETE FROM even WHERE ordinal % 2 = 1",
+                    "CREATE VIEW meta_class_properties AS SELECT * FROM odd UNION ALL SELECT * FROM even"});
   EXPECT_EQ(Loaded(), TextOf(*sample_));
 }
 

@@ -47,6 +47,7 @@ class CRows {
   [[noreturn]] void Fail(const char* column, const std::string& problem) const;
 
  private:
+  [[gnu::noinline]] std::string_view CheckText(std::size_t column) const;
   const SValue& Value(std::size_t index, const char* column) const;
   std::uint64_t WholeNumber(std::size_t index, const char* column, std::uint64_t max) const;
   std::uint64_t ParseNumber(std::size_t index, const char* column, std::uint64_t max) const;

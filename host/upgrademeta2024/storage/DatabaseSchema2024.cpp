@@ -1,5 +1,6 @@
 #include "upgrademeta2024/storage/DatabaseSchema2024.h"
 
+#include <algorithm>
 #include <limits>
 
 #include "upgrademeta2024/storage/DatabaseDialect2024.h"
@@ -157,7 +158,11 @@ std::string SelectStatement(const STable& table) {
 }
 
 std::string CallStatement(const STable& table, const std::string& function, const std::string& rows) {
-  return "SELECT " + function + "(" + Join(AllColumns(table), ", ") + ") FROM " + rows;
+  // To find a column SQLite goes through those before it, and remembers how far it has come: asked for the last one, it
+  // has found all.
+  std::vector<std::string> columns = AllColumns(table);
+  std::reverse(columns.begin(), columns.end());
+  return "SELECT 1 FROM " + rows + " WHERE " + function + "(" + Join(columns, ", ") + ")";
 }
 
 std::string OrderClause(const STable& table) {

@@ -2,6 +2,7 @@
 
 #include <soci/sqlite3/soci-sqlite3.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <exception>
 
@@ -26,8 +27,8 @@ class CRowFunction {
     }
     values_.resize(isNumber_.size());
     // Only for the query itself: what the file says is to be called must not reach it.
-    const int result = Define(this, [](sqlite3_context* context, int /*count*/, sqlite3_value** values) {
-      static_cast<CRowFunction*>(sqlite_api::sqlite3_user_data(context))->Call(context, values);
+    const int result = Define(this, [](sqlite3_context* context, int count, sqlite3_value** values) {
+      static_cast<CRowFunction*>(sqlite_api::sqlite3_user_data(context))->Call(context, values + count);
     });
     if (result != SQLITE_OK) {
       throw soci::sqlite3_soci_error(sqlite_api::sqlite3_errmsg(connection_), result);
@@ -55,9 +56,10 @@ class CRowFunction {
                                                   nullptr);
   }
 
-  void Call(sqlite3_context* context, sqlite3_value** values) noexcept {
+  /// Takes where the values end: the last column comes first.
+  void Call(sqlite3_context* context, sqlite3_value** end) noexcept {
     for (std::size_t i = 0; i < isNumber_.size(); ++i) {
-      Take(values[i], isNumber_[i] != 0, values_[i]);
+      Take(*--end, isNumber_[i] != 0, values_[i]);
     }
     try {
       row_(values_);
@@ -93,14 +95,16 @@ class CRowFunction {
   std::exception_ptr failure_;
 };
 
-/// What calls the function for each row, in order.
+/// What calls the function for each row, in order. It has no rows of its own: SQLite takes one step for all.
 std::string CallInOrder(soci::session& session, const STable& table) {
-  const std::string select = SelectStatement(table);
-  if (SqliteQueryPlan(session, select).find("TEMP B-TREE") == std::string::npos) {
-    return CallStatement(table, kFunction, table.name) + OrderClause(table);
+  const std::string call = CallStatement(table, kFunction, table.name) + OrderClause(table);
+  const std::string plan = SqliteQueryPlan(session, call);
+  if (std::count(plan.begin(), plan.end(), '\n') == 1) {
+    // Nothing but going through the rows where they lie.
+    return call;
   }
-  // Rows that have to be sorted are given to a function before they are, unless it stands outside.
-  return CallStatement(table, kFunction, "(" + select + " LIMIT -1 OFFSET 0)");
+  // Rows that have to be sorted or merged are given to a function before they are, unless it stands outside.
+  return CallStatement(table, kFunction, "(" + SelectStatement(table) + " LIMIT -1 OFFSET 0)");
 }
 
 }  // namespace
@@ -111,10 +115,7 @@ void ReadSqliteRows(soci::session& session, const STable& table, const RowHandle
   statement.alloc();
   statement.prepare(CallInOrder(session, table));
   sqlite_api::sqlite3_stmt* const rows = static_cast<soci::sqlite3_statement_backend*>(statement.get_backend())->stmt_;
-  int result = SQLITE_ROW;
-  while (result == SQLITE_ROW) {
-    result = sqlite_api::sqlite3_step(rows);
-  }
+  const int result = sqlite_api::sqlite3_step(rows);
   function.Rethrow();
   if (result != SQLITE_DONE) {
     throw soci::sqlite3_soci_error(sqlite_api::sqlite3_errmsg(sqlite_api::sqlite3_db_handle(rows)), result);
