@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -118,6 +119,18 @@ void CAtomicFile::Write(const char* data, std::size_t size) {
   } else {
     std::memcpy(buffer_->data() + used_, data, size);
     used_ += size;
+  }
+}
+
+void CAtomicFile::PutN(char c, std::size_t count) {
+  while (count > 0) {
+    if (used_ == kBufferSize) {
+      FlushBuffer();
+    }
+    const std::size_t part = std::min(count, kBufferSize - used_);
+    std::memset(buffer_->data() + used_, c, part);
+    used_ += part;
+    count -= part;
   }
 }
 

@@ -37,6 +37,7 @@ class KVXSPTJSON_EXPORT CAtomicFile {
     }
     (*buffer_)[used_++] = c;
   }
+  void PutN(char c, std::size_t count);
   void Flush() {}
 
  private:

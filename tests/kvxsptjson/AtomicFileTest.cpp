@@ -155,6 +155,20 @@ TEST_F(AtomicFileTest, PiecesOfEverySizeAreWrittenInOrder) {
   EXPECT_TRUE(test::ReadFile(directory_.File("out")) == expected);
 }
 
+TEST_F(AtomicFileTest, RepeatedCharactersOfEveryNumberAreWrittenInOrder) {
+  CAtomicFile file(directory_.File("out"));
+  std::string expected;
+  char c = 'a';
+  for (const std::size_t count : {0U, 1U, 65534U, 2U, 65536U, 3U, 65537U, 200000U, 65535U, 0U, 7U}) {
+    file.PutN(c, count);
+    file.Put('|');
+    expected += std::string(count, c) + '|';
+    ++c;
+  }
+  file.Commit();
+  EXPECT_TRUE(test::ReadFile(directory_.File("out")) == expected);
+}
+
 TEST_F(AtomicFileTest, EmptyFileCanBeSaved) {
   CAtomicFile(directory_.File("out")).Commit();
   EXPECT_EQ(test::ReadFile(directory_.File("out")), "");

@@ -1,9 +1,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <filesystem>
 #include <list>
 #include <string>
+#include <utility>
 
 #include "kvxsptjson/JsonObject.h"
 #include "kvxsptjson/JsonText.h"
@@ -129,6 +131,38 @@ TEST_F(JsonObjectFileTest, SaveToFileEscapesWhatMustBeEscapedAndNothingElse) {
   object.SaveToFile(directory_.File("out.json"));
   EXPECT_EQ(test::ReadFile(directory_.File("out.json")),
             "{\n  \"s\": \"\u96F6 \U0001F600 \\\"\\\\/\\b\\f\\n\\r\\t\\u0001\\u001F\x7F\\u0000\"\n}\n");
+}
+
+TEST_F(JsonObjectFileTest, SaveToFileEscapesAByteWhereverItStands) {
+  constexpr std::size_t kLongest = 18;
+  std::list<std::string> texts;
+  std::string expected;
+  for (std::size_t size = 1; size <= kLongest; ++size) {
+    for (std::size_t at = 0; at < size; ++at) {
+      for (const auto& [byte, escaped] : {std::pair("\0"s, "\\u0000"s),
+                                          {"\x1F"s, "\\u001F"s},
+                                          {" "s, " "s},
+                                          {"!"s, "!"s},
+                                          {"\""s, "\\\""s},
+                                          {"#"s, "#"s},
+                                          {"["s, "["s},
+                                          {"\\"s, "\\\\"s},
+                                          {"]"s, "]"s},
+                                          {"\x7F"s, "\x7F"s},
+                                          // Bytes that are those of characters to be escaped but for the high bit.
+                                          {"\u00A2"s, "\u00A2"s},
+                                          {"\u071C"s, "\u071C"s}}) {
+        const std::string before(at, 'a');
+        const std::string after(size - at - 1, 'z');
+        texts.push_back(before + byte + after);
+        expected += (expected.empty() ? "" : ",") + ("\n    \"" + before).append(escaped).append(after) + "\"";
+      }
+    }
+  }
+  CJsonObject object;
+  object.SetStringArrayValue("k", texts);
+  object.SaveToFile(directory_.File("document.json"));
+  EXPECT_EQ(test::ReadFile(directory_.File("document.json")), "{\n  \"k\": [" + expected + "\n  ]\n}\n");
 }
 
 TEST_F(JsonObjectFileTest, SaveToFileWritesTheWholeDocumentOfAView) {

@@ -2,9 +2,21 @@
 
 #include <rapidjson/prettywriter.h>
 
-#include <algorithm>
+#include <cstddef>
+#include <cstdint>
 
 #include "kvxsptjson/AtomicFile.h"
+#include "kvxsptstring/detail/TextWords.h"
+
+namespace rapidjson {
+
+/// Indentation; in general it is written character by character.
+template <>
+inline void PutN(kvx::CAtomicFile& file, char c, std::size_t count) {
+  file.PutN(c, count);
+}
+
+}  // namespace rapidjson
 
 namespace kvx {
 
@@ -17,7 +29,7 @@ class CJsonTextWriter : public rapidjson::PrettyWriter<CAtomicFile> {
   explicit CJsonTextWriter(CAtomicFile& file) : Base(file) { SetIndent(' ', 2); }
 
   bool String(const char* text, rapidjson::SizeType size, bool copy = false) {
-    if (std::any_of(text, text + size, NeedsEscape)) {
+    if (!AllWords({text, size}, StandsAsItIs)) {
       return Base::String(text, size, copy);
     }
     PrettyPrefix(rapidjson::kStringType);
@@ -29,7 +41,9 @@ class CJsonTextWriter : public rapidjson::PrettyWriter<CAtomicFile> {
   bool Key(const char* text, rapidjson::SizeType size, bool copy = false) { return String(text, size, copy); }
 
  private:
-  static bool NeedsEscape(char c) { return static_cast<unsigned char>(c) < 0x20 || c == '"' || c == '\\'; }
+  static bool StandsAsItIs(std::uint64_t word) {
+    return !HasByteBelow(word, ' ') && !HasByte(word, '"') && !HasByte(word, '\\');
+  }
 };
 
 }  // namespace kvx

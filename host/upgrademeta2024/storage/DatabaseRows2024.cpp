@@ -2,56 +2,21 @@
 
 #include <simdjson.h>
 
-#include <algorithm>
 #include <charconv>
-#include <cstring>
 #include <limits>
 
 #include "kvxsptstring/StringHelper.h"
+#include "kvxsptstring/detail/TextWords.h"
 #include "upgrademeta2024/storage/Database2024.h"
 
 namespace metadb {
 namespace {
 
-std::uint64_t Word(const char* bytes) {
-  std::uint64_t word = 0;
-  std::memcpy(&word, bytes, sizeof(word));
-  return word;
-}
-
-std::uint64_t HalfWord(const char* bytes) {
-  std::uint32_t word = 0;
-  std::memcpy(&word, bytes, sizeof(word));
-  return word;
-}
-
 /// Whether all bytes are ASCII and none is NUL.
 inline bool IsPlain(std::string_view text) {
-  constexpr std::uint64_t kOnes = 0x0101010101010101;
-  constexpr std::uint64_t kHighBits = 0x8080808080808080;
   // Taking one from a NUL sets its high bit.
-  const auto isPlainWord = [](std::uint64_t word) { return (((word - kOnes) | word) & kHighBits) == 0; };
-  const char* const begin = text.data();
-  const std::size_t size = text.size();
-  if (size >= sizeof(std::uint64_t)) {
-    const char* const last = begin + size - sizeof(std::uint64_t);
-    for (const char* at = begin; at < last; at += sizeof(std::uint64_t)) {
-      if (!isPlainWord(Word(at))) {
-        return false;
-      }
-    }
-    return isPlainWord(Word(last));
-  }
-  constexpr std::size_t kHalf = sizeof(std::uint32_t);
-  if (size >= kHalf) {
-    return isPlainWord(HalfWord(begin) << 32U | HalfWord(begin + size - kHalf));
-  }
-  if (size == 0) {
-    return true;
-  }
-  // The first, the middle and the last byte are all that there are.
-  const auto isPlainByte = [](char c) { return static_cast<signed char>(c) > 0; };
-  return isPlainByte(begin[0]) && isPlainByte(begin[size / 2]) && isPlainByte(begin[size - 1]);
+  return kvx::AllWords(text,
+                       [](std::uint64_t word) { return (((word - kvx::kLowBits) | word) & kvx::kHighBits) == 0; });
 }
 
 std::string AsText(const SValue& value) {

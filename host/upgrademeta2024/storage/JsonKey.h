@@ -3,8 +3,9 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <string_view>
+
+#include "kvxsptstring/detail/TextWords.h"
 
 /// The name of a member that a reader knows, without escapes; compared a word at a time with the text of a document.
 class CJsonKey {
@@ -30,18 +31,12 @@ class CJsonKey {
   bool IsAt(const char* text) const {
     std::uint64_t difference = 0;
     for (std::size_t i = 0; i < kSize; i += sizeof(std::uint64_t)) {
-      difference |= (Word(text + i) ^ Word(bytes_.data() + i)) & Word(mask_.data() + i);
+      difference |= (kvx::WordAt(text + i) ^ kvx::WordAt(bytes_.data() + i)) & kvx::WordAt(mask_.data() + i);
     }
     return difference == 0;
   }
 
  private:
-  static std::uint64_t Word(const char* bytes) {
-    std::uint64_t word = 0;
-    std::memcpy(&word, bytes, sizeof(word));
-    return word;
-  }
-
   std::string_view text_;
   std::array<char, kSize> bytes_{};
   std::array<char, kSize> mask_{};

@@ -151,16 +151,11 @@ class CJsonValueReader {
   /// Whether a string's content holds a backslash. Most strings are short: they are looked at a word at a time, beyond
   /// their end, where the text is padded, and only what may hold one is searched.
   static bool HasEscape(std::string_view content) {
-    constexpr std::uint64_t kLowBits = 0x0101010101010101U;
-    constexpr std::uint64_t kHighBits = 0x8080808080808080U;
-    std::uint64_t found = 0;
+    bool found = false;
     for (std::size_t i = 0; i < content.size(); i += sizeof(std::uint64_t)) {
-      std::uint64_t word = 0;
-      std::memcpy(&word, content.data() + i, sizeof(word));
-      word ^= kLowBits * static_cast<unsigned char>('\\');
-      found |= (word - kLowBits) & ~word & kHighBits;
+      found |= kvx::HasByte(kvx::WordAt(content.data() + i), '\\');
     }
-    return found != 0 && content.find('\\') != std::string_view::npos;
+    return found && content.find('\\') != std::string_view::npos;
   }
 
   static std::string Visible(std::string_view token);

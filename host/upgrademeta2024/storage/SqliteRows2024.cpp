@@ -58,8 +58,10 @@ class CRowFunction {
 
   /// Takes where the values end: the last column comes first.
   void Call(sqlite3_context* context, sqlite3_value** end) noexcept {
-    for (std::size_t i = 0; i < isNumber_.size(); ++i) {
-      Take(*--end, isNumber_[i] != 0, values_[i]);
+    auto value = values_.begin();
+    for (const char isNumber : isNumber_) {
+      Take(*--end, isNumber != 0, *value);
+      ++value;
     }
     try {
       row_(values_);
