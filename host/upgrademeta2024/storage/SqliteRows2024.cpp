@@ -99,7 +99,7 @@ class CRowFunction {
 
 /// What calls the function for each row, in order. It has no rows of its own: SQLite takes one step for all.
 std::string CallInOrder(soci::session& session, const STable& table) {
-  const std::string call = CallStatement(table, kFunction, table.name) + OrderClause(table);
+  std::string call = CallStatement(table, kFunction, table.name) + OrderClause(table);
   const std::string plan = SqliteQueryPlan(session, call);
   if (std::count(plan.begin(), plan.end(), '\n') == 1) {
     // Nothing but going through the rows where they lie.
