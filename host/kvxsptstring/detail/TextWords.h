@@ -28,8 +28,8 @@ constexpr bool HasByte(std::uint64_t word, unsigned char byte) {
   return HasByteBelow(word ^ kLowBits * byte, 1);
 }
 
-/// Whether `predicate(word)` holds for words that together have every byte of the text and no other. Bytes may come more
-/// than once.
+/// Whether `predicate(word)` holds for words that together have every byte of the text and no other. Bytes may come
+/// more than once.
 template <typename Predicate>
 [[gnu::always_inline]] inline bool AllWords(std::string_view text, const Predicate& predicate) {
   constexpr std::size_t kSize = sizeof(std::uint64_t);
@@ -49,7 +49,9 @@ template <typename Predicate>
   }
   // Up to four bytes from each end, or the first, the middle and the last one, are all that there are.
   constexpr std::size_t kHalf = kSize / 2;
-  const auto byte = [begin](std::size_t at) { return static_cast<std::uint64_t>(static_cast<unsigned char>(begin[at])); };
+  const auto byte = [begin](std::size_t at) {
+    return static_cast<std::uint64_t>(static_cast<unsigned char>(begin[at]));
+  };
   if (size < kHalf) {
     constexpr std::uint64_t kRest = kLowBits << 16U;
     return predicate(byte(0) * kRest | byte(size / 2) << 8U | byte(size - 1));
