@@ -25,6 +25,8 @@ class KVXSPTJSON_EXPORT CAtomicFile {
   CAtomicFile& operator=(const CAtomicFile&) = delete;
 
   void Write(const char* data, std::size_t size);
+  /// Writes one character `count` times.
+  void PutN(char c, std::size_t count);
   void Commit();
   /// False when something has come to the target's place, which is as it was.
   bool CommitNew();
@@ -37,7 +39,6 @@ class KVXSPTJSON_EXPORT CAtomicFile {
     }
     (*buffer_)[used_++] = c;
   }
-  void PutN(char c, std::size_t count);
   void Flush() {}
 
  private:

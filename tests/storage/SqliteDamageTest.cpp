@@ -216,14 +216,66 @@ TEST_F(CSqliteDamageTest, ViewIsReadAsATable) {
 }
 
 TEST_F(CSqliteDamageTest, ViewOfSeveralTablesIsReadInOrder) {
-  storage_.Execute({"ALTER TABLE meta_class_properties RENAME TO even",
-                    "CREATE TABLE odd (class_ordinal, ordinal, internal_name, display_name, field, type, length, "
-                    "default_value, precision, max, min, lookup_internal_name, PRIMARY KEY (class_ordinal, ordinal)) "
-                    "WITHOUT ROWID",
-                    "INSERT INTO odd SELECT * FROM even WHERE ordinal % 2 = 1",
-                    "DELETE FROM even WHERE ordinal % 2 = 1",
-                    "CREATE VIEW meta_class_properties AS SELECT * FROM odd UNION ALL SELECT * FROM even"});
+  const std::string schema = storage_.Query("SELECT sql FROM sqlite_master WHERE name = 'meta_class_properties'");
+  const std::string table = "CREATE TABLE meta_class_properties";
+  ASSERT_EQ(schema.rfind(table, 0), 0U);
+  storage_.Execute(
+      {"ALTER TABLE meta_class_properties RENAME TO even", "CREATE TABLE odd" + schema.substr(table.size()),
+       "INSERT INTO odd SELECT * FROM even WHERE ordinal % 2 = 1", "DELETE FROM even WHERE ordinal % 2 = 1",
+       "CREATE VIEW meta_class_properties AS SELECT * FROM odd UNION ALL SELECT * FROM even"});
   EXPECT_EQ(Loaded(), TextOf(*sample_));
+  // Columns of other types, which keep SQLite from merging.
+  storage_.Execute({"ALTER TABLE odd RENAME TO typed", "CREATE TABLE odd AS SELECT * FROM typed"});
+  EXPECT_EQ(Loaded(), TextOf(*sample_));
+}
+
+TEST_F(CSqliteDamageTest, RowsThatAViewLeavesOutAreNotRead) {
+  // The index has all that is read of a row, but not what the view asks for.
+  storage_.Execute({"ALTER TABLE meta_methods RENAME TO loose",
+                    "CREATE TABLE all_methods (behavior_ordinal INTEGER NOT NULL, ordinal INTEGER NOT NULL, "
+                    "internal_name TEXT NOT NULL, display_name TEXT NOT NULL, valid INTEGER NOT NULL, "
+                    "UNIQUE (behavior_ordinal, ordinal, internal_name, display_name))",
+                    "INSERT INTO all_methods SELECT *, 1 FROM loose",
+                    "INSERT INTO all_methods VALUES (0, 1000, 'Withdrawn', '', 0)",
+                    "CREATE VIEW meta_methods AS SELECT behavior_ordinal, ordinal, internal_name, display_name "
+                    "FROM all_methods WHERE valid = 1"});
+  EXPECT_EQ(Loaded(), TextOf(*sample_));
+}
+
+TEST_F(CSqliteDamageTest, PageThatHasLostARowIsNoticedUnderAView) {
+  storage_.Execute({"ALTER TABLE meta_class_properties RENAME TO all_properties",
+                    "CREATE VIEW meta_class_properties AS SELECT * FROM all_properties",
+                    "ALTER TABLE metamodel RENAME TO head", "CREATE VIEW metamodel AS SELECT * FROM head"});
+  file_ = ReadFile(storage_.File());
+  EXPECT_GE(DamagedWithoutARow(), 15);
+}
+
+TEST_F(CSqliteDamageTest, PageThatHasLostARowIsNoticedInAViewOfTwoTables) {
+  // An index of the first counts what the second has lost as little as reading both shows it.
+  storage_.Execute(
+      {"CREATE TABLE labels (behavior_ordinal INTEGER, ordinal INTEGER, display_name TEXT, PRIMARY KEY "
+       "(behavior_ordinal, ordinal)) WITHOUT ROWID",
+       "INSERT INTO labels SELECT behavior_ordinal, ordinal, display_name FROM meta_methods",
+       "ALTER TABLE meta_methods RENAME TO names",
+       "CREATE VIEW meta_methods AS SELECT names.behavior_ordinal, names.ordinal, names.internal_name, "
+       "labels.display_name FROM names CROSS JOIN labels USING (behavior_ordinal, ordinal)"});
+  EXPECT_EQ(Loaded(), TextOf(*sample_));
+  file_ = ReadFile(storage_.File());
+  EXPECT_GE(DamagedWithoutARow(), 15);
+}
+
+TEST_F(CSqliteDamageTest, PageThatHasLostARowIsNoticedWhereSeveralIndexesHoldAllColumns) {
+  storage_.Execute({"ALTER TABLE meta_methods RENAME TO loose",
+                    "CREATE TABLE meta_methods (behavior_ordinal INTEGER, ordinal, internal_name TEXT, display_name AS "
+                    "(label || '') VIRTUAL, a INTEGER, b INTEGER, c INTEGER, d, label TEXT)",
+                    "INSERT INTO meta_methods (behavior_ordinal, ordinal, internal_name, label) SELECT * FROM loose",
+                    "DROP TABLE loose",
+                    "CREATE INDEX short ON meta_methods (behavior_ordinal, ordinal, internal_name, display_name DESC)",
+                    "CREATE INDEX long ON meta_methods (behavior_ordinal, ordinal, d DESC, display_name, internal_name "
+                    "DESC, a, b DESC, c DESC)"});
+  EXPECT_EQ(Loaded(), TextOf(*sample_));
+  file_ = ReadFile(storage_.File());
+  EXPECT_GE(DamagedWithoutARow(), 15);
 }
 
 }  // namespace

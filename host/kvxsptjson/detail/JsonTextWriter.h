@@ -42,7 +42,7 @@ class CJsonTextWriter : public rapidjson::PrettyWriter<CAtomicFile> {
 
  private:
   static bool StandsAsItIs(std::uint64_t word) {
-    return !HasByteBelow(word, ' ') && !HasByte(word, '"') && !HasByte(word, '\\');
+    return !HasByteBelow<' '>(word) && !HasByte(word, '"') && !HasByte(word, '\\');
   }
 };
 

@@ -8,8 +8,8 @@
 /// Looking at texts eight bytes at a time.
 namespace kvx {
 
-constexpr std::uint64_t kLowBits = 0x0101010101010101U;
-constexpr std::uint64_t kHighBits = 0x8080808080808080U;
+inline constexpr std::uint64_t kLowBits = 0x0101010101010101U;
+inline constexpr std::uint64_t kHighBits = 0x8080808080808080U;
 
 /// The eight bytes that begin at `bytes`, in the machine's order.
 inline std::uint64_t WordAt(const char* bytes) {
@@ -18,14 +18,16 @@ inline std::uint64_t WordAt(const char* bytes) {
   return word;
 }
 
-/// Whether a byte of the word is less than `limit`, which is at most 128.
-constexpr bool HasByteBelow(std::uint64_t word, unsigned char limit) {
-  return ((word - kLowBits * limit) & ~word & kHighBits) != 0;
+/// Whether a byte of the word is less than `Limit`.
+template <unsigned char Limit>
+constexpr bool HasByteBelow(std::uint64_t word) {
+  static_assert(Limit <= 128, "bytes from 128 on are never found");
+  return ((word - kLowBits * Limit) & ~word & kHighBits) != 0;
 }
 
 /// Whether a byte of the word is `byte`.
 constexpr bool HasByte(std::uint64_t word, unsigned char byte) {
-  return HasByteBelow(word ^ kLowBits * byte, 1);
+  return HasByteBelow<1>(word ^ kLowBits * byte);
 }
 
 /// Whether `predicate(word)` holds for words that together have every byte of the text and no other. Bytes may come

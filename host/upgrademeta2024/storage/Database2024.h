@@ -50,11 +50,9 @@ class CDatabase {
   /// program has made the database meanwhile. Throws SFailure.
   virtual bool Publish() { return true; }
 
-  /// Calls `row` for each row of a table in the order of its lists, and throws what it throws. Judges no value.
+  /// Calls `row` for each row of a table in the order of its lists, and throws what it throws. Judges no value. Throws
+  /// SFailure, after the last row, when a damaged file has lost rows of the table.
   virtual void ReadRows(soci::session& session, const STable& table, const RowHandler& row) const = 0;
-  /// Throws SFailure when a damaged file has lost rows of the table, which reading does not show. `rows` is how many
-  /// have been read.
-  virtual void RequireRows(soci::session& /*session*/, const STable& /*table*/, std::uint64_t /*rows*/) const {}
   /// Throws SFailure when the table does not lie in its file as it should. Takes as long as reading it.
   virtual void RequireSound(soci::session& /*session*/, const std::string& /*table*/) const {}
 

@@ -280,7 +280,6 @@ class CReader {
       throw;
     }
     rowsBefore_ += rows.Count();
-    database_.RequireRows(session_, table, rows.Count());
   }
 
   void BeginTable(const std::string& table) { activity_ = "table " + table + " cannot be read"; }

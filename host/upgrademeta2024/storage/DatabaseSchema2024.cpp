@@ -1,6 +1,5 @@
 #include "upgrademeta2024/storage/DatabaseSchema2024.h"
 
-#include <algorithm>
 #include <limits>
 
 #include "upgrademeta2024/storage/DatabaseDialect2024.h"
@@ -155,14 +154,6 @@ std::vector<std::string> IndexStatements(const SDatabaseDialect2024& dialect) {
 
 std::string SelectStatement(const STable& table) {
   return "SELECT " + Join(AllColumns(table), ", ") + " FROM " + table.name + OrderClause(table);
-}
-
-std::string CallStatement(const STable& table, const std::string& function, const std::string& rows) {
-  // To find a column SQLite goes through those before it, and remembers how far it has come: asked for the last one, it
-  // has found all.
-  std::vector<std::string> columns = AllColumns(table);
-  std::reverse(columns.begin(), columns.end());
-  return "SELECT 1 FROM " + rows + " WHERE " + function + "(" + Join(columns, ", ") + ")";
 }
 
 std::string OrderClause(const STable& table) {

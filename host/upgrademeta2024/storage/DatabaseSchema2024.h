@@ -84,9 +84,6 @@ std::vector<std::string> AllColumns(const STable& table);
 
 /// Reads every row in the order of the lists, with AllColumns.
 std::string SelectStatement(const STable& table);
-/// Calls a function with AllColumns, the last one first, of every row of `rows`, which is the table or a query in
-/// parentheses. The result has the rows for which the function does not give NULL.
-std::string CallStatement(const STable& table, const std::string& function, const std::string& rows);
 /// What puts the rows of the table into the order of the lists.
 std::string OrderClause(const STable& table);
 /// Adds `rows` rows, whose values are parameters in the order of SelectStatement.

@@ -5,12 +5,12 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <cstring>
 #include <limits>
 #include <string>
 #include <string_view>
 #include <utility>
 
+#include "kvxsptstring/detail/TextWords.h"
 #include "upgrademeta2024/storage/JsonKey.h"
 #include "upgrademeta2024/storage/JsonPlace.h"
 

@@ -55,13 +55,20 @@ std::string SystemReason(int error) {
   return std::generic_category().message(error);
 }
 
-/// Whether a query for the number of rows counts the entries of an index that the other query does not read.
-bool CountsAnotherTree(soci::session& session, const std::string& count, const std::string& read) {
+/// Whether the name stands for rows that lie in the file as a table, not for a view or for what a module makes up.
+bool IsStored(soci::session& session, const std::string& table) {
+  int count = 0;
+  session << "SELECT count(*) FROM sqlite_master WHERE type = 'table' AND rootpage > 0 AND name = :name COLLATE NOCASE",
+      soci::use(table, "name"), soci::into(count);
+  return count != 0;
+}
+
+/// Whether a query for the number of rows counts the entries of an index that reading them has not used.
+bool CountsAnotherTree(soci::session& session, const std::string& count, const std::string& planOfReading) {
   const std::string words = " USING COVERING INDEX ";
   const std::string plan = SqliteQueryPlan(session, count);
   const std::size_t at = plan.find(words);
-  return at != std::string::npos &&
-         SqliteQueryPlan(session, read).find(" INDEX " + plan.substr(at + words.size())) == std::string::npos;
+  return at != std::string::npos && planOfReading.find(" INDEX " + plan.substr(at + words.size())) == std::string::npos;
 }
 
 /// SOCI puts the name of its function before what SQLite says.
@@ -109,28 +116,27 @@ void CSqliteDatabase::RequireWholePages(soci::session& session) const {
 }
 
 void CSqliteDatabase::ReadRows(soci::session& session, const STable& table, const RowHandler& row) const {
-  ReadSqliteRows(session, table, row);
-}
-
-void CSqliteDatabase::RequireSound(soci::session& session, const std::string& table) const {
-  std::string finding;
-  session << "PRAGMA quick_check(" << table << ")", soci::into(finding);
-  if (finding != "ok") {
-    FailDamaged();
-  }
-}
-
-void CSqliteDatabase::RequireRows(soci::session& session, const STable& table, std::uint64_t rows) const {
+  const SSqliteReading reading = ReadSqliteRows(session, table, row);
   // A page that has lost rows reads without an error. An index has an entry for each, and SQLite counts these page by
   // page; checking how the table lies takes as long as reading it.
   const std::string count = std::string("SELECT count(*) FROM ") + table.name;
-  if (!CountsAnotherTree(session, count, SelectStatement(table))) {
+  if (!IsStored(session, table.name) || !CountsAnotherTree(session, count, reading.plan)) {
     RequireSound(session, table.name);
     return;
   }
   std::uint64_t entries = 0;
   session << count, soci::into(entries);
-  if (entries != rows) {
+  if (entries != reading.rows) {
+    FailDamaged();
+  }
+}
+
+void CSqliteDatabase::RequireSound(soci::session& session, const std::string& table) const {
+  // Of a view the check would look at nothing: its rows may lie anywhere.
+  const std::string what = IsStored(session, table) ? "(" + table + ")" : "";
+  std::string finding;
+  session << "PRAGMA quick_check" << what, soci::into(finding);
+  if (finding != "ok") {
     FailDamaged();
   }
 }

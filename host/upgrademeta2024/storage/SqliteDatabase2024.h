@@ -25,7 +25,6 @@ class CSqliteDatabase : public CDatabase {
   bool Publish() override;
   void ReadRows(soci::session& session, const STable& table, const RowHandler& row) const override;
   void RequireSound(soci::session& session, const std::string& table) const override;
-  void RequireRows(soci::session& session, const STable& table, std::uint64_t rows) const override;
   SFailure Explain(const soci::soci_error& error) const override;
 
  private:

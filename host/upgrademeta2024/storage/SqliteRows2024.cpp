@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cstddef>
 #include <exception>
+#include <random>
+#include <utility>
 
 namespace metadb {
 namespace {
@@ -12,14 +14,14 @@ namespace {
 using sqlite_api::sqlite3_context;
 using sqlite_api::sqlite3_value;
 
-constexpr const char* kFunction = "meta_row";
-
 /// A function of SQL that hands its arguments to a row handler, as long as this object lives. SQLite has a row's values
 /// ready for it at once, where asking a statement for each of them takes half as long as reading them does.
 class CRowFunction {
  public:
   CRowFunction(soci::session& session, const STable& table, const RowHandler& row)
-      : connection_(static_cast<soci::sqlite3_session_backend*>(session.get_backend())->conn_), row_(row) {
+      : connection_(static_cast<soci::sqlite3_session_backend*>(session.get_backend())->conn_),
+        name_("meta_row_" + std::to_string(std::random_device()())),
+        row_(row) {
     // Not of bool: its elements would share bytes.
     isNumber_.assign(KeyColumns(table).size(), 1);
     for (const SColumn& column : table.columns) {
@@ -40,6 +42,9 @@ class CRowFunction {
   CRowFunction(const CRowFunction&) = delete;
   CRowFunction& operator=(const CRowFunction&) = delete;
 
+  /// Not to be known in advance: an index of the file over a call of the function could stand in for the call.
+  const std::string& Name() const { return name_; }
+  std::uint64_t Calls() const { return calls_; }
   /// Throws what the row handler has thrown, if it has.
   void Rethrow() const {
     if (failure_ != nullptr) {
@@ -51,13 +56,14 @@ class CRowFunction {
   using Function = void (*)(sqlite3_context*, int, sqlite3_value**);
 
   int Define(CRowFunction* self, Function function) const {
-    return sqlite_api::sqlite3_create_function_v2(connection_, kFunction, static_cast<int>(isNumber_.size()),
+    return sqlite_api::sqlite3_create_function_v2(connection_, name_.c_str(), static_cast<int>(isNumber_.size()),
                                                   SQLITE_UTF8 | SQLITE_DIRECTONLY, self, function, nullptr, nullptr,
                                                   nullptr);
   }
 
   /// Takes where the values end: the last column comes first.
   void Call(sqlite3_context* context, sqlite3_value** end) noexcept {
+    ++calls_;
     auto value = values_.begin();
     for (const char isNumber : isNumber_) {
       Take(*--end, isNumber != 0, *value);
@@ -91,37 +97,64 @@ class CRowFunction {
   }
 
   sqlite_api::sqlite3* connection_;
+  std::string name_;
   const RowHandler& row_;
   std::vector<char> isNumber_;
   std::vector<SValue> values_;
+  std::uint64_t calls_ = 0;
   std::exception_ptr failure_;
 };
 
-/// What calls the function for each row, in order. It has no rows of its own: SQLite takes one step for all.
-std::string CallInOrder(soci::session& session, const STable& table) {
-  std::string call = CallStatement(table, kFunction, table.name) + OrderClause(table);
-  const std::string plan = SqliteQueryPlan(session, call);
-  if (std::count(plan.begin(), plan.end(), '\n') == 1) {
-    // Nothing but going through the rows where they lie.
+/// Calls a function with AllColumns, the last one first, of every row of `rows`, which is the table or a query in
+/// parentheses. A condition of WHERE would be called for rows, too, that another condition of a view then drops.
+std::string CallStatement(const STable& table, const std::string& function, const std::string& rows) {
+  // To find a column SQLite goes through those before it, and goes on from there for the next: asked for the last one,
+  // it finds all at one go.
+  std::vector<std::string> columns = AllColumns(table);
+  std::reverse(columns.begin(), columns.end());
+  std::string call = "SELECT " + function + "(";
+  for (const std::string& column : columns) {
+    call += (&column == &columns.front() ? "" : ", ") + column;
+  }
+  return call + ") FROM " + rows;
+}
+
+struct SQuery {
+  SQuery(soci::session& session, std::string query) : text(std::move(query)), plan(SqliteQueryPlan(session, text)) {}
+
+  std::string text;
+  std::string plan;
+};
+
+/// What calls the function for each row, in order.
+SQuery CallInOrder(soci::session& session, const STable& table, const std::string& function) {
+  SQuery call(session, CallStatement(table, function, table.name) + OrderClause(table));
+  if (std::count(call.plan.begin(), call.plan.end(), '\n') == 1) {
+    // One pass, without anything between reading a row and the call.
     return call;
   }
   // Rows that have to be sorted or merged are given to a function before they are, unless it stands outside.
-  return CallStatement(table, kFunction, "(" + SelectStatement(table) + " LIMIT -1 OFFSET 0)");
+  return {session, CallStatement(table, function, "(" + SelectStatement(table) + " LIMIT -1 OFFSET 0)")};
 }
 
 }  // namespace
 
-void ReadSqliteRows(soci::session& session, const STable& table, const RowHandler& row) {
+SSqliteReading ReadSqliteRows(soci::session& session, const STable& table, const RowHandler& row) {
   const CRowFunction function(session, table, row);
+  const SQuery call = CallInOrder(session, table, function.Name());
   soci::statement statement(session);
   statement.alloc();
-  statement.prepare(CallInOrder(session, table));
+  statement.prepare(call.text);
   sqlite_api::sqlite3_stmt* const rows = static_cast<soci::sqlite3_statement_backend*>(statement.get_backend())->stmt_;
-  const int result = sqlite_api::sqlite3_step(rows);
+  int result = SQLITE_ROW;
+  while (result == SQLITE_ROW) {
+    result = sqlite_api::sqlite3_step(rows);
+  }
   function.Rethrow();
   if (result != SQLITE_DONE) {
     throw soci::sqlite3_soci_error(sqlite_api::sqlite3_errmsg(sqlite_api::sqlite3_db_handle(rows)), result);
   }
+  return {call.plan, function.Calls()};
 }
 
 std::string SqliteQueryPlan(soci::session& session, const std::string& query) {

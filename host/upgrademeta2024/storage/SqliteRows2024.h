@@ -2,6 +2,7 @@
 
 #include <soci/soci.h>
 
+#include <cstdint>
 #include <string>
 
 #include "upgrademeta2024/storage/DatabaseSchema2024.h"
@@ -9,8 +10,15 @@
 
 namespace metadb {
 
+/// How a table was read.
+struct SSqliteReading {
+  /// SqliteQueryPlan of the query.
+  std::string plan;
+  std::uint64_t rows = 0;
+};
+
 /// Calls `row` for each row of a table in the order of its lists. Throws soci::soci_error, and whatever `row` throws.
-void ReadSqliteRows(soci::session& session, const STable& table, const RowHandler& row);
+SSqliteReading ReadSqliteRows(soci::session& session, const STable& table, const RowHandler& row);
 
 /// How SQLite answers a query, in its words, one line for each step.
 std::string SqliteQueryPlan(soci::session& session, const std::string& query);
