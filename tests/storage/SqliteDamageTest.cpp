@@ -209,6 +209,31 @@ TEST_F(CSqliteDamageTest, EveryByteOfATextIsChecked) {
   EXPECT_THAT(Loaded(), HasSubstr("behavior \"Last\" \"\""));
 }
 
+TEST_F(CSqliteDamageTest, EveryTextOfAPropertyIsChecked) {
+  const std::string row = " WHERE class_ordinal = 2 AND ordinal = 5";
+  for (const std::string column :
+       {"internal_name", "display_name", "field", "type", "default_value", "max", "min", "lookup_internal_name"}) {
+    for (const auto& [text, fault] :
+         {std::pair("X'6100'", "the text holds a NUL character"), {"X'61C3'", "the text is not valid UTF-8"}}) {
+      Write(file_);
+      storage_.Execute({"UPDATE meta_class_properties SET " + column + " = CAST(" + text + " AS TEXT)" + row});
+      EXPECT_THAT(LoadError().message, HasSubstr("row class_ordinal 2, ordinal 5: " + column + ": " + fault)) << text;
+    }
+    Write(file_);
+    storage_.Execute({"UPDATE meta_class_properties SET " + column + " = 'h\u00F6her'" + row});
+    EXPECT_THAT(Loaded(), HasSubstr("h\u00F6her")) << column;
+  }
+  // Together the two would be one character.
+  Write(file_);
+  storage_.Execute(
+      {"UPDATE meta_class_properties SET display_name = CAST(X'C3' AS TEXT), field = CAST(X'B6' AS TEXT)" + row});
+  EXPECT_THAT(LoadError().message, HasSubstr("row class_ordinal 2, ordinal 5: display_name: the text is not valid"));
+  Write(file_);
+  storage_.Execute(
+      {"PRAGMA ignore_check_constraints = ON", "UPDATE meta_class_properties SET internal_name = ''" + row});
+  EXPECT_THAT(LoadError().message, HasSubstr("row class_ordinal 2, ordinal 5: internal_name: the name is empty"));
+}
+
 TEST_F(CSqliteDamageTest, ViewIsReadAsATable) {
   storage_.Execute(
       {"ALTER TABLE meta_classes RENAME TO all_classes", "CREATE VIEW meta_classes AS SELECT * FROM all_classes"});

@@ -12,13 +12,6 @@
 namespace metadb {
 namespace {
 
-/// Whether all bytes are ASCII and none is NUL.
-inline bool IsPlain(std::string_view text) {
-  // Taking one from a NUL sets its high bit.
-  return kvx::AllWords(text,
-                       [](std::uint64_t word) { return (((word - kvx::kLowBits) | word) & kvx::kHighBits) == 0; });
-}
-
 std::string AsText(const SValue& value) {
   switch (value.kind) {
     case SValue::kNull:
@@ -47,6 +40,12 @@ std::string RowPlace(const STable& table, std::uint64_t ordinal) {
 
 std::string RowPlace(const STable& table, std::uint64_t owner, std::uint64_t ordinal) {
   return RowPlace(table, std::vector<std::string>{std::to_string(owner), std::to_string(ordinal)});
+}
+
+bool IsPlain(std::string_view text) {
+  // Taking one from a NUL sets its high bit.
+  return kvx::AllWords(text,
+                       [](std::uint64_t word) { return (((word - kvx::kLowBits) | word) & kvx::kHighBits) == 0; });
 }
 
 const char* TextFault(std::string_view text) {
@@ -90,17 +89,15 @@ void CRows::Next(const std::vector<SValue>& values) {
   }
 }
 
-std::string_view CRows::Text(std::size_t column) const {
-  const SValue& value = values_[keyCount_ + column];
-  // What most texts are; whatever is wrong with one is found out apart, so that nothing is set up for it here.
-  if (value.kind == SValue::kText && IsPlain(value.text) &&
-      (!value.text.empty() || table_.columns[column].kind != SColumn::kName)) {
-    return value.text;
+void CRows::CheckTexts() const {
+  for (std::size_t column = 0; column < table_.columns.size(); ++column) {
+    if (table_.columns[column].kind != SColumn::kNumber) {
+      Text(column);
+    }
   }
-  return CheckText(column);
 }
 
-std::string_view CRows::CheckText(std::size_t column) const {
+std::string_view CRows::Text(std::size_t column) const {
   const SColumn& description = table_.columns[column];
   const std::string_view text = Value(keyCount_ + column, description.name).text;
   if (const char* fault = TextFault(text); fault != nullptr) {

@@ -22,6 +22,8 @@ std::string RowPlace(const STable& table, const std::vector<std::string>& keys);
 std::string RowPlace(const STable& table, std::uint64_t ordinal);
 std::string RowPlace(const STable& table, std::uint64_t owner, std::uint64_t ordinal);
 
+/// Whether all bytes are ASCII and none is NUL.
+bool IsPlain(std::string_view text);
 /// Why a text cannot stand in a metamodel in a database, null when it can.
 const char* TextFault(std::string_view text);
 
@@ -43,11 +45,18 @@ class CRows {
   std::string_view Text(std::size_t column) const;
   std::uint32_t Number(std::size_t column) const;
 
+  /// For rows of many texts: a text that may still be wrong. None is when all of a row together are plain and the name
+  /// is not empty; otherwise CheckTexts() must be called, which throws for the first that is.
+  std::string_view UncheckedText(std::size_t column) const {
+    const SValue& value = values_[keyCount_ + column];
+    return value.kind == SValue::kText ? value.text : Text(column);
+  }
+  void CheckTexts() const;
+
   /// Throws for a column of the current row.
   [[noreturn]] void Fail(const char* column, const std::string& problem) const;
 
  private:
-  [[gnu::noinline]] std::string_view CheckText(std::size_t column) const;
   const SValue& Value(std::size_t index, const char* column) const;
   std::uint64_t WholeNumber(std::size_t index, const char* column, std::uint64_t max) const;
   std::uint64_t ParseNumber(std::size_t index, const char* column, std::uint64_t max) const;
