@@ -25,7 +25,7 @@ class UPGRADEMETA2024_EXPORT CMetaPropertyTable2024 {
   CMetaPropertyTable2024& operator=(const CMetaPropertyTable2024&) = delete;
 
   /// Appends a property. No property may have been handed out yet. Returns its texts, one after the other, which are
-  /// valid until the next call.
+  /// valid until the next Add() or Finish().
   /// Throws CKVXException (kvx::kMetamodelError) when the texts of all properties together exceed 4 GiB.
   std::string_view Add(const SMetaPropertyValues2024& values);
   /// Ends filling: gives back what was reserved in advance and sorts the names. The element that a table is moved into

@@ -249,9 +249,57 @@ TEST_F(CSqliteDamageTest, ViewOfSeveralTablesIsReadInOrder) {
        "INSERT INTO odd SELECT * FROM even WHERE ordinal % 2 = 1", "DELETE FROM even WHERE ordinal % 2 = 1",
        "CREATE VIEW meta_class_properties AS SELECT * FROM odd UNION ALL SELECT * FROM even"});
   EXPECT_EQ(Loaded(), TextOf(*sample_));
-  // Columns of other types, which keep SQLite from merging.
-  storage_.Execute({"ALTER TABLE odd RENAME TO typed", "CREATE TABLE odd AS SELECT * FROM typed"});
+  // Columns without types keep SQLite from merging.
+  storage_.Execute(
+      {"CREATE TABLE untyped AS SELECT class_ordinal + 0 AS class_ordinal, ordinal + 0 AS ordinal, "
+       "internal_name || '' AS internal_name, display_name || '' AS display_name, field || '' AS field, "
+       "type || '' AS type, length + 0 AS length, default_value || '' AS default_value, precision + 0 AS "
+       "precision, max || '' AS max, min || '' AS min, lookup_internal_name || '' AS lookup_internal_name "
+       "FROM odd",
+       "DROP VIEW meta_class_properties",
+       "CREATE VIEW meta_class_properties AS SELECT * FROM untyped UNION ALL SELECT * FROM even"});
   EXPECT_EQ(Loaded(), TextOf(*sample_));
+}
+
+TEST_F(CSqliteDamageTest, VirtualTableIsReadAndPageThatHasLostARowNoticed) {
+  storage_.Execute({"ALTER TABLE meta_methods RENAME TO loose",
+                    "CREATE VIRTUAL TABLE meta_methods USING fts5(behavior_ordinal, ordinal, internal_name, "
+                    "display_name)",
+                    "INSERT INTO meta_methods SELECT * FROM loose"});
+  EXPECT_EQ(Loaded(), TextOf(*sample_));
+  file_ = ReadFile(storage_.File());
+  EXPECT_GE(DamagedWithoutARow(), 15);
+}
+
+TEST_F(CSqliteDamageTest, PageOfAnEarlierTimeIsNoticed) {
+  const std::vector<std::vector<std::string>> schemas = {
+      {},
+      {"ALTER TABLE meta_methods RENAME TO all_methods", "CREATE VIEW meta_methods AS SELECT * FROM all_methods"},
+      // An index gives the order.
+      {"ALTER TABLE meta_methods RENAME TO loose",
+       "CREATE TABLE meta_methods (behavior_ordinal INTEGER, ordinal INTEGER, internal_name TEXT, display_name TEXT, "
+       "PRIMARY KEY (behavior_ordinal, ordinal))",
+       "INSERT INTO meta_methods SELECT * FROM loose"}};
+  for (const std::vector<std::string>& schema : schemas) {
+    Write(file_);
+    storage_.Execute(schema);
+    const std::string before = ReadFile(storage_.File());
+    const std::string table = schema.size() == 2 ? "all_methods" : "meta_methods";
+    storage_.Execute({"INSERT INTO " + table + " VALUES (0, 1, 'Later', '')"});
+    const std::string after = ReadFile(storage_.File());
+    const std::string loaded = Loaded();
+    ASSERT_EQ(before.size(), after.size());
+    int pages = 0;
+    for (std::size_t page = kPageSize; page < after.size(); page += kPageSize) {
+      if (before.compare(page, kPageSize, after, page, kPageSize) != 0) {
+        ++pages;
+        Write(std::string(after).replace(page, kPageSize, before, page, kPageSize));
+        EXPECT_THAT(LoadError().message, HasSubstr(": the database is damaged")) << table << ", byte " << page;
+      }
+    }
+    EXPECT_GE(pages, 2) << "the table and an index";
+    EXPECT_THAT(loaded, HasSubstr("Later"));
+  }
 }
 
 TEST_F(CSqliteDamageTest, RowsThatAViewLeavesOutAreNotRead) {

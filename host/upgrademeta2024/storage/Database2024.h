@@ -50,8 +50,12 @@ class CDatabase {
   /// program has made the database meanwhile. Throws SFailure.
   virtual bool Publish() { return true; }
 
+  /// To be called once before rows are read. Throws SFailure when rows may be lost and ReadRows() could not tell,
+  /// because a view stands in place of a table.
+  virtual void RequireSoundViews(soci::session& /*session*/) const {}
   /// Calls `row` for each row of a table in the order of its lists, and throws what it throws. Judges no value. Throws
-  /// SFailure, after the last row, when a damaged file has lost rows of the table.
+  /// SFailure, after the last row, when a damaged file has lost rows of the table and an index or the way in which the
+  /// table lies shows it.
   virtual void ReadRows(soci::session& session, const STable& table, const RowHandler& row) const = 0;
   /// Throws SFailure when the table does not lie in its file as it should. Takes as long as reading it.
   virtual void RequireSound(soci::session& /*session*/, const std::string& /*table*/) const {}

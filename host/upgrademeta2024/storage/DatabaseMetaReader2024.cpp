@@ -84,6 +84,8 @@ class CReader {
     for (const std::string& statement : database_.Dialect().beginReading) {
       session_ << statement;
     }
+    activity_ = "the metamodel, in which views stand in place of tables, cannot be read";
+    database_.RequireSoundViews(session_);
     ReadHead();
     if (progress_.IsObserved()) {
       CountRows();

@@ -45,8 +45,8 @@ class CRows {
   std::string_view Text(std::size_t column) const;
   std::uint32_t Number(std::size_t column) const;
 
-  /// For rows of many texts: a text that may still be wrong. None is when all of a row together are plain and the name
-  /// is not empty; otherwise CheckTexts() must be called, which throws for the first that is.
+  /// For rows of many texts: one that may still be wrong. None is when all of a row together are plain and the name is
+  /// not empty; otherwise CheckTexts() must be called, which throws for the first column that is wrong.
   std::string_view UncheckedText(std::size_t column) const {
     const SValue& value = values_[keyCount_ + column];
     return value.kind == SValue::kText ? value.text : Text(column);

@@ -4,13 +4,16 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <filesystem>
 #include <system_error>
 #include <utility>
+#include <vector>
 
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptjson/FilePlace.h"
+#include "kvxsptstring/StringHelper.h"
 #include "upgrademeta2024/storage/DatabaseDialect2024.h"
 #include "upgrademeta2024/storage/DatabaseSchema2024.h"
 #include "upgrademeta2024/storage/NewFile2024.h"
@@ -63,12 +66,14 @@ bool IsStored(soci::session& session, const std::string& table) {
   return count != 0;
 }
 
-/// Whether a query for the number of rows counts the entries of an index that reading them has not used.
-bool CountsAnotherTree(soci::session& session, const std::string& count, const std::string& planOfReading) {
-  const std::string words = " USING COVERING INDEX ";
-  const std::string plan = SqliteQueryPlan(session, count);
-  const std::size_t at = plan.find(words);
-  return at != std::string::npos && planOfReading.find(" INDEX " + plan.substr(at + words.size())) == std::string::npos;
+/// What counts the rows of a table by other pages than those from which they were read; empty when nothing does.
+std::string CountElsewhere(soci::session& session, const std::string& table, const std::string& planOfReading) {
+  const std::string count = "SELECT count(*) FROM " + table;
+  if (planOfReading.find(" INDEX ") != std::string::npos) {
+    return count + " NOT INDEXED";
+  }
+  // SQLite counts the entries of an index where there is one.
+  return SqliteQueryPlan(session, count).find(" INDEX ") != std::string::npos ? count : "";
 }
 
 /// SOCI puts the name of its function before what SQLite says.
@@ -115,27 +120,47 @@ void CSqliteDatabase::RequireWholePages(soci::session& session) const {
   }
 }
 
+void CSqliteDatabase::RequireSoundViews(soci::session& session) const {
+  const std::vector<std::string> tables = TableNames();
+  if (std::all_of(tables.begin(), tables.end(),
+                  [&session](const std::string& table) { return IsStored(session, table); })) {
+    return;
+  }
+  // Checking a view looks at nothing, and what it is made from may lie anywhere.
+  std::string finding;
+  session << "PRAGMA integrity_check", soci::into(finding);
+  if (finding != "ok") {
+    throw SFailure{kvx::kMalformedDocument,
+                   "the database is damaged: its integrity_check found: " + CStringHelper::ToVisible(finding),
+                   "restore it from a copy"};
+  }
+}
+
 void CSqliteDatabase::ReadRows(soci::session& session, const STable& table, const RowHandler& row) const {
   const SSqliteReading reading = ReadSqliteRows(session, table, row);
+  if (!IsStored(session, table.name)) {
+    return;
+  }
   // A page that has lost rows reads without an error. An index has an entry for each, and SQLite counts these page by
   // page; checking how the table lies takes as long as reading it.
-  const std::string count = std::string("SELECT count(*) FROM ") + table.name;
-  if (!IsStored(session, table.name) || !CountsAnotherTree(session, count, reading.plan)) {
+  const std::string count = CountElsewhere(session, table.name, reading.plan);
+  if (count.empty()) {
     RequireSound(session, table.name);
     return;
   }
-  std::uint64_t entries = 0;
-  session << count, soci::into(entries);
-  if (entries != reading.rows) {
+  std::uint64_t rows = 0;
+  session << count, soci::into(rows);
+  if (rows != reading.rows) {
     FailDamaged();
   }
 }
 
 void CSqliteDatabase::RequireSound(soci::session& session, const std::string& table) const {
-  // Of a view the check would look at nothing: its rows may lie anywhere.
-  const std::string what = IsStored(session, table) ? "(" + table + ")" : "";
+  if (!IsStored(session, table)) {
+    return;
+  }
   std::string finding;
-  session << "PRAGMA quick_check" << what, soci::into(finding);
+  session << "PRAGMA quick_check(" << table << ")", soci::into(finding);
   if (finding != "ok") {
     FailDamaged();
   }

@@ -4,8 +4,8 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <exception>
-#include <random>
 #include <utility>
 
 namespace metadb {
@@ -14,13 +14,19 @@ namespace {
 using sqlite_api::sqlite3_context;
 using sqlite_api::sqlite3_value;
 
+std::uint64_t RandomNumber() {
+  std::uint64_t number = 0;
+  sqlite_api::sqlite3_randomness(sizeof(number), &number);
+  return number;
+}
+
 /// A function of SQL that hands its arguments to a row handler, as long as this object lives. SQLite has a row's values
 /// ready for it at once, where asking a statement for each of them takes half as long as reading them does.
 class CRowFunction {
  public:
   CRowFunction(soci::session& session, const STable& table, const RowHandler& row)
       : connection_(static_cast<soci::sqlite3_session_backend*>(session.get_backend())->conn_),
-        name_("meta_row_" + std::to_string(std::random_device()())),
+        name_("meta_row_" + std::to_string(RandomNumber())),
         row_(row) {
     // Not of bool: its elements would share bytes.
     isNumber_.assign(KeyColumns(table).size(), 1);
