@@ -58,14 +58,6 @@ std::string SystemReason(int error) {
   return std::generic_category().message(error);
 }
 
-/// Whether the name stands for rows that lie in the file as a table, not for a view or for what a module makes up.
-bool IsStored(soci::session& session, const std::string& table) {
-  int count = 0;
-  session << "SELECT count(*) FROM sqlite_master WHERE type = 'table' AND rootpage > 0 AND name = :name COLLATE NOCASE",
-      soci::use(table, "name"), soci::into(count);
-  return count != 0;
-}
-
 /// What counts the rows of a table by other pages than those from which they were read; empty when nothing does.
 std::string CountElsewhere(soci::session& session, const std::string& table, const std::string& planOfReading) {
   const std::string count = "SELECT count(*) FROM " + table;
@@ -123,7 +115,7 @@ void CSqliteDatabase::RequireWholePages(soci::session& session) const {
 void CSqliteDatabase::RequireSoundViews(soci::session& session) const {
   const std::vector<std::string> tables = TableNames();
   if (std::all_of(tables.begin(), tables.end(),
-                  [&session](const std::string& table) { return IsStored(session, table); })) {
+                  [&session](const std::string& table) { return IsStoredTable(session, table); })) {
     return;
   }
   // Checking a view looks at nothing, and what it is made from may lie anywhere.
@@ -138,7 +130,7 @@ void CSqliteDatabase::RequireSoundViews(soci::session& session) const {
 
 void CSqliteDatabase::ReadRows(soci::session& session, const STable& table, const RowHandler& row) const {
   const SSqliteReading reading = ReadSqliteRows(session, table, row);
-  if (!IsStored(session, table.name)) {
+  if (!IsStoredTable(session, table.name)) {
     return;
   }
   // A page that has lost rows reads without an error. An index has an entry for each, and SQLite counts these page by
@@ -156,7 +148,7 @@ void CSqliteDatabase::ReadRows(soci::session& session, const STable& table, cons
 }
 
 void CSqliteDatabase::RequireSound(soci::session& session, const std::string& table) const {
-  if (!IsStored(session, table)) {
+  if (!IsStoredTable(session, table)) {
     return;
   }
   std::string finding;

@@ -111,18 +111,16 @@ class CRowFunction {
   std::exception_ptr failure_;
 };
 
-/// Calls a function with AllColumns, the last one first, of every row of `rows`, which is the table or a query in
-/// parentheses. A condition of WHERE would be called for rows, too, that another condition of a view then drops.
-std::string CallStatement(const STable& table, const std::string& function, const std::string& rows) {
-  // To find a column SQLite goes through those before it, and goes on from there for the next: asked for the last one,
-  // it finds all at one go.
+/// A call with AllColumns, the last one first. To find a column SQLite goes through those before it, and goes on from
+/// there for the next: asked for the last one, it finds all at one go.
+std::string CallText(const STable& table, const std::string& function) {
   std::vector<std::string> columns = AllColumns(table);
   std::reverse(columns.begin(), columns.end());
-  std::string call = "SELECT " + function + "(";
+  std::string call = function + "(";
   for (const std::string& column : columns) {
     call += (&column == &columns.front() ? "" : ", ") + column;
   }
-  return call + ") FROM " + rows;
+  return call + ")";
 }
 
 struct SQuery {
@@ -134,13 +132,19 @@ struct SQuery {
 
 /// What calls the function for each row, in order.
 SQuery CallInOrder(soci::session& session, const STable& table, const std::string& function) {
-  SQuery call(session, CallStatement(table, function, table.name) + OrderClause(table));
-  if (std::count(call.plan.begin(), call.plan.end(), '\n') == 1) {
+  const std::string call = CallText(table, function);
+  const std::string from = " FROM " + std::string(table.name);
+  // A condition that never holds spares a step for each row. With a view it would be called, too, for rows that a
+  // condition of the view then drops.
+  const std::string direct =
+      IsStoredTable(session, table.name) ? "SELECT 1" + from + " WHERE " + call : "SELECT " + call + from;
+  SQuery query(session, direct + OrderClause(table));
+  if (std::count(query.plan.begin(), query.plan.end(), '\n') == 1) {
     // One pass, without anything between reading a row and the call.
-    return call;
+    return query;
   }
   // Rows that have to be sorted or merged are given to a function before they are, unless it stands outside.
-  return {session, CallStatement(table, function, "(" + SelectStatement(table) + " LIMIT -1 OFFSET 0)")};
+  return {session, "SELECT " + call + " FROM (" + SelectStatement(table) + " LIMIT -1 OFFSET 0)"};
 }
 
 }  // namespace
@@ -161,6 +165,13 @@ SSqliteReading ReadSqliteRows(soci::session& session, const STable& table, const
     throw soci::sqlite3_soci_error(sqlite_api::sqlite3_errmsg(sqlite_api::sqlite3_db_handle(rows)), result);
   }
   return {call.plan, function.Calls()};
+}
+
+bool IsStoredTable(soci::session& session, const std::string& name) {
+  int count = 0;
+  session << "SELECT count(*) FROM sqlite_master WHERE type = 'table' AND rootpage > 0 AND name = :name COLLATE NOCASE",
+      soci::use(name, "name"), soci::into(count);
+  return count != 0;
 }
 
 std::string SqliteQueryPlan(soci::session& session, const std::string& query) {
