@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "kvxsptexception/ErrorCodes.h"
@@ -65,6 +66,8 @@ class CSqliteDamageTest : public testing::Test {
 
   /// Takes the last row from each leaf that has one. Answers how many such files are found damaged.
   int DamagedWithoutARow() {
+    EXPECT_EQ(Loaded(), TextOf(*sample_));
+    file_ = ReadFile(storage_.File());
     int damaged = 0;
     // The first page holds the list of tables.
     for (std::size_t page = kPageSize; page < file_.size(); page += kPageSize) {
@@ -100,7 +103,6 @@ TEST_F(CSqliteDamageTest, PageThatHasLostARowIsNoticed) {
 TEST_F(CSqliteDamageTest, PageThatHasLostARowIsNoticedInATableWithoutIndex) {
   storage_.Execute({"DROP INDEX meta_class_properties_name", "DROP INDEX meta_classes_name",
                     "DROP INDEX meta_behaviors_name", "DROP INDEX meta_methods_name", "VACUUM"});
-  file_ = ReadFile(storage_.File());
   EXPECT_GE(DamagedWithoutARow(), 10);
 }
 
@@ -109,8 +111,6 @@ TEST_F(CSqliteDamageTest, PageThatHasLostARowIsNoticedWhereAnIndexGivesTheOrder)
   storage_.Execute({"CREATE TABLE loose AS SELECT * FROM meta_class_properties", "DROP TABLE meta_class_properties",
                     "ALTER TABLE loose RENAME TO meta_class_properties",
                     "CREATE INDEX place ON meta_class_properties (class_ordinal, ordinal)", "VACUUM"});
-  file_ = ReadFile(storage_.File());
-  EXPECT_EQ(Loaded(), TextOf(*sample_));
   EXPECT_GE(DamagedWithoutARow(), 10);
 }
 
@@ -266,25 +266,25 @@ TEST_F(CSqliteDamageTest, VirtualTableIsReadAndPageThatHasLostARowNoticed) {
                     "CREATE VIRTUAL TABLE meta_methods USING fts5(behavior_ordinal, ordinal, internal_name, "
                     "display_name)",
                     "INSERT INTO meta_methods SELECT * FROM loose"});
-  EXPECT_EQ(Loaded(), TextOf(*sample_));
-  file_ = ReadFile(storage_.File());
   EXPECT_GE(DamagedWithoutARow(), 15);
 }
 
 TEST_F(CSqliteDamageTest, PageOfAnEarlierTimeIsNoticed) {
-  const std::vector<std::vector<std::string>> schemas = {
-      {},
-      {"ALTER TABLE meta_methods RENAME TO all_methods", "CREATE VIEW meta_methods AS SELECT * FROM all_methods"},
+  // The table in which the methods lie, and what changes the database before.
+  const std::vector<std::pair<std::string, std::vector<std::string>>> schemas = {
+      {"meta_methods", {}},
+      {"all_methods",
+       {"ALTER TABLE meta_methods RENAME TO all_methods", "CREATE VIEW meta_methods AS SELECT * FROM all_methods"}},
       // An index gives the order.
-      {"ALTER TABLE meta_methods RENAME TO loose",
-       "CREATE TABLE meta_methods (behavior_ordinal INTEGER, ordinal INTEGER, internal_name TEXT, display_name TEXT, "
-       "PRIMARY KEY (behavior_ordinal, ordinal))",
-       "INSERT INTO meta_methods SELECT * FROM loose"}};
-  for (const std::vector<std::string>& schema : schemas) {
+      {"meta_methods",
+       {"ALTER TABLE meta_methods RENAME TO loose",
+        "CREATE TABLE meta_methods (behavior_ordinal INTEGER, ordinal INTEGER, internal_name TEXT, display_name TEXT, "
+        "PRIMARY KEY (behavior_ordinal, ordinal))",
+        "INSERT INTO meta_methods SELECT * FROM loose"}}};
+  for (const auto& [table, schema] : schemas) {
     Write(file_);
     storage_.Execute(schema);
     const std::string before = ReadFile(storage_.File());
-    const std::string table = schema.size() == 2 ? "all_methods" : "meta_methods";
     storage_.Execute({"INSERT INTO " + table + " VALUES (0, 1, 'Later', '')"});
     const std::string after = ReadFile(storage_.File());
     const std::string loaded = Loaded();
@@ -319,7 +319,6 @@ TEST_F(CSqliteDamageTest, PageThatHasLostARowIsNoticedUnderAView) {
   storage_.Execute({"ALTER TABLE meta_class_properties RENAME TO all_properties",
                     "CREATE VIEW meta_class_properties AS SELECT * FROM all_properties",
                     "ALTER TABLE metamodel RENAME TO head", "CREATE VIEW metamodel AS SELECT * FROM head"});
-  file_ = ReadFile(storage_.File());
   EXPECT_GE(DamagedWithoutARow(), 15);
 }
 
@@ -332,8 +331,6 @@ TEST_F(CSqliteDamageTest, PageThatHasLostARowIsNoticedInAViewOfTwoTables) {
        "ALTER TABLE meta_methods RENAME TO names",
        "CREATE VIEW meta_methods AS SELECT names.behavior_ordinal, names.ordinal, names.internal_name, "
        "labels.display_name FROM names CROSS JOIN labels USING (behavior_ordinal, ordinal)"});
-  EXPECT_EQ(Loaded(), TextOf(*sample_));
-  file_ = ReadFile(storage_.File());
   EXPECT_GE(DamagedWithoutARow(), 15);
 }
 
@@ -346,8 +343,6 @@ TEST_F(CSqliteDamageTest, PageThatHasLostARowIsNoticedWhereSeveralIndexesHoldAll
                     "CREATE INDEX short ON meta_methods (behavior_ordinal, ordinal, internal_name, display_name DESC)",
                     "CREATE INDEX long ON meta_methods (behavior_ordinal, ordinal, d DESC, display_name, internal_name "
                     "DESC, a, b DESC, c DESC)"});
-  EXPECT_EQ(Loaded(), TextOf(*sample_));
-  file_ = ReadFile(storage_.File());
   EXPECT_GE(DamagedWithoutARow(), 15);
 }
 

@@ -84,7 +84,7 @@ class CReader {
     for (const std::string& statement : database_.Dialect().beginReading) {
       session_ << statement;
     }
-    activity_ = "the metamodel, in which views stand in place of tables, cannot be read";
+    activity_ = "the metamodel cannot be read";
     database_.RequireSoundViews(session_);
     ReadHead();
     if (progress_.IsObserved()) {

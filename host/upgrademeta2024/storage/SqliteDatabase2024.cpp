@@ -130,7 +130,7 @@ void CSqliteDatabase::RequireSoundViews(soci::session& session) const {
 
 void CSqliteDatabase::ReadRows(soci::session& session, const STable& table, const RowHandler& row) const {
   const SSqliteReading reading = ReadSqliteRows(session, table, row);
-  if (!IsStoredTable(session, table.name)) {
+  if (!reading.isStored) {
     return;
   }
   // A page that has lost rows reads without an error. An index has an entry for each, and SQLite counts these page by

@@ -131,13 +131,12 @@ struct SQuery {
 };
 
 /// What calls the function for each row, in order.
-SQuery CallInOrder(soci::session& session, const STable& table, const std::string& function) {
+SQuery CallInOrder(soci::session& session, const STable& table, bool isStored, const std::string& function) {
   const std::string call = CallText(table, function);
   const std::string from = " FROM " + std::string(table.name);
   // A condition that never holds spares a step for each row. With a view it would be called, too, for rows that a
   // condition of the view then drops.
-  const std::string direct =
-      IsStoredTable(session, table.name) ? "SELECT 1" + from + " WHERE " + call : "SELECT " + call + from;
+  const std::string direct = isStored ? "SELECT 1" + from + " WHERE " + call : "SELECT " + call + from;
   SQuery query(session, direct + OrderClause(table));
   if (std::count(query.plan.begin(), query.plan.end(), '\n') == 1) {
     // One pass, without anything between reading a row and the call.
@@ -151,7 +150,8 @@ SQuery CallInOrder(soci::session& session, const STable& table, const std::strin
 
 SSqliteReading ReadSqliteRows(soci::session& session, const STable& table, const RowHandler& row) {
   const CRowFunction function(session, table, row);
-  const SQuery call = CallInOrder(session, table, function.Name());
+  const bool isStored = IsStoredTable(session, table.name);
+  const SQuery call = CallInOrder(session, table, isStored, function.Name());
   soci::statement statement(session);
   statement.alloc();
   statement.prepare(call.text);
@@ -164,7 +164,7 @@ SSqliteReading ReadSqliteRows(soci::session& session, const STable& table, const
   if (result != SQLITE_DONE) {
     throw soci::sqlite3_soci_error(sqlite_api::sqlite3_errmsg(sqlite_api::sqlite3_db_handle(rows)), result);
   }
-  return {call.plan, function.Calls()};
+  return {call.plan, function.Calls(), isStored};
 }
 
 bool IsStoredTable(soci::session& session, const std::string& name) {

@@ -15,6 +15,8 @@ struct SSqliteReading {
   /// SqliteQueryPlan of the query.
   std::string plan;
   std::uint64_t rows = 0;
+  /// IsStoredTable of its name.
+  bool isStored = false;
 };
 
 /// Calls `row` for each row of a table in the order of its lists. Throws soci::soci_error, and whatever `row` throws.
