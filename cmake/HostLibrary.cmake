@@ -1,12 +1,12 @@
 include(GenerateExportHeader)
 
-# upgradesrv_add_host_library(<name> SOURCES <file>... [PUBLIC <target>...] [PRIVATE <target>...])
+# upgradesrv_add_host_library(<name> SOURCES <file>... HEADERS <file>... [PUBLIC <target>...] [PRIVATE <target>...])
 #
 # One shared library of the host framework. Headers lie beside the sources and are included as <name>/Header.h; the
-# export header <name>/<name>_export.h is generated. Headers in a
-# folder "detail", and those of single storages, are the library's own and are not installed. <file> and headers are relative to the current directory.
+# export header <name>/<name>_export.h is generated. HEADERS are the public ones, which are installed; all others are the
+# library's own. Files are relative to the current directory.
 function(upgradesrv_add_host_library name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
+  cmake_parse_arguments(ARG "" "" "SOURCES;HEADERS;PUBLIC;PRIVATE" ${ARGN})
   add_library(${name} SHARED ${ARG_SOURCES})
   add_library(upgradesrv::${name} ALIAS ${name})
   set(export_dir ${PROJECT_BINARY_DIR}/export)
@@ -28,11 +28,8 @@ function(upgradesrv_add_host_library name)
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
   set(header_dir ${CMAKE_INSTALL_INCLUDEDIR}/upgradesrv/${name})
   install(FILES ${export_dir}/${name}/${name}_export.h DESTINATION ${header_dir})
-  install(
-    DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR}/
-    DESTINATION ${header_dir}
-    FILES_MATCHING
-    PATTERN "*.h"
-    PATTERN detail EXCLUDE
-    REGEX "/storage/(Database|Document|Json|NewFile|Postgresql|Sqlite)[^/]*$" EXCLUDE)
+  foreach(header ${ARG_HEADERS})
+    cmake_path(GET header PARENT_PATH folder)
+    install(FILES ${header} DESTINATION ${header_dir}/${folder})
+  endforeach()
 endfunction()

@@ -10,7 +10,7 @@
 #include "storages/SqliteScan.h"
 #include "support/UpgradeRun.h"
 #include "upgrademeta2024/MetaDictionary2024.h"
-#include "upgrademeta2024/storage/MetaStorage2024.h"
+#include "upgrademeta2024/storage/OpenMetaStorage.h"
 
 namespace {
 
@@ -47,13 +47,13 @@ void RunAll(const std::string& directory) {
 /// Loading from a database beside what reading it takes at the least.
 void RunDatabase(const std::string& directory) {
   const std::string database = directory + "/installation.db";
-  std::shared_ptr<CMetaDictionary2024> metamodel = CMetaStorage2024::Open(directory + "/installation.json")->Load();
+  std::shared_ptr<CMetaDictionary2024> metamodel = OpenMetaStorage(directory + "/installation.json")->Load();
   const std::size_t properties = bench::CountProperties(*metamodel);
-  CMetaStorage2024::Open(database)->Save(*metamodel);
+  OpenMetaStorage(database)->Save(*metamodel);
   metamodel.reset();
   bench::ScanSqlite(database);
   Phase("scan-db", properties, [&] { bench::ScanSqlite(database); });
-  Phase("load-db", properties, [&] { metamodel = CMetaStorage2024::Open(database)->Load(); });
+  Phase("load-db", properties, [&] { metamodel = OpenMetaStorage(database)->Load(); });
 }
 
 }  // namespace

@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "upgrademeta2024/MetaDictionary2024.h"
-#include "upgrademeta2024/storage/MetaStorage2024.h"
+#include "upgrademeta2024/storage/OpenMetaStorage.h"
 
 /// Loads one metamodel from whatever storage, and does nothing else: what it holds is not freed either.
 int main(int argumentCount, char** arguments) {
@@ -13,7 +13,7 @@ int main(int argumentCount, char** arguments) {
     return 2;
   }
   try {
-    const std::shared_ptr<CMetaDictionary2024> dictionary = CMetaStorage2024::Open(arguments[1])->Load();
+    const std::shared_ptr<CMetaDictionary2024> dictionary = OpenMetaStorage(arguments[1])->Load();
     std::printf("%zu classes\n", dictionary->GetClasses().size());
     std::fflush(stdout);
     std::_Exit(0);

@@ -9,7 +9,7 @@
 #include "suites/SuiteData.h"
 #include "support/UpgradeRun.h"
 #include "upgrademeta2024/MetaDictionary2024.h"
-#include "upgrademeta2024/storage/MetaStorage2024.h"
+#include "upgrademeta2024/storage/OpenMetaStorage.h"
 
 namespace {
 
@@ -17,7 +17,7 @@ namespace {
 std::string Copy(const std::string& document, const std::string& ending) {
   std::string target = document + ending;
   if (!std::filesystem::exists(target)) {
-    CMetaStorage2024::Open(target)->Save(*CMetaStorage2024::Open(document)->Load());
+    OpenMetaStorage(target)->Save(*OpenMetaStorage(document)->Load());
   }
   return target;
 }
@@ -31,7 +31,7 @@ std::string CopyToServer(const std::string& document, std::int64_t elements) {
   const auto [schema, isNew] = schemas.try_emplace(elements, std::to_string(elements));
   std::string target = schema->second.Location();
   if (isNew) {
-    CMetaStorage2024::Open(target)->Save(*CMetaStorage2024::Open(document)->Load());
+    OpenMetaStorage(target)->Save(*OpenMetaStorage(document)->Load());
   }
   return target;
 }
@@ -41,9 +41,9 @@ std::string Document(const benchmark::State& state) {
 }
 
 void Load(benchmark::State& state, const std::string& location) {
-  const std::size_t properties = bench::CountProperties(*CMetaStorage2024::Open(location)->Load());
+  const std::size_t properties = bench::CountProperties(*OpenMetaStorage(location)->Load());
   for ([[maybe_unused]] auto _ : state) {
-    benchmark::DoNotOptimize(CMetaStorage2024::Open(location)->Load());
+    benchmark::DoNotOptimize(OpenMetaStorage(location)->Load());
   }
   bench::CountProperties(state, properties);
 }
@@ -60,7 +60,7 @@ void LoadFromServer(benchmark::State& state) {
 void Scan(benchmark::State& state) {
   const std::string document = Document(state);
   const std::string location = Copy(document, ".db");
-  const std::size_t properties = bench::CountProperties(*CMetaStorage2024::Open(document)->Load());
+  const std::size_t properties = bench::CountProperties(*OpenMetaStorage(document)->Load());
   for ([[maybe_unused]] auto _ : state) {
     benchmark::DoNotOptimize(bench::ScanSqlite(location));
   }
@@ -69,7 +69,7 @@ void Scan(benchmark::State& state) {
 
 bool IsStorage(const std::string& ending) {
   try {
-    CMetaStorage2024::Open("x" + ending);
+    OpenMetaStorage("x" + ending);
     return true;
   } catch (const CKVXException&) {
     return false;

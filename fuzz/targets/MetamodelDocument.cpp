@@ -6,7 +6,7 @@
 #include "support/MetaText.h"
 #include "support/TemporaryDirectory.h"
 #include "upgrademeta2024/MetaDictionary2024.h"
-#include "upgrademeta2024/storage/MetaStorage2024.h"
+#include "upgrademeta2024/storage/OpenMetaStorage.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static const test::CTemporaryDirectory directory;
@@ -14,7 +14,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string path = directory.Write("meta.json", text);
 
   std::shared_ptr<CMetaDictionary2024> dictionary;
-  const test::SError error = test::ErrorOf([&] { dictionary = CMetaStorage2024::Open(path)->Load(); });
+  const test::SError error = test::ErrorOf([&] { dictionary = OpenMetaStorage(path)->Load(); });
   if (!fuzz::Succeeded(error)) {
     fuzz::Require(error.code == kvx::kMalformedDocument, "a document can only be malformed", error.message);
     fuzz::Require(error.message.compare(0, path.size() + 1, path + ":") == 0, "the file is named", error.message);
@@ -28,11 +28,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
   const std::string content = test::TextOf(*dictionary);
   const std::string copy = directory.File("copy.json");
-  CMetaStorage2024::Open(copy)->Save(*dictionary);
+  OpenMetaStorage(copy)->Save(*dictionary);
   const std::string saved = test::ReadFile(copy);
-  const std::shared_ptr<CMetaDictionary2024> again = CMetaStorage2024::Open(copy)->Load();
+  const std::shared_ptr<CMetaDictionary2024> again = OpenMetaStorage(copy)->Load();
   fuzz::Require(test::TextOf(*again) == content, "a saved metamodel reads back as it was", saved);
-  CMetaStorage2024::Open(copy)->Save(*again);
+  OpenMetaStorage(copy)->Save(*again);
   fuzz::Require(test::ReadFile(copy) == saved, "one metamodel has one saved form", saved);
   return 0;
 }

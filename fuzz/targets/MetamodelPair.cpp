@@ -15,7 +15,7 @@
 #include "kvxsptstring/StringHelper.h"
 #include "support/LogCapture.h"
 #include "upgrademeta2024/MetaDictionary2024.h"
-#include "upgrademeta2024/storage/MetaStorage2024.h"
+#include "upgrademeta2024/storage/OpenMetaStorage.h"
 
 namespace {
 
@@ -53,8 +53,8 @@ Names Lacking(const Names& names, const Names& others) {
 class CPairCheck {
  public:
   explicit CPairCheck(test::CUpgradeFolder& folder)
-      : client_(CMetaStorage2024::Open(folder.context.GetClientMetaLocation())->Load()),
-        original_(CMetaStorage2024::Open(folder.context.GetOriginalMetaLocation())->Load()),
+      : client_(OpenMetaStorage(folder.context.GetClientMetaLocation())->Load()),
+        original_(OpenMetaStorage(folder.context.GetOriginalMetaLocation())->Load()),
         helper_(folder.handlerContext, folder.context) {}
 
   /// Checks a kind in both ways; whether it passed.
@@ -164,7 +164,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string client = folder.directory.Write("client.json", documents.Text("client"));
   folder.directory.Write("original.json", documents.Text("original"));
   const auto isSound = [](const std::string& location) {
-    return Succeeded(test::ErrorOf([&location] { CMetaStorage2024::Open(location)->Load(); }));
+    return Succeeded(test::ErrorOf([&location] { OpenMetaStorage(location)->Load(); }));
   };
   if (!isSound(client)) {
     return 0;

@@ -12,7 +12,7 @@
 #include "support/MetaMaker.h"
 #include "support/MetaText.h"
 #include "support/TemporaryDirectory.h"
-#include "upgrademeta2024/storage/MetaStorage2024.h"
+#include "upgrademeta2024/storage/OpenMetaStorage.h"
 
 namespace {
 
@@ -38,7 +38,7 @@ std::shared_ptr<CMetaDictionary2024> MakeMetamodel(std::size_t elements) {
 
 std::string SoundFile(const test::CTemporaryDirectory& directory, std::size_t elements) {
   const std::string path = directory.File("sound" + std::to_string(elements) + ".db");
-  CMetaStorage2024::Open(path)->Save(*MakeMetamodel(elements));
+  OpenMetaStorage(path)->Save(*MakeMetamodel(elements));
   std::string file = test::ReadFile(path);
   std::filesystem::remove(path);
   return file;
@@ -83,8 +83,7 @@ std::string Damaged(const std::string& sound, FuzzedDataProvider& input) {
 /// The metamodel as text; empty when it was refused, as it should be.
 std::string Load(const std::string& path) {
   std::string text;
-  const test::SError error =
-      test::ErrorOf([&] { text = test::TextOf(*CMetaStorage2024::Open(path)->Load()) + "end\n"; });
+  const test::SError error = test::ErrorOf([&] { text = test::TextOf(*OpenMetaStorage(path)->Load()) + "end\n"; });
   if (!Succeeded(error)) {
     Require(error.code == kvx::kMalformedDocument || error.code == kvx::kFileError, "a fault of the file is named so",
             error.message);
@@ -104,7 +103,7 @@ void RequireStorable(const test::CTemporaryDirectory& directory, const std::stri
     return;
   }
   const std::string copy = directory.File("copy.json");
-  CMetaStorage2024::Open(copy)->Save(*CMetaStorage2024::Open(path)->Load());
+  OpenMetaStorage(copy)->Save(*OpenMetaStorage(path)->Load());
   Require(Load(copy) == content, "what was read can be stored", content);
   std::filesystem::remove(copy);
 }
@@ -112,7 +111,7 @@ void RequireStorable(const test::CTemporaryDirectory& directory, const std::stri
 /// Stores a small metamodel over a damaged one.
 void RequireReplacedOrKept(const std::string& path, const std::string& content) {
   static const std::shared_ptr<CMetaDictionary2024> replacement = MakeMetamodel(1);
-  const test::SError error = test::ErrorOf([&path] { CMetaStorage2024::Open(path)->Save(*replacement); });
+  const test::SError error = test::ErrorOf([&path] { OpenMetaStorage(path)->Save(*replacement); });
   const std::string after = Load(path);
   if (Succeeded(error)) {
     Require(after == test::TextOf(*replacement) + "end\n", "what was stored is there as a whole", after);

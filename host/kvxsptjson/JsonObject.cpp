@@ -8,8 +8,8 @@
 
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptexception/KVXException.h"
-#include "kvxsptjson/AtomicFile.h"
-#include "kvxsptjson/File.h"
+#include "kvxsptfile/AtomicFile.h"
+#include "kvxsptfile/File.h"
 #include "kvxsptjson/detail/JsonParser.h"
 #include "kvxsptjson/detail/JsonTextWriter.h"
 

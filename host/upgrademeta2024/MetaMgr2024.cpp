@@ -5,14 +5,14 @@
 #include "kvxsptexception/KVXException.h"
 #include "upgradecontext/UpgradeContext.h"
 #include "upgrademeta2024/MetaDictionary2024.h"
-#include "upgrademeta2024/MetaReadAhead2024.h"
-#include "upgrademeta2024/storage/MetaStorage2024.h"
+#include "upgrademeta2024/MetaReadAhead.h"
+#include "upgrademeta2024/storage/OpenMetaStorage.h"
 
 namespace {
 
 std::shared_ptr<CMetaDictionary2024> Load(const std::string& side, const std::string& location) {
   try {
-    return CMetaStorage2024::Open(location)->Load();
+    return OpenMetaStorage(location)->Load();
   } catch (const CKVXException& error) {
     throw CKVXException(error.GetCode(), side + " metamodel: " + error.what());
   }

@@ -5,17 +5,17 @@
 #include "upgrademeta2024/upgrademeta2024_export.h"
 
 class CMetaDictionary2024;
-class CMetaReadAhead2024;
+class CMetaReadAhead;
 class CUpgradeContext;
 
-/// Loads the two metamodels of an upgrade from the locations that its context names (see storage/MetaStorage2024.h).
+/// Loads the two metamodels of an upgrade from the locations that its context names (see storage/MetaStorage.h).
 /// Never answers with an empty pointer: a metamodel that cannot be loaded throws CKVXException with the code and
 /// message of the storage, the message preceded by "original metamodel: " or "client metamodel: ". To be used by one
 /// thread at a time.
 class UPGRADEMETA2024_EXPORT CMetaMgr2024 {
  public:
   /// The one manager of the process. It keeps no metamodel: each call of a Load operation reads anew, unless a
-  /// CMetaReadAhead2024 exists.
+  /// CMetaReadAhead exists.
   static CMetaMgr2024& Instance();
 
   CMetaMgr2024(const CMetaMgr2024&) = delete;
@@ -27,10 +27,10 @@ class UPGRADEMETA2024_EXPORT CMetaMgr2024 {
   std::shared_ptr<CMetaDictionary2024> LoadClientMeta(CUpgradeContext& upgradeContext);
 
  private:
-  friend class CMetaReadAhead2024;
+  friend class CMetaReadAhead;
 
   CMetaMgr2024();
   ~CMetaMgr2024() = default;
 
-  CMetaReadAhead2024* readAhead_ = nullptr;
+  CMetaReadAhead* readAhead_ = nullptr;
 };

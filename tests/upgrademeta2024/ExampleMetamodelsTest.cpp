@@ -6,7 +6,7 @@
 #include <string>
 
 #include "upgrademeta2024/MetaDictionary2024.h"
-#include "upgrademeta2024/storage/MetaStorage2024.h"
+#include "upgrademeta2024/storage/OpenMetaStorage.h"
 
 namespace {
 
@@ -30,7 +30,7 @@ class ExampleMetamodelsTest : public testing::TestWithParam<const char*> {};
 
 TEST_P(ExampleMetamodelsTest, LoadsAndIsLargeEnoughToShowEveryPropertyType) {
   const std::string path = std::string(UPGRADESRV_SOURCE_DIR) + "/examples/upgrade/" + GetParam();
-  const auto dictionary = CMetaStorage2024::Open(path)->Load();
+  const auto dictionary = OpenMetaStorage(path)->Load();
   EXPECT_THAT(dictionary->GetClasses().size(), Ge(30U));
   EXPECT_THAT(dictionary->GetLinks().size(), Ge(12U));
   EXPECT_THAT(dictionary->GetBehaviors().size(), Ge(15U));

@@ -49,7 +49,7 @@ TEST(ProgressText, ShowsControlCharactersInAVisibleForm) {
 }
 
 TEST(ProgressItem, IsAShareOfAKnownTotal) {
-  CLoadProgress2024 load("plm.json", CLoadProgress2024::kBytes);
+  CLoadProgress load("plm.json", CLoadProgress::kBytes);
   load.SetTotal(300);
   EXPECT_EQ(ProgressItem(load).source, "plm.json");
   EXPECT_EQ(ProgressItem(load).amount, "0%");
@@ -63,10 +63,10 @@ TEST(ProgressItem, IsAShareOfAKnownTotal) {
 }
 
 TEST(ProgressItem, IsACountWithoutATotal) {
-  CLoadProgress2024 document("pipe.json", CLoadProgress2024::kBytes);
+  CLoadProgress document("pipe.json", CLoadProgress::kBytes);
   document.SetDone(12'999'999);
   EXPECT_EQ(ProgressItem(document).amount, "12 MB");
-  CLoadProgress2024 database("plm.db", CLoadProgress2024::kRows);
+  CLoadProgress database("plm.db", CLoadProgress::kRows);
   database.SetDone(1200);
   EXPECT_EQ(ProgressItem(database).amount, "1200 rows");
 }

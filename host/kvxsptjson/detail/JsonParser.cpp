@@ -12,7 +12,7 @@
 
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptexception/KVXException.h"
-#include "kvxsptjson/File.h"
+#include "kvxsptfile/File.h"
 #include "kvxsptstring/StringHelper.h"
 
 namespace kvx {

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "kvxsptjson/AtomicFile.h"
+#include "kvxsptfile/AtomicFile.h"
 #include "kvxsptstring/detail/TextWords.h"
 
 namespace rapidjson {

@@ -6,7 +6,7 @@
 
 #include "kvxsptjson/JsonObject.h"
 #include "upgrademeta2024/MetaDictionary2024.h"
-#include "upgrademeta2024/storage/MetaStorage2024.h"
+#include "upgrademeta2024/storage/OpenMetaStorage.h"
 
 namespace upgradesrv {
 namespace {
@@ -44,7 +44,7 @@ std::shared_ptr<CJsonObject> ToJson(const SCounts& counts) {
 }  // namespace
 
 EExitStatus ShowMetamodel(const std::string& location, bool json) {
-  const std::unique_ptr<CMetaStorage2024> storage = CMetaStorage2024::Open(location);
+  const std::unique_ptr<CMetaStorage> storage = OpenMetaStorage(location);
   const std::shared_ptr<CMetaDictionary2024> dictionary = storage->Load();
   const SCounts classes = Count(dictionary->GetClasses());
   const SCounts links = Count(dictionary->GetLinks());
@@ -71,13 +71,13 @@ EExitStatus ShowMetamodel(const std::string& location, bool json) {
 }
 
 EExitStatus CopyMetamodel(const std::string& source, const std::string& target, bool replace) {
-  const std::unique_ptr<CMetaStorage2024> to = CMetaStorage2024::Open(target);
+  const std::unique_ptr<CMetaStorage> to = OpenMetaStorage(target);
   if (!replace) {
     // Nobody is to wait for a long load only to be refused; Save() looks again.
     to->RequireNothingThere();
   }
-  const std::shared_ptr<CMetaDictionary2024> dictionary = CMetaStorage2024::Open(source)->Load();
-  to->Save(*dictionary, replace ? EExistingMeta2024::kReplace : EExistingMeta2024::kRefuse);
+  const std::shared_ptr<CMetaDictionary2024> dictionary = OpenMetaStorage(source)->Load();
+  to->Save(*dictionary, replace ? EExistingMeta::kReplace : EExistingMeta::kRefuse);
   return kNothingToReport;
 }
 

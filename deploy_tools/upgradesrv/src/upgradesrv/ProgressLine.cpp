@@ -81,14 +81,14 @@ std::string ProgressText(const std::vector<SProgressItem>& items, std::size_t co
   return Cut(whole, room) == whole ? whole : Cut(Join(items, &WithoutDirectory), room);
 }
 
-SProgressItem ProgressItem(const CLoadProgress2024& load) {
+SProgressItem ProgressItem(const CLoadProgress& load) {
   constexpr std::uint64_t kMegabyte = 1000000;
   const std::uint64_t done = load.GetDone();
   const std::uint64_t total = load.GetTotal();
   if (total != 0) {
     return {load.GetSource(), std::to_string(std::min<std::uint64_t>(done * 100 / total, 100)) + "%"};
   }
-  if (load.GetUnit() == CLoadProgress2024::kRows) {
+  if (load.GetUnit() == CLoadProgress::kRows) {
     return {load.GetSource(), std::to_string(done) + " rows"};
   }
   return {load.GetSource(), std::to_string(done / kMegabyte) + " MB"};
@@ -124,7 +124,7 @@ CProgressLine::~CProgressLine() {
   thread_.join();
 }
 
-void CProgressLine::LoadBegins(const CLoadProgress2024& load) {
+void CProgressLine::LoadBegins(const CLoadProgress& load) {
   const std::lock_guard<std::mutex> lock(mutex_);
   if (loads_.size() < kMostLoads) {
     loads_.push_back(&load);
@@ -132,7 +132,7 @@ void CProgressLine::LoadBegins(const CLoadProgress2024& load) {
   changed_.notify_all();
 }
 
-void CProgressLine::LoadEnds(const CLoadProgress2024& load) {
+void CProgressLine::LoadEnds(const CLoadProgress& load) {
   const std::lock_guard<std::mutex> lock(mutex_);
   loads_.erase(std::remove(loads_.begin(), loads_.end(), &load), loads_.end());
   // Here and not by the thread that shows: whatever is written next must find the line empty.
@@ -161,7 +161,7 @@ void CProgressLine::Run() {
 
 void CProgressLine::Show() {
   std::vector<SProgressItem> items;
-  for (const CLoadProgress2024* load : loads_) {
+  for (const CLoadProgress* load : loads_) {
     items.push_back(ProgressItem(*load));
   }
   WriteToTerminal(std::string(kErased) + ProgressText(items, TerminalColumns()));

@@ -7,29 +7,29 @@
 #include <thread>
 #include <vector>
 
-#include "upgrademeta2024/LoadProgress2024.h"
+#include "upgrademeta2024/LoadProgress.h"
 
 namespace upgradesrv {
 
 /// While it exists, the last line of standard error shows which metamodels are being loaded and how far that is, once
 /// loading has taken a second. The line is erased when loading ends. Nothing is shown where standard error is no
 /// terminal, or one that cannot erase a line.
-class CProgressLine : private CLoadObserver2024 {
+class CProgressLine : private CLoadObserver {
  public:
   /// `wanted` false shows nothing anywhere.
   explicit CProgressLine(bool wanted);
   ~CProgressLine() override;
 
  private:
-  void LoadBegins(const CLoadProgress2024& load) override;
-  void LoadEnds(const CLoadProgress2024& load) override;
+  void LoadBegins(const CLoadProgress& load) override;
+  void LoadEnds(const CLoadProgress& load) override;
   void Run();
   void Show();
   void Erase();
 
   std::mutex mutex_;
   std::condition_variable changed_;
-  std::vector<const CLoadProgress2024*> loads_;
+  std::vector<const CLoadProgress*> loads_;
   bool shown_ = false;
   bool ended_ = false;
   std::thread thread_;
@@ -45,6 +45,6 @@ struct SProgressItem {
 /// then the line its end, when there is no room; control characters are made visible.
 std::string ProgressText(const std::vector<SProgressItem>& items, std::size_t columns);
 
-SProgressItem ProgressItem(const CLoadProgress2024& load);
+SProgressItem ProgressItem(const CLoadProgress& load);
 
 }  // namespace upgradesrv

@@ -12,7 +12,7 @@
 #include "upgradecontext/HandlerContext.h"
 #include "upgradecontext/UpgradeContext.h"
 #include "upgradecontext/UpgradeStrategy.h"
-#include "upgrademeta2024/MetaReadAhead2024.h"
+#include "upgrademeta2024/MetaReadAhead.h"
 #include "upgradesrv/RunNotes.h"
 #include "upgradesrv/StrategyModule.h"
 
@@ -61,7 +61,7 @@ std::optional<std::string> RunStrategy(const std::string& moduleDirectory, const
   const std::string strategy = "strategy " + configuration.className + " of module " + configuration.module;
   const CRunningStrategy running(strategy);
   const CStrategyModule module(moduleDirectory, configuration.module);
-  const CMetaReadAhead2024 readAhead;
+  const CMetaReadAhead readAhead;
   std::string problem;
   try {
     return Invoke(module, configuration, context);

@@ -9,7 +9,7 @@
 #include "kvxsptexception/KVXException.h"
 #include "kvxsptjson/JsonObject.h"
 #include "upgradecontext/UpgradeContext.h"
-#include "upgrademeta2024/storage/MetaStorage2024.h"
+#include "upgrademeta2024/storage/OpenMetaStorage.h"
 
 namespace upgradesrv {
 namespace {
@@ -22,8 +22,8 @@ bool IsSameFile(const std::string& a, const std::string& b) {
 }
 
 void NoteMetamodels(const CUpgradeContext& context, std::vector<std::string>& notes) {
-  const std::string client = CMetaStorage2024::Open(context.GetClientMetaLocation())->Describe();
-  const std::string original = CMetaStorage2024::Open(context.GetOriginalMetaLocation())->Describe();
+  const std::string client = OpenMetaStorage(context.GetClientMetaLocation())->Describe();
+  const std::string original = OpenMetaStorage(context.GetOriginalMetaLocation())->Describe();
   notes.push_back("client metamodel " + client + ", original metamodel " + original);
   if (IsSameFile(context.GetClientMetaLocation(), context.GetOriginalMetaLocation())) {
     notes.emplace_back("both metamodels are the same, so that no difference can be found");

@@ -10,7 +10,7 @@
 #include "kvxsptexception/KVXException.h"
 #include "kvxsptjson/JsonObject.h"
 #include "upgradecontext/UpgradeContext.h"
-#include "upgrademeta2024/storage/MetaLocation2024.h"
+#include "upgrademeta2024/storage/MetaLocation.h"
 #include "upgradesrv/Output.h"
 
 namespace upgradesrv {
@@ -116,9 +116,9 @@ CUpgradeConfiguration::CUpgradeConfiguration(const std::string& directory, const
     node.FailMember("version", "there is no directory " + versionDirectory_ + "; create it or correct the version");
   }
   originalLocation_ =
-      overrides.originalLocation.value_or(ResolveMetaLocation2024(node.ReadText("original_metamodel"), directory_));
+      overrides.originalLocation.value_or(ResolveMetaLocation(node.ReadText("original_metamodel"), directory_));
   clientLocation_ =
-      overrides.clientLocation.value_or(ResolveMetaLocation2024(node.ReadText("client_metamodel"), directory_));
+      overrides.clientLocation.value_or(ResolveMetaLocation(node.ReadText("client_metamodel"), directory_));
   node.RequireMember("strategies");
   ReadStrategies(root);
   if (overrides.elements) {

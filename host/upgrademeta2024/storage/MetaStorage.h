@@ -1,0 +1,43 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "upgrademeta2024/upgrademeta2024_export.h"
+
+class CMetaDictionary2024;
+
+/// What becomes of a metamodel that is there already when another is stored.
+enum class EExistingMeta { kReplace, kRefuse };
+
+/// A place that holds one metamodel. Every storage keeps the order of all lists and every value, and holds the same
+/// rules: names are not empty, and no two names of one list differ only in ASCII case (a class's behavior names may
+/// repeat).
+class UPGRADEMETA2024_EXPORT CMetaStorage {
+ public:
+  virtual ~CMetaStorage();
+  CMetaStorage(const CMetaStorage&) = delete;
+  CMetaStorage& operator=(const CMetaStorage&) = delete;
+
+  /// The location for messages and reports: passwords are not shown.
+  virtual std::string Describe() const = 0;
+
+  /// Reads the whole metamodel; never an empty pointer. Changes nothing. Throws CKVXException: kvx::kFileError for what
+  /// cannot be read, kvx::kMalformedDocument for content that is not a metamodel, with the place.
+  virtual std::shared_ptr<CMetaDictionary2024> Load() = 0;
+
+  /// Whether the location holds something already that Save would replace.
+  virtual bool Exists() = 0;
+
+  /// Throws CKVXException (kvx::kFileError) when Exists().
+  void RequireNothingThere();
+
+  /// Stores the metamodel in place of what the location held, as a whole or, when it throws CKVXException, not at all.
+  void Save(const CMetaDictionary2024& dictionary) { Save(dictionary, EExistingMeta::kReplace); }
+  /// With kRefuse throws what RequireNothingThere() does, and replaces nothing that comes while it writes either.
+  virtual void Save(const CMetaDictionary2024& dictionary, EExistingMeta existing) = 0;
+
+ protected:
+  CMetaStorage();
+  [[noreturn]] void FailExisting() const;
+};

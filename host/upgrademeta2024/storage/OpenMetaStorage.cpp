@@ -1,0 +1,31 @@
+#include "upgrademeta2024/storage/OpenMetaStorage.h"
+
+#include "kvxsptexception/ErrorCodes.h"
+#include "kvxsptexception/KVXException.h"
+#include "kvxsptstring/StringHelper.h"
+#include "upgrademeta2024/storage/MetaLocation.h"
+#include "upgrademeta2024/storage/database/DatabaseMetaStorage.h"
+#include "upgrademeta2024/storage/database/postgresql/PostgresqlDatabase.h"
+#include "upgrademeta2024/storage/database/sqlite/SqliteDatabase.h"
+#include "upgrademeta2024/storage/document/DocumentMetaStorage.h"
+
+std::unique_ptr<CMetaStorage> OpenMetaStorage(const std::string& location) {
+  const SMetaLocation parsed = ParseMetaLocation(location);
+  switch (parsed.kind) {
+    case SMetaLocation::kDocument:
+      return std::make_unique<CDocumentMetaStorage>(parsed.name);
+    case SMetaLocation::kSqlite:
+      return std::make_unique<CDatabaseMetaStorage>(std::make_unique<metadb::CSqliteDatabase>(location, parsed.name));
+    case SMetaLocation::kPostgresql:
+      return std::make_unique<CDatabaseMetaStorage>(std::make_unique<metadb::CPostgresqlDatabase>(parsed.name));
+    default:
+      break;
+  }
+  // What follows a scheme may hold a password.
+  const std::size_t scheme = location.find("://");
+  const std::string shown = scheme == std::string::npos ? location : location.substr(0, scheme) + "://…";
+  throw CKVXException(kvx::kMetamodelError,
+                      CStringHelper::ToVisible(shown) +
+                          ": not a metamodel location; give the path of a .json document, the path of a .db or "
+                          ".sqlite database, sqlite3://PATH or postgresql://CONNECTION");
+}

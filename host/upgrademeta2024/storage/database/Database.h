@@ -1,0 +1,66 @@
+#pragma once
+
+#include <soci/soci.h>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "kvxsptexception/ErrorCodes.h"
+#include "upgrademeta2024/storage/database/DatabaseValue.h"
+
+struct SDatabaseDialect;
+
+namespace metadb {
+
+struct STable;
+
+/// Why a database could not do what it was asked for, in words for its user.
+struct SFailure {
+  /// kvx::kFileError or kvx::kMalformedDocument.
+  std::uint32_t code;
+  std::string problem;
+  std::string wayOut;
+};
+
+/// Throws for a database whose file does not hold what was written into it.
+[[noreturn]] inline void FailDamaged() {
+  throw SFailure{kvx::kMalformedDocument, "the database is damaged", "restore it from a copy"};
+}
+
+/// One database, that is what differs between the kinds of databases. Nothing is opened before an operation asks for
+/// it.
+class CDatabase {
+ public:
+  CDatabase() = default;
+  virtual ~CDatabase() = default;
+  CDatabase(const CDatabase&) = delete;
+  CDatabase& operator=(const CDatabase&) = delete;
+
+  /// The location for messages, without passwords.
+  virtual std::string Describe() const = 0;
+  virtual const SDatabaseDialect& Dialect() const = 0;
+
+  /// Whether there is anything that can be opened for reading.
+  virtual bool Exists() const = 0;
+  /// Sessions for reading can change nothing. Both throw soci::soci_error or SFailure.
+  virtual std::unique_ptr<soci::session> OpenForReading() = 0;
+  virtual std::unique_ptr<soci::session> OpenForWriting() = 0;
+  /// Ends writing, after the transaction is committed and the session closed. False, with nothing changed, when another
+  /// program has made the database meanwhile. Throws SFailure.
+  virtual bool Publish() { return true; }
+
+  /// To be called once before rows are read. Throws SFailure when rows may be lost and ReadRows() could not tell,
+  /// because a view stands in place of a table.
+  virtual void RequireSoundViews(soci::session& /*session*/) const {}
+  /// Calls `row` for each row of a table in the order of its lists, and throws what it throws. Judges no value. Throws
+  /// SFailure, after the last row, when a damaged file has lost rows of the table and an index or the way in which the
+  /// table lies shows it.
+  virtual void ReadRows(soci::session& session, const STable& table, const RowHandler& row) const = 0;
+  /// Throws SFailure when the table does not lie in its file as it should. Takes as long as reading it.
+  virtual void RequireSound(soci::session& /*session*/, const std::string& /*table*/) const {}
+
+  virtual SFailure Explain(const soci::soci_error& error) const = 0;
+};
+
+}  // namespace metadb

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+/// What SQLite and PostgreSQL want said in different words.
+struct SDatabaseDialect {
+  /// Holds every unsigned 32-bit number.
+  const char* integerType;
+  /// The expression over a name that is equal for names that differ only in ASCII case.
+  const char* foldedName;
+  /// What follows the columns of a table whose rows are read in the order of a key of two columns.
+  const char* ownedTableOptions;
+  /// Counts the tables of the name :name.
+  const char* countTables;
+  /// Begins a transaction that sees all tables as of one moment and changes nothing.
+  std::vector<std::string> beginReading;
+  /// Begins a transaction that changes everything or nothing.
+  std::vector<std::string> beginWriting;
+};

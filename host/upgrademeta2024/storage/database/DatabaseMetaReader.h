@@ -1,0 +1,28 @@
+#pragma once
+
+#include <soci/soci.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+class CLoadProgress;
+class CMetaDictionary2024;
+struct SDatabaseDialect;
+
+namespace metadb {
+
+class CDatabase;
+
+/// Reads the metamodel that a database holds, one ordered pass for each table, inside one transaction that sees all
+/// tables as of one moment. Throws soci::soci_error or SFailure when the database fails; SContentError for what is not
+/// a metamodel. Meanwhile `activity` says what is being done, for messages, and `progress` counts the rows.
+std::shared_ptr<CMetaDictionary2024> ReadMetamodel(soci::session& session, const CDatabase& database,
+                                                   std::string& activity, CLoadProgress& progress);
+
+/// The names of those tables of a metamodel that the database does not have.
+std::vector<std::string> MissingTables(soci::session& session, const SDatabaseDialect& dialect);
+/// Whether the database has any of them.
+bool HasTables(soci::session& session, const SDatabaseDialect& dialect);
+
+}  // namespace metadb

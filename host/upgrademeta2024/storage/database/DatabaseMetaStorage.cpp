@@ -1,0 +1,81 @@
+#include "upgrademeta2024/storage/database/DatabaseMetaStorage.h"
+
+#include <string>
+#include <utility>
+
+#include "kvxsptexception/ErrorCodes.h"
+#include "kvxsptexception/KVXException.h"
+#include "kvxsptstring/StringHelper.h"
+#include "upgrademeta2024/LoadProgress.h"
+#include "upgrademeta2024/MetaDictionary2024.h"
+#include "upgrademeta2024/storage/database/Database.h"
+#include "upgrademeta2024/storage/database/DatabaseMetaReader.h"
+#include "upgrademeta2024/storage/database/DatabaseMetaWriter.h"
+#include "upgrademeta2024/storage/database/DatabaseRows.h"
+#include "upgrademeta2024/storage/database/DatabaseSchema.h"
+
+namespace {
+
+/// Runs an operation on a database and turns its failures into one message. `activity` is what could not be done.
+template <typename Operation>
+auto Run(const metadb::CDatabase& database, const std::string& activity, const Operation& operation) {
+  const auto fail = [&](std::uint32_t code, const std::string& message) {
+    return CKVXException(code, CStringHelper::ToVisible(database.Describe() + ": " + message));
+  };
+  const auto explain = [&](const metadb::SFailure& failure) {
+    return fail(failure.code, activity + ": " + failure.problem + "; " + failure.wayOut);
+  };
+  try {
+    return operation();
+  } catch (const metadb::SContentError& error) {
+    throw fail(kvx::kMalformedDocument, error.message);
+  } catch (const metadb::SFailure& failure) {
+    throw explain(failure);
+  } catch (const soci::soci_error& error) {
+    throw explain(database.Explain(error));
+  }
+}
+
+}  // namespace
+
+CDatabaseMetaStorage::CDatabaseMetaStorage(std::unique_ptr<metadb::CDatabase> database)
+    : database_(std::move(database)) {}
+
+CDatabaseMetaStorage::~CDatabaseMetaStorage() = default;
+
+std::string CDatabaseMetaStorage::Describe() const {
+  return database_->Describe();
+}
+
+std::shared_ptr<CMetaDictionary2024> CDatabaseMetaStorage::Load() {
+  CLoadProgress progress(Describe(), CLoadProgress::kRows);
+  std::string activity = "cannot be opened";
+  return Run(*database_, activity, [&] {
+    const std::unique_ptr<soci::session> session = database_->OpenForReading();
+    return metadb::ReadMetamodel(*session, *database_, activity, progress);
+  });
+}
+
+bool CDatabaseMetaStorage::Exists() {
+  return database_->Exists() && Run(*database_, "cannot be opened", [&] {
+           const std::unique_ptr<soci::session> session = database_->OpenForReading();
+           return metadb::HasTables(*session, database_->Dialect());
+         });
+}
+
+void CDatabaseMetaStorage::Save(const CMetaDictionary2024& dictionary, EExistingMeta existing) {
+  const std::string activity = "cannot be stored, what was there is unchanged";
+  const bool isWritten = Run(*database_, activity, [&] {
+    const std::unique_ptr<soci::session> session = database_->OpenForWriting();
+    return metadb::WriteMetamodel(*session, database_->Dialect(), dictionary, existing);
+  });
+  if (isWritten && Run(*database_, activity, [&] { return database_->Publish(); })) {
+    return;
+  }
+  if (existing == EExistingMeta::kRefuse && (!isWritten || Exists())) {
+    FailExisting();
+  }
+  Run(*database_, activity, []() -> void {
+    throw metadb::SFailure{kvx::kFileError, "another program has created the file meanwhile", "try again"};
+  });
+}

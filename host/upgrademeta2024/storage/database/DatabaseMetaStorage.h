@@ -1,0 +1,26 @@
+#pragma once
+
+#include <memory>
+
+#include "upgrademeta2024/storage/MetaStorage.h"
+
+namespace metadb {
+class CDatabase;
+}
+
+/// A metamodel in a database, in the tables that docs/metamodel-database.md describes.
+class CDatabaseMetaStorage : public CMetaStorage {
+ public:
+  explicit CDatabaseMetaStorage(std::unique_ptr<metadb::CDatabase> database);
+  ~CDatabaseMetaStorage() override;
+
+  std::string Describe() const override;
+  std::shared_ptr<CMetaDictionary2024> Load() override;
+  /// Whether the database has any of a metamodel's tables.
+  bool Exists() override;
+  using CMetaStorage::Save;
+  void Save(const CMetaDictionary2024& dictionary, EExistingMeta existing) override;
+
+ private:
+  std::unique_ptr<metadb::CDatabase> database_;
+};

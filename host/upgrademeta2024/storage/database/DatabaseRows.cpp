@@ -1,0 +1,149 @@
+#include "upgrademeta2024/storage/database/DatabaseRows.h"
+
+#include <simdjson.h>
+
+#include <charconv>
+#include <limits>
+
+#include "kvxsptstring/StringHelper.h"
+#include "kvxsptstring/detail/TextWords.h"
+#include "upgrademeta2024/storage/database/Database.h"
+
+namespace metadb {
+namespace {
+
+std::string AsText(const SValue& value) {
+  switch (value.kind) {
+    case SValue::kNull:
+      return "NULL";
+    case SValue::kInteger:
+      return std::to_string(value.integer);
+    default:
+      return std::string(value.text);
+  }
+}
+
+}  // namespace
+
+std::string RowPlace(const STable& table, const std::vector<std::string>& keys) {
+  const std::vector<std::string> columns = KeyColumns(table);
+  std::string place = "table " + std::string(table.name) + ", row ";
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    place += (i == 0 ? "" : ", ") + columns[i] + " " + CStringHelper::ToVisible(keys[i]);
+  }
+  return place;
+}
+
+std::string RowPlace(const STable& table, std::uint64_t ordinal) {
+  return RowPlace(table, std::vector<std::string>{std::to_string(ordinal)});
+}
+
+std::string RowPlace(const STable& table, std::uint64_t owner, std::uint64_t ordinal) {
+  return RowPlace(table, std::vector<std::string>{std::to_string(owner), std::to_string(ordinal)});
+}
+
+bool IsPlain(std::string_view text) {
+  // Taking one from a NUL sets its high bit.
+  return kvx::AllWords(text,
+                       [](std::uint64_t word) { return (((word - kvx::kLowBits) | word) & kvx::kHighBits) == 0; });
+}
+
+const char* TextFault(std::string_view text) {
+  // Most texts are short and ASCII, for which setting up the validation takes longer than this.
+  if (IsPlain(text)) {
+    return nullptr;
+  }
+  if (text.find('\0') != std::string_view::npos) {
+    return "the text holds a NUL character";
+  }
+  return simdjson::validate_utf8(text.data(), text.size()) ? nullptr : "the text is not valid UTF-8";
+}
+
+CRows::CRows(const STable& table) : table_(table), keyCount_(KeyColumns(table).size()) {}
+
+inline std::uint64_t CRows::WholeNumber(std::size_t index, const char* column, std::uint64_t max) const {
+  const SValue& value = values_[index];
+  if (value.kind == SValue::kInteger && value.integer >= 0 && static_cast<std::uint64_t>(value.integer) <= max) {
+    return static_cast<std::uint64_t>(value.integer);
+  }
+  return ParseNumber(index, column, max);
+}
+
+void CRows::Next(const std::vector<SValue>& values) {
+  values_ = values.data();
+  ++count_;
+  constexpr std::uint64_t kMax = std::numeric_limits<std::int64_t>::max();
+  const std::uint64_t previousOwner = owner_;
+  const std::uint64_t previousOrdinal = ordinal_;
+  owner_ = table_.owner == nullptr ? 0 : WholeNumber(0, table_.ownerColumn, kMax);
+  ordinal_ = WholeNumber(keyCount_ - 1, "ordinal", kMax);
+  if (count_ == 1) {
+    return;
+  }
+  if (owner_ < previousOwner || (owner_ == previousOwner && ordinal_ < previousOrdinal)) {
+    // Rows come ordered: a part of the table stands where another belongs.
+    FailDamaged();
+  }
+  if (owner_ == previousOwner && ordinal_ == previousOrdinal) {
+    Fail("ordinal", "not greater than the ordinal of the row before it in the same list");
+  }
+}
+
+void CRows::CheckTexts() const {
+  for (std::size_t column = 0; column < table_.columns.size(); ++column) {
+    if (table_.columns[column].kind != SColumn::kNumber) {
+      Text(column);
+    }
+  }
+}
+
+std::string_view CRows::Text(std::size_t column) const {
+  const SColumn& description = table_.columns[column];
+  const std::string_view text = Value(keyCount_ + column, description.name).text;
+  if (const char* fault = TextFault(text); fault != nullptr) {
+    Fail(description.name, fault);
+  }
+  if (description.kind == SColumn::kName && text.empty()) {
+    Fail(description.name, "the name is empty");
+  }
+  return text;
+}
+
+std::uint32_t CRows::Number(std::size_t column) const {
+  const SColumn& description = table_.columns[column];
+  return static_cast<std::uint32_t>(WholeNumber(keyCount_ + column, description.name, description.max));
+}
+
+const SValue& CRows::Value(std::size_t index, const char* column) const {
+  const SValue& value = values_[index];
+  if (value.kind == SValue::kNull) {
+    Fail(column, "NULL stands where a value belongs");
+  }
+  return value;
+}
+
+std::uint64_t CRows::ParseNumber(std::size_t index, const char* column, std::uint64_t max) const {
+  const SValue& value = Value(index, column);
+  if (value.kind == SValue::kText) {
+    std::uint64_t number = 0;
+    const char* const end = value.text.data() + value.text.size();
+    const auto [stop, error] = std::from_chars(value.text.data(), end, number);
+    if (error == std::errc() && stop == end && number <= max) {
+      return number;
+    }
+  }
+  const std::string text = AsText(value);
+  Fail(column, "expected a whole number from 0 to " + std::to_string(max) + ", found " +
+                   CStringHelper::ToVisible(text.empty() ? "an empty text" : text));
+}
+
+void CRows::Fail(const char* column, const std::string& problem) const {
+  std::vector<std::string> keys;
+  for (std::size_t i = 0; i < keyCount_; ++i) {
+    keys.push_back(AsText(values_[i]));
+  }
+  throw SContentError{RowPlace(table_, keys) + ": " + column + ": " + problem +
+                      "; correct the row or store the metamodel anew"};
+}
+
+}  // namespace metadb

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "upgrademeta2024/storage/database/DatabaseSchema.h"
+#include "upgrademeta2024/storage/database/DatabaseValue.h"
+
+namespace metadb {
+
+/// Content that is not a metamodel; the message names table, row and column. The database is added where it is caught.
+struct SContentError {
+  std::string message;
+};
+
+/// "table TABLE, row COLUMN 1, COLUMN 2", `keys` being the values of the key columns.
+std::string RowPlace(const STable& table, const std::vector<std::string>& keys);
+/// The same for a row without an owner and for one with an owner.
+std::string RowPlace(const STable& table, std::uint64_t ordinal);
+std::string RowPlace(const STable& table, std::uint64_t owner, std::uint64_t ordinal);
+
+/// Whether all bytes are ASCII and none is NUL.
+bool IsPlain(std::string_view text);
+/// Why a text cannot stand in a metamodel in a database, null when it can.
+const char* TextFault(std::string_view text);
+
+/// One pass over a table in the order of its lists. Checks what it hands out: the database may have been filled by
+/// another program, with tables that enforce nothing. Throws SContentError for what does not belong into the table,
+/// SFailure for rows that do not come in order.
+class CRows {
+ public:
+  explicit CRows(const STable& table);
+
+  /// Goes to the next row, whose values stay where they are until the one after it.
+  void Next(const std::vector<SValue>& values);
+
+  std::uint64_t Owner() const { return owner_; }
+  std::uint64_t Ordinal() const { return ordinal_; }
+  /// How many rows there have been.
+  std::uint64_t Count() const { return count_; }
+  /// The values of the current row by the column's position in STable::columns; texts are valid until Next().
+  std::string_view Text(std::size_t column) const;
+  std::uint32_t Number(std::size_t column) const;
+
+  /// For rows of many texts: one that may still be wrong. None is when all of a row together are plain and the name is
+  /// not empty; otherwise CheckTexts() must be called, which throws for the first column that is wrong.
+  std::string_view UncheckedText(std::size_t column) const {
+    const SValue& value = values_[keyCount_ + column];
+    return value.kind == SValue::kText ? value.text : Text(column);
+  }
+  void CheckTexts() const;
+
+  /// Throws for a column of the current row.
+  [[noreturn]] void Fail(const char* column, const std::string& problem) const;
+
+ private:
+  const SValue& Value(std::size_t index, const char* column) const;
+  std::uint64_t WholeNumber(std::size_t index, const char* column, std::uint64_t max) const;
+  std::uint64_t ParseNumber(std::size_t index, const char* column, std::uint64_t max) const;
+
+  const STable& table_;
+  std::size_t keyCount_;
+  const SValue* values_ = nullptr;
+  std::uint64_t count_ = 0;
+  std::uint64_t owner_ = 0;
+  std::uint64_t ordinal_ = 0;
+};
+
+}  // namespace metadb

@@ -1,0 +1,176 @@
+#include "upgrademeta2024/storage/database/DatabaseSchema.h"
+
+#include <limits>
+
+#include "upgrademeta2024/storage/database/DatabaseDialect.h"
+
+namespace metadb {
+namespace {
+
+constexpr std::uint64_t kMaxUint16 = std::numeric_limits<std::uint16_t>::max();
+constexpr std::uint64_t kMaxUint32 = std::numeric_limits<std::uint32_t>::max();
+
+std::vector<SColumn> ElementColumns() {
+  return {
+      {"internal_name", SColumn::kName}, {"display_name"}, {"class_id", SColumn::kNumber, kMaxUint32}, {"table_name"}};
+}
+
+std::vector<SColumn> NamedColumns() {
+  return {{"internal_name", SColumn::kName}, {"display_name"}};
+}
+
+std::vector<SColumn> PropertyColumns() {
+  return {{"internal_name", SColumn::kName},
+          {"display_name"},
+          {"field"},
+          {"type"},
+          {"length", SColumn::kNumber, kMaxUint32},
+          {"default_value"},
+          {"precision", SColumn::kNumber, kMaxUint16},
+          {"max"},
+          {"min"},
+          {"lookup_internal_name"}};
+}
+
+std::string ColumnDefinition(const SColumn& column, const SDatabaseDialect& dialect) {
+  const std::string name = column.name;
+  switch (column.kind) {
+    case SColumn::kNumber:
+      return name + " " + dialect.integerType + " NOT NULL CHECK (" + name + " BETWEEN 0 AND " +
+             std::to_string(column.max) + ")";
+    case SColumn::kName:
+      return name + " TEXT NOT NULL CHECK (" + name + " <> '')";
+    default:
+      return name + " TEXT NOT NULL";
+  }
+}
+
+std::string CreateStatement(const STable& table, const SDatabaseDialect& dialect) {
+  const std::string integer = dialect.integerType;
+  std::string sql = "CREATE TABLE " + std::string(table.name) + " (\n  ";
+  if (table.owner == nullptr) {
+    sql += "ordinal " + integer + " PRIMARY KEY CHECK (ordinal >= 0)";
+  } else {
+    sql += std::string(table.ownerColumn) + " " + integer + " NOT NULL REFERENCES " + table.owner->name +
+           " (ordinal) ON UPDATE CASCADE ON DELETE CASCADE,\n  ordinal " + integer + " NOT NULL CHECK (ordinal >= 0)";
+  }
+  for (const SColumn& column : table.columns) {
+    sql += ",\n  " + ColumnDefinition(column, dialect);
+  }
+  if (table.owner == nullptr) {
+    return sql + "\n)";
+  }
+  return sql + ",\n  PRIMARY KEY (" + table.ownerColumn + ", ordinal)\n)" + dialect.ownedTableOptions;
+}
+
+std::string Join(const std::vector<std::string>& words, const std::string& separator) {
+  std::string text;
+  for (const std::string& word : words) {
+    text += (text.empty() ? "" : separator) + word;
+  }
+  return text;
+}
+
+}  // namespace
+
+const char* const kHeadTable = "metamodel";
+
+const STable kClasses = {"meta_classes", ElementColumns()};
+const STable kClassBehaviors = {"meta_class_behaviors", {{"behavior"}}, &kClasses, "class_ordinal"};
+const STable kClassProperties = {"meta_class_properties", PropertyColumns(), &kClasses, "class_ordinal"};
+const STable kLinks = {"meta_links", ElementColumns()};
+const STable kLinkBehaviors = {"meta_link_behaviors", {{"behavior"}}, &kLinks, "link_ordinal"};
+const STable kLinkProperties = {"meta_link_properties", PropertyColumns(), &kLinks, "link_ordinal"};
+const STable kBehaviors = {"meta_behaviors", NamedColumns()};
+const STable kMethods = {"meta_methods", NamedColumns(), &kBehaviors, "behavior_ordinal"};
+const STable kBehaviorProperties = {"meta_behavior_properties", PropertyColumns(), &kBehaviors, "behavior_ordinal"};
+
+const std::vector<const STable*>& ListTables() {
+  static const std::vector<const STable*> tables = {&kClasses,   &kClassBehaviors, &kClassProperties,
+                                                    &kLinks,     &kLinkBehaviors,  &kLinkProperties,
+                                                    &kBehaviors, &kMethods,        &kBehaviorProperties};
+  return tables;
+}
+
+std::vector<std::string> TableNames() {
+  std::vector<std::string> names = {kHeadTable};
+  for (const STable* table : ListTables()) {
+    names.emplace_back(table->name);
+  }
+  return names;
+}
+
+std::vector<std::string> KeyColumns(const STable& table) {
+  if (table.owner == nullptr) {
+    return {"ordinal"};
+  }
+  return {table.ownerColumn, "ordinal"};
+}
+
+std::vector<std::string> AllColumns(const STable& table) {
+  std::vector<std::string> names = KeyColumns(table);
+  for (const SColumn& column : table.columns) {
+    names.emplace_back(column.name);
+  }
+  return names;
+}
+
+std::vector<std::string> DropStatements() {
+  // The head table first: readers lock it before the others, so that neither waits for the other in a circle.
+  std::vector<std::string> statements = {"DROP TABLE IF EXISTS " + std::string(kHeadTable)};
+  for (auto table = ListTables().rbegin(); table != ListTables().rend(); ++table) {
+    statements.push_back("DROP TABLE IF EXISTS " + std::string((*table)->name));
+  }
+  return statements;
+}
+
+std::vector<std::string> CreateStatements(const SDatabaseDialect& dialect) {
+  const std::string integer = dialect.integerType;
+  std::vector<std::string> statements = {
+      "CREATE TABLE " + std::string(kHeadTable) + " (\n  generation " + integer +
+      " PRIMARY KEY CHECK (generation = " + std::to_string(kGeneration) + "),\n  schema_version " + integer +
+      " NOT NULL CHECK (schema_version = " + std::to_string(kSchemaVersion) + ")\n)"};
+  for (const STable* table : ListTables()) {
+    statements.push_back(CreateStatement(*table, dialect));
+  }
+  return statements;
+}
+
+std::vector<std::string> IndexStatements(const SDatabaseDialect& dialect) {
+  std::vector<std::string> statements;
+  for (const STable* table : ListTables()) {
+    if (table->columns.front().kind == SColumn::kName) {
+      std::string statement = "CREATE UNIQUE INDEX ";
+      statement.append(table->name).append("_name ON ").append(table->name).append(" (");
+      if (table->owner != nullptr) {
+        statement.append(table->ownerColumn).append(", ");
+      }
+      statement += dialect.foldedName;
+      statements.push_back(statement + ")");
+    }
+  }
+  return statements;
+}
+
+std::string SelectStatement(const STable& table) {
+  return "SELECT " + Join(AllColumns(table), ", ") + " FROM " + table.name + OrderClause(table);
+}
+
+std::string OrderClause(const STable& table) {
+  return " ORDER BY " + Join(KeyColumns(table), ", ");
+}
+
+std::string InsertStatement(const STable& table, std::size_t rows) {
+  const std::vector<std::string> columns = AllColumns(table);
+  std::vector<std::string> tuples;
+  for (std::size_t row = 0; row < rows; ++row) {
+    std::vector<std::string> parameters;
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+      parameters.push_back(":v" + std::to_string(row * columns.size() + i));
+    }
+    tuples.push_back("(" + Join(parameters, ", ") + ")");
+  }
+  return "INSERT INTO " + std::string(table.name) + " (" + Join(columns, ", ") + ") VALUES " + Join(tuples, ", ");
+}
+
+}  // namespace metadb

@@ -1,0 +1,92 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+struct SDatabaseDialect;
+
+/// The tables that hold a metamodel in a database, described in docs/metamodel-database.md. One description serves
+/// creating, writing and reading.
+namespace metadb {
+
+constexpr std::uint64_t kGeneration = 2024;
+/// Grows with every change to the tables; only this version is read.
+constexpr std::uint64_t kSchemaVersion = 1;
+
+struct SColumn {
+  enum EKind { kText, kName, kNumber };
+
+  const char* name;
+  EKind kind = kText;
+  /// The greatest number that the column holds.
+  std::uint64_t max = 0;
+};
+
+/// A table whose rows are the items of a list, or of one list for each row of its owner.
+struct STable {
+  const char* name;
+  std::vector<SColumn> columns;
+  const STable* owner = nullptr;
+  /// Holds the ordinal of the row's owner.
+  const char* ownerColumn = nullptr;
+};
+
+/// The table of the one row that says what the other tables hold.
+extern const char* const kHeadTable;
+
+/// The columns of these tables in their order.
+struct SElementColumns {
+  enum { kInternalName, kDisplayName, kClassId, kTableName };
+};
+struct SPropertyColumns {
+  enum {
+    kInternalName,
+    kDisplayName,
+    kField,
+    kType,
+    kLength,
+    kDefaultValue,
+    kPrecision,
+    kMax,
+    kMin,
+    kLookupInternalName
+  };
+};
+
+extern const STable kClasses;
+extern const STable kClassBehaviors;
+extern const STable kClassProperties;
+extern const STable kLinks;
+extern const STable kLinkBehaviors;
+extern const STable kLinkProperties;
+extern const STable kBehaviors;
+extern const STable kMethods;
+extern const STable kBehaviorProperties;
+
+/// All list tables, each after its owner.
+const std::vector<const STable*>& ListTables();
+/// The names of all tables, the head table first.
+std::vector<std::string> TableNames();
+
+/// The columns that say where a row stands: its owner's ordinal, if the table has an owner, and its own.
+std::vector<std::string> KeyColumns(const STable& table);
+
+/// What drops every table that there is, what creates all tables, and what gives them their indexes once they are
+/// filled.
+std::vector<std::string> DropStatements();
+std::vector<std::string> CreateStatements(const SDatabaseDialect& dialect);
+std::vector<std::string> IndexStatements(const SDatabaseDialect& dialect);
+
+/// The key columns, then the columns.
+std::vector<std::string> AllColumns(const STable& table);
+
+/// Reads every row in the order of the lists, with AllColumns.
+std::string SelectStatement(const STable& table);
+/// What puts the rows of the table into the order of the lists.
+std::string OrderClause(const STable& table);
+/// Adds `rows` rows, whose values are parameters in the order of SelectStatement.
+std::string InsertStatement(const STable& table, std::size_t rows);
+
+}  // namespace metadb

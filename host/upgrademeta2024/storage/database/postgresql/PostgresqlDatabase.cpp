@@ -1,0 +1,224 @@
+#include "upgrademeta2024/storage/database/postgresql/PostgresqlDatabase.h"
+
+#include <libpq-fe.h>
+#include <soci/postgresql/soci-postgresql.h>
+
+#include <cctype>
+#include <sstream>
+
+#include "kvxsptexception/ErrorCodes.h"
+#include "kvxsptexception/KVXException.h"
+#include "kvxsptstring/StringHelper.h"
+#include "upgrademeta2024/storage/database/DatabaseDialect.h"
+#include "upgrademeta2024/storage/database/DatabaseSchema.h"
+#include "upgrademeta2024/storage/database/postgresql/PostgresqlRows.h"
+
+namespace metadb {
+namespace {
+
+using namespace std::string_literals;
+
+constexpr const char* kScheme = "postgresql://";
+constexpr const char* kHidden = "***";
+
+std::string LockAllTables() {
+  std::string names;
+  for (const std::string& table : TableNames()) {
+    names += (names.empty() ? "" : ", ") + table;
+  }
+  return "LOCK TABLE " + names + " IN ACCESS SHARE MODE";
+}
+
+constexpr const char* kLockTimeout = "SET LOCAL lock_timeout = '5s'";
+
+// Tables that do not exist yet cannot be locked: two writers could both find none and both create them.
+constexpr const char* kLockSchema =
+    "SELECT pg_advisory_xact_lock(hashtext('upgradesrv metamodel'), hashtext(current_schema()))";
+
+const SDatabaseDialect& PostgresqlDialect() {
+  // The tables are locked before the transaction sees its moment: a metamodel that is replaced meanwhile is seen
+  // either before or after, never as tables that are empty at that moment.
+  static const SDatabaseDialect dialect = {
+      "BIGINT",
+      "lower(internal_name COLLATE \"C\")",
+      "",
+      "SELECT count(to_regclass(:name))",
+      {"BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY", kLockTimeout, LockAllTables()},
+      {"BEGIN", kLockTimeout, kLockSchema},
+  };
+  return dialect;
+}
+
+bool IsKeywordForm(const std::string& words) {
+  const std::size_t begin = words.find_first_not_of(' ');
+  std::size_t end = begin;
+  while (end < words.size() && (std::islower(static_cast<unsigned char>(words[end])) != 0 || words[end] == '_')) {
+    ++end;
+  }
+  end = words.find_first_not_of(' ', end);
+  return begin == std::string::npos || (end != std::string::npos && words[end] == '=');
+}
+
+/// libpq ends the password of a URI at the first "@" and takes no "/" in it: the rest would be taken for the host or
+/// the database, and shown.
+bool MayHoldUnquotedPassword(const std::string& words) {
+  const std::size_t at = words.find('@');
+  return at != std::string::npos && (at != words.rfind('@') || words.find('/') < at);
+}
+
+std::string Quote(const std::string& value) {
+  if (!value.empty() && value.find_first_of(" '\\") == std::string::npos) {
+    return value;
+  }
+  std::string quoted = "'";
+  for (const char c : value) {
+    quoted += c == '\'' || c == '\\' ? std::string("\\") + c : std::string(1, c);
+  }
+  return quoted + "'";
+}
+
+/// As a value of a URI.
+std::string Encode(const std::string& value) {
+  constexpr const char* kDigits = "0123456789ABCDEF";
+  std::string encoded;
+  for (const char c : value) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (std::isalnum(byte) != 0) {
+      encoded += c;
+    } else {
+      encoded += std::string("%") + kDigits[byte / 16] + kDigits[byte % 16];
+    }
+  }
+  return encoded;
+}
+
+void ReplaceAll(std::string& text, const std::string& from, const std::string& to) {
+  for (std::size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size())) {
+    text.replace(at, from.size(), to);
+  }
+}
+
+/// What libpq says: SOCI puts sentences of its own before it.
+std::string WithoutSociPreface(std::string text) {
+  for (const std::string sentence :
+       {"Cannot establish connection to the database.", "Fatal error.", "Connection failed."}) {
+    if (const std::size_t at = text.find(sentence); at != std::string::npos) {
+      text.erase(0, at + sentence.size());
+    }
+  }
+  return text;
+}
+
+}  // namespace
+
+CPostgresqlDatabase::CPostgresqlDatabase(const std::string& words) {
+  const bool isUri = !IsKeywordForm(words);
+  const std::string given = isUri ? kScheme + words : words;
+  const std::unique_ptr<PQconninfoOption, decltype(&PQconninfoFree)> options(
+      isUri && MayHoldUnquotedPassword(words) ? nullptr : PQconninfoParse(given.c_str(), nullptr), &PQconninfoFree);
+  bool understood = options != nullptr;
+  for (const PQconninfoOption* option = options.get(); understood && option->keyword != nullptr; ++option) {
+    if (option->val == nullptr) {
+      continue;
+    }
+    const std::string value = option->val;
+    // A URI without "@" has the password where the port belongs.
+    understood = option->keyword != std::string("port") || value.find_first_not_of("0123456789,") == std::string::npos;
+    // SOCI splits what it is given at spaces, quoted or not; a URI has none.
+    connection_ += (connection_.empty() ? std::string(kScheme) + "?" : "&") + option->keyword + "=" + Encode(value);
+    const bool isSecret = option->dispchar[0] == '*';
+    if (isSecret && !value.empty()) {
+      secrets_.push_back(value);
+    }
+    description_ += (description_.empty() ? "" : " ") + std::string(option->keyword) + "=" +
+                    (isSecret ? kHidden : Quote(CStringHelper::ToVisible(value)));
+  }
+  if (!understood) {
+    // What libpq would say shows the words, and with them perhaps a password.
+    throw CKVXException(kvx::kMetamodelError,
+                        std::string(kScheme) +
+                            "…: the connection words cannot be understood; write \"keyword=value keyword=value\" with "
+                            "spaces in single quotes, or \"user:password@host:port/database\" with %XX for special "
+                            "characters");
+  }
+  description_ = kScheme + description_;
+}
+
+CPostgresqlDatabase::~CPostgresqlDatabase() = default;
+
+const SDatabaseDialect& CPostgresqlDatabase::Dialect() const {
+  return PostgresqlDialect();
+}
+
+std::unique_ptr<soci::session> CPostgresqlDatabase::OpenForReading() {
+  auto session = std::make_unique<soci::session>(soci::postgresql, connection_);
+  PGconn* connection = static_cast<soci::postgresql_session_backend*>(session->get_backend())->conn_;
+  // libpq would write the server's notices to standard error.
+  PQsetNoticeProcessor(
+      connection, [](void*, const char*) {}, nullptr);
+  if (PQsetClientEncoding(connection, "UTF8") != 0) {
+    throw soci::soci_error(PQerrorMessage(connection));
+  }
+  return session;
+}
+
+std::unique_ptr<soci::session> CPostgresqlDatabase::OpenForWriting() {
+  return OpenForReading();
+}
+
+void CPostgresqlDatabase::ReadRows(soci::session& session, const STable& table, const RowHandler& row) const {
+  ReadPostgresqlRows(session, table, row);
+}
+
+std::string CPostgresqlDatabase::OneLine(const std::string& text) const {
+  std::istringstream lines(text);
+  std::string result;
+  for (std::string line; std::getline(lines, line);) {
+    const std::size_t begin = line.find_first_not_of(" \t");
+    if (begin == std::string::npos) {
+      continue;
+    }
+    // From here on the statement is shown.
+    if (line.compare(begin, 5, "LINE ") == 0) {
+      break;
+    }
+    result += (result.empty() ? "" : " ") + line.substr(begin);
+  }
+  for (const std::string& secret : secrets_) {
+    ReplaceAll(result, secret, kHidden);
+  }
+  return result;
+}
+
+SFailure CPostgresqlDatabase::Explain(const soci::soci_error& error) const {
+  const std::string problem = OneLine(WithoutSociPreface(error.get_error_message()));
+  const auto* serverError = dynamic_cast<const soci::postgresql_soci_error*>(&error);
+  if (serverError == nullptr) {
+    return {kvx::kFileError, problem,
+            "check that the server runs and that host, port, database, user and password are right"};
+  }
+  const std::string state = serverError->sqlstate();
+  const std::string stateClass = state.substr(0, 2);
+  if (state == "55P03") {
+    return {kvx::kFileError, "another program has locked the tables for more than 5 seconds",
+            "try again when that program is done"};
+  }
+  if (stateClass == "08" || stateClass == "57" || stateClass.find_first_not_of(" \0"s) == std::string::npos) {
+    return {kvx::kFileError, "the connection was lost: " + problem, "check the server, then try again"};
+  }
+  if (state == "3F000") {
+    return {kvx::kFileError, problem, "create the schema that search_path names, or correct search_path"};
+  }
+  if (state == "42501" && problem.find("must be owner of") != std::string::npos) {
+    return {kvx::kFileError, problem, "run as the owner of the tables"};
+  }
+  if (state == "42501") {
+    return {kvx::kFileError, problem, "have the user granted the rights on the schema and its tables"};
+  }
+  if (stateClass == "42") {
+    return {kvx::kMalformedDocument, problem, "store the metamodel anew with \"upgradesrv metamodel copy --replace\""};
+  }
+  return {kvx::kFileError, problem, "see the server's log"};
+}
+
+}  // namespace metadb

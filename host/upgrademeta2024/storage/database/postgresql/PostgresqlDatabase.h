@@ -1,0 +1,36 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "upgrademeta2024/storage/database/Database.h"
+
+namespace metadb {
+
+/// A database of a PostgreSQL server. What the connection words leave open comes from libpq's environment variables,
+/// service file and password file.
+class CPostgresqlDatabase : public CDatabase {
+ public:
+  /// `words`: what follows "postgresql://", either "keyword=value …" or the rest of a connection URI; may be empty.
+  /// Throws CKVXException (kvx::kMetamodelError), without showing them, for words that libpq does not understand.
+  explicit CPostgresqlDatabase(const std::string& words);
+  ~CPostgresqlDatabase() override;
+
+  std::string Describe() const override { return description_; }
+  const SDatabaseDialect& Dialect() const override;
+  bool Exists() const override { return true; }
+  std::unique_ptr<soci::session> OpenForReading() override;
+  std::unique_ptr<soci::session> OpenForWriting() override;
+  void ReadRows(soci::session& session, const STable& table, const RowHandler& row) const override;
+  SFailure Explain(const soci::soci_error& error) const override;
+
+ private:
+  std::string OneLine(const std::string& text) const;
+
+  std::string connection_;
+  std::string description_;
+  std::vector<std::string> secrets_;
+};
+
+}  // namespace metadb

@@ -1,0 +1,46 @@
+#include "upgrademeta2024/storage/database/postgresql/PostgresqlRows.h"
+
+#include <cstddef>
+#include <string>
+
+namespace metadb {
+namespace {
+
+// A query's rows all come at once unless a cursor fetches them part by part. 2,000 properties are a few hundred
+// kilobytes; larger parts are not faster.
+constexpr const char* kFetchPart = "FETCH 2000 FROM meta_rows";
+constexpr const char* kDeclareCursor = "DECLARE meta_rows NO SCROLL CURSOR FOR ";
+constexpr const char* kCloseCursor = "CLOSE meta_rows";
+
+}  // namespace
+
+void ReadPostgresqlRows(soci::session& session, const STable& table, const RowHandler& row) {
+  session << kDeclareCursor + SelectStatement(table);
+  // Everything is fetched as text: a column of another type would otherwise turn what is no number into one.
+  std::vector<SValue> values(AllColumns(table).size());
+  std::vector<std::string> texts(values.size());
+  std::vector<soci::indicator> indicators(values.size(), soci::i_ok);
+  soci::statement part(session);
+  part.alloc();
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    part.exchange(soci::into(texts[i], indicators[i]));
+  }
+  part.prepare(kFetchPart);
+  part.define_and_bind();
+  bool partHasRows = true;
+  while (partHasRows) {
+    partHasRows = false;
+    part.execute();
+    while (part.fetch()) {
+      partHasRows = true;
+      for (std::size_t i = 0; i < texts.size(); ++i) {
+        values[i].kind = indicators[i] == soci::i_null ? SValue::kNull : SValue::kText;
+        values[i].text = texts[i];
+      }
+      row(values);
+    }
+  }
+  session << kCloseCursor;
+}
+
+}  // namespace metadb

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "upgrademeta2024/storage/database/Database.h"
+
+namespace metadb {
+
+class CNewFile;
+
+/// An SQLite database: one file. A file that does not exist yet is written under another name and gets its own when it
+/// is complete.
+class CSqliteDatabase : public CDatabase {
+ public:
+  /// `location` is the path as its user wrote it, for messages.
+  CSqliteDatabase(std::string location, const std::string& path);
+  ~CSqliteDatabase() override;
+
+  std::string Describe() const override { return location_; }
+  const SDatabaseDialect& Dialect() const override;
+  bool Exists() const override;
+  std::unique_ptr<soci::session> OpenForReading() override;
+  std::unique_ptr<soci::session> OpenForWriting() override;
+  bool Publish() override;
+  void RequireSoundViews(soci::session& session) const override;
+  void ReadRows(soci::session& session, const STable& table, const RowHandler& row) const override;
+  void RequireSound(soci::session& session, const std::string& table) const override;
+  SFailure Explain(const soci::soci_error& error) const override;
+
+ private:
+  void RequireReadableFile() const;
+  void RequireWholePages(soci::session& session) const;
+
+  std::string location_;
+  std::string path_;
+  std::unique_ptr<CNewFile> newFile_;
+};
+
+}  // namespace metadb

@@ -1,0 +1,46 @@
+#include "upgrademeta2024/storage/document/JsonValueReader.h"
+
+#include "kvxsptstring/StringHelper.h"
+
+namespace {
+
+const char* TypeName(simdjson::ondemand::json_type type) {
+  using simdjson::ondemand::json_type;
+  switch (type) {
+    case json_type::array:
+      return "an array";
+    case json_type::object:
+      return "an object";
+    case json_type::number:
+      return "a number";
+    case json_type::string:
+      return "a string";
+    case json_type::boolean:
+      return "a boolean";
+    case json_type::null:
+      return "null";
+  }
+  return "no value";
+}
+
+}  // namespace
+
+void CJsonValueReader::Fail(const std::string& problem) const {
+  throw SJsonContentError{place_.ToPointer() + ": " + problem};
+}
+
+void CJsonValueReader::FailType(Type expected, Type found) const {
+  Fail(std::string("expected ") + TypeName(expected) + ", found " + TypeName(found));
+}
+
+std::string CJsonValueReader::Visible(std::string_view token) {
+  return CStringHelper::ToVisible(std::string(token));
+}
+
+void CJsonValueReader::FailUnknown(const CJsonKey* known, std::size_t count) const {
+  std::string names;
+  for (std::size_t i = 0; i < count; ++i) {
+    names += (i == 0 ? "" : ", ") + std::string(known[i].Text());
+  }
+  Fail("unknown member; known here: " + names);
+}

@@ -1,0 +1,166 @@
+#pragma once
+
+#include <simdjson.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <limits>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "kvxsptstring/detail/TextWords.h"
+#include "upgrademeta2024/storage/document/JsonKey.h"
+#include "upgrademeta2024/storage/document/JsonPlace.h"
+
+/// A failure in a document's content, whose place is known; the file is added where it is caught.
+struct SJsonContentError {
+  std::string message;
+};
+
+/// Reads the values of a JSON document in the order in which they stand. What is not as expected throws
+/// SJsonContentError with the place, or simdjson::simdjson_error where the text is not JSON. Everything read is valid
+/// as long as the parser and the text, which must be padded as simdjson asks for.
+class CJsonValueReader {
+ protected:
+  using Type = simdjson::ondemand::json_type;
+  using Value = simdjson::ondemand::value;
+
+  /// Calls `item(index, value)` for each item of an array.
+  template <typename Item>
+  void Items(Value& list, const Item& item) {
+    RequireType(list, Type::array);
+    std::size_t index = 0;
+    for (simdjson::simdjson_result<Value> result : list.get_array()) {
+      if (result.error() != simdjson::SUCCESS) {
+        throw simdjson::simdjson_error(result.error());
+      }
+      place_.Enter(index);
+      // NOLINTNEXTLINE(performance-move-const-arg): chooses the overload that hands out a reference.
+      Value&& value = std::move(result).value_unsafe();
+      item(index, value);
+      place_.Leave();
+      ++index;
+    }
+  }
+
+  /// Calls `member(position in known, value)` for each member; answers with the set of positions seen.
+  template <std::size_t N, typename Member>
+  std::uint32_t Members(simdjson::ondemand::object object, const std::array<CJsonKey, N>& known, const Member& member) {
+    std::uint32_t seen = 0;
+    std::size_t next = 0;
+    for (simdjson::simdjson_result<simdjson::ondemand::field> result : object) {
+      if (result.error() != simdjson::SUCCESS) {
+        throw simdjson::simdjson_error(result.error());
+      }
+      // In place: copies of a value made for each member take as long as the parsing.
+      simdjson::ondemand::field&& field = std::move(result).value_unsafe();
+      const simdjson::ondemand::raw_json_string raw = field.key();
+      // Documents mostly keep one order of members, so the one after the last is tried first.
+      std::size_t position = next;
+      if (position == N || !known[position].IsAt(raw.raw())) {
+        position = 0;
+        while (position < N && !known[position].IsAt(raw.raw())) {
+          ++position;
+        }
+      }
+      if (position == N) {
+        // A known name may be written with escapes.
+        const std::string_view key = field.unescaped_key();
+        const auto isKey = [&key](const CJsonKey& name) { return name.Text() == key; };
+        position = static_cast<std::size_t>(std::find_if(known.begin(), known.end(), isKey) - known.begin());
+        place_.Enter(key);
+        if (position == N) {
+          FailUnknown(known.data(), N);
+        }
+      } else {
+        place_.Enter(known[position].Text());
+      }
+      if ((seen & (1U << position)) != 0) {
+        Fail("the member stands twice");
+      }
+      seen |= 1U << position;
+      next = position + 1;
+      member(position, field.value());
+      place_.Leave();
+    }
+    return seen;
+  }
+
+  /// The content of a string; valid until the reader's end.
+  std::string_view Text(Value& value) {
+    // A token reaches up to the next one. The parser has validated its characters, so without an escape in it the
+    // string can be used where it stands.
+    std::string_view token = value.raw_json_token();
+    if (token.empty() || token.front() != '"') {
+      RequireType(value, Type::string);
+    } else if (token.back() != '"') {
+      token = Trimmed(token);
+    }
+    if (token.size() >= 2 && token.back() == '"') {
+      const std::string_view content(token.data() + 1, token.size() - 2);
+      if (!HasEscape(content)) {
+        // A value that was not taken lets the parser pass over whatever follows it up to a closing bracket.
+        static_cast<void>(value.get_raw_json_string().value());
+        return content;
+      }
+    }
+    const std::string_view text = value.get_string();
+    return text;
+  }
+
+  std::uint32_t Uint32(Value& value) {
+    return static_cast<std::uint32_t>(Number(value, std::numeric_limits<std::uint32_t>::max()));
+  }
+
+  std::uint64_t Number(Value& value, std::uint64_t max) {
+    RequireType(value, Type::number);
+    const std::string_view token = value.raw_json_token();
+    std::uint64_t number = 0;
+    if (value.get_uint64().get(number) != simdjson::SUCCESS || number > max) {
+      Fail("expected a whole number from 0 to " + std::to_string(max) + ", found " + Visible(Trimmed(token)));
+    }
+    return number;
+  }
+
+  /// A token without the white space that follows it.
+  static std::string_view Trimmed(std::string_view token) {
+    std::size_t size = token.size();
+    while (size > 0 && IsSpace(token[size - 1])) {
+      --size;
+    }
+    return {token.data(), size};
+  }
+
+  static bool IsSpace(char c) { return c == ' ' || c == '\n' || c == '\r' || c == '\t'; }
+
+  void RequireType(Value& value, Type expected) const {
+    const Type found = value.type();
+    if (found != expected) {
+      FailType(expected, found);
+    }
+  }
+
+  [[noreturn]] void Fail(const std::string& problem) const;
+  [[noreturn]] void FailType(Type expected, Type found) const;
+
+  CJsonPlace& Place() { return place_; }
+
+ private:
+  /// Whether a string's content holds a backslash. Most strings are short: they are looked at a word at a time, beyond
+  /// their end, where the text is padded, and only what may hold one is searched.
+  static bool HasEscape(std::string_view content) {
+    bool found = false;
+    for (std::size_t i = 0; i < content.size(); i += sizeof(std::uint64_t)) {
+      found |= kvx::HasByte(kvx::WordAt(content.data() + i), '\\');
+    }
+    return found && content.find('\\') != std::string_view::npos;
+  }
+
+  static std::string Visible(std::string_view token);
+
+  [[noreturn]] void FailUnknown(const CJsonKey* known, std::size_t count) const;
+
+  CJsonPlace place_;
+};

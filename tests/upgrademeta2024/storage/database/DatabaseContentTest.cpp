@@ -1,0 +1,213 @@
+// What a database enforces, and what a reader says about one that another program has filled.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <soci/soci.h>
+
+#include <string>
+#include <tuple>
+#include <vector>
+
+#include "kvxsptexception/ErrorCodes.h"
+#include "kvxsptexception/KVXException.h"
+#include "support/MetaMaker.h"
+#include "support/MetaText.h"
+#include "support/TestStorage.h"
+#include "upgrademeta2024/MetaDictionary2024.h"
+#include "upgrademeta2024/storage/OpenMetaStorage.h"
+
+namespace test {
+namespace {
+
+void SaveSample(const CTestStorage& storage) {
+  CMetaDictionary2024 dictionary;
+  dictionary.AddClass(MakeClass({"Part", {"Versioned"}, {Property("Code"), Property("Name")}}));
+  dictionary.AddClass(MakeClass({"Document", {}, {Property("Code")}}));
+  dictionary.AddLink(MakeLink({"Contains", {}, {Property("Quantity")}}));
+  dictionary.AddBehavior(MakeBehavior({"Versioned", {"Revise", "Freeze"}, {Property("Version")}}));
+  OpenMetaStorage(storage.Location())->Save(dictionary);
+}
+
+/// What one value says: a row of a table of cases, and its name in the test's name.
+struct SStatementCase {
+  const char* name;
+  std::vector<std::string> statements;
+  const char* message = "";
+};
+
+void PrintTo(const SStatementCase& value, std::ostream* output) {
+  *output << value.name;
+}
+
+using Parameter = std::tuple<EStorage, SStatementCase>;
+
+std::string ParameterName(const testing::TestParamInfo<Parameter>& info) {
+  return Name(std::get<0>(info.param)) + std::get<1>(info.param).name;
+}
+
+class CDatabaseTest : public testing::TestWithParam<Parameter> {
+ protected:
+  CDatabaseTest() : storage_(std::get<0>(GetParam())), case_(std::get<1>(GetParam())) { SaveSample(storage_); }
+
+  CTestStorage storage_;
+  SStatementCase case_;
+};
+
+class CDatabaseEnforcesTest : public CDatabaseTest {};
+
+TEST_P(CDatabaseEnforcesTest, Constraint) {
+  std::vector<std::string> statements = case_.statements;
+  if (std::get<0>(GetParam()) == EStorage::kSqlite) {
+    statements.insert(statements.begin(), "PRAGMA foreign_keys = ON");
+  }
+  EXPECT_THROW(storage_.Execute(statements), soci::soci_error);
+}
+
+const std::vector<SStatementCase> kRefusedStatements = {
+    {"ClassNameRepeated", {"UPDATE meta_classes SET internal_name = 'PART' WHERE ordinal = 1"}},
+    {"LinkNameRepeated", {"INSERT INTO meta_links VALUES (1, 'CONTAINS', '', 0, '')"}},
+    {"BehaviorNameRepeated", {"INSERT INTO meta_behaviors VALUES (1, 'versioneD', '')"}},
+    {"PropertyNameRepeated", {"UPDATE meta_class_properties SET internal_name = 'NAME' WHERE class_ordinal = 0"}},
+    {"MethodNameRepeated", {"UPDATE meta_methods SET internal_name = 'REVISE' WHERE ordinal = 1"}},
+    {"EmptyName", {"UPDATE meta_classes SET internal_name = '' WHERE ordinal = 1"}},
+    {"NullText", {"UPDATE meta_classes SET display_name = NULL WHERE ordinal = 1"}},
+    {"ClassIdNegative", {"UPDATE meta_classes SET class_id = -1"}},
+    {"ClassIdTooLarge", {"UPDATE meta_classes SET class_id = 4294967296"}},
+    {"LengthTooLarge", {"UPDATE meta_class_properties SET length = 4294967296"}},
+    {"PrecisionTooLarge", {"UPDATE meta_class_properties SET precision = 65536"}},
+    {"OrdinalNegative", {"UPDATE meta_classes SET ordinal = -1 WHERE ordinal = 1"}},
+    {"OrdinalRepeated", {"UPDATE meta_classes SET ordinal = 0 WHERE ordinal = 1"}},
+    {"PropertyOrdinalRepeated", {"UPDATE meta_class_properties SET ordinal = 0 WHERE class_ordinal = 0"}},
+    {"DanglingProperty", {"UPDATE meta_class_properties SET class_ordinal = 7 WHERE class_ordinal = 1"}},
+    {"DanglingBehaviorName", {"UPDATE meta_class_behaviors SET class_ordinal = 7"}},
+    {"DanglingMethod", {"UPDATE meta_methods SET behavior_ordinal = 7"}},
+    {"OtherGeneration", {"UPDATE metamodel SET generation = 2025"}},
+    {"OtherSchemaVersion", {"UPDATE metamodel SET schema_version = 2"}},
+    {"SecondHeadRow", {"INSERT INTO metamodel VALUES (2024, 1)"}},
+};
+
+class CDatabaseFaultTest : public CDatabaseTest {
+ protected:
+  /// Gives every table the same rows without the constraints.
+  void Loosen() const {
+    for (const std::string table :
+         {"metamodel", "meta_class_behaviors", "meta_class_properties", "meta_link_behaviors", "meta_link_properties",
+          "meta_methods", "meta_behavior_properties", "meta_classes", "meta_links", "meta_behaviors"}) {
+      storage_.Execute({"CREATE TABLE loose AS SELECT * FROM " + table, "DROP TABLE " + table,
+                        "ALTER TABLE loose RENAME TO " + table});
+    }
+  }
+};
+
+TEST_P(CDatabaseFaultTest, IsNamed) {
+  Loosen();
+  storage_.Execute(case_.statements);
+  try {
+    OpenMetaStorage(storage_.Location())->Load();
+    ADD_FAILURE() << "loaded";
+  } catch (const CKVXException& error) {
+    EXPECT_EQ(error.GetCode(), kvx::kMalformedDocument) << error.what();
+    EXPECT_THAT(error.what(), testing::StartsWith(storage_.Location() + ": "));
+    EXPECT_THAT(error.what(), testing::HasSubstr(case_.message));
+    EXPECT_THAT(error.what(), testing::Not(testing::HasSubstr("\n")));
+  }
+}
+
+const std::vector<SStatementCase> kFaults = {
+    {"TableMissing", {"DROP TABLE meta_methods"}, "the metamodel is incomplete: missing meta_methods"},
+    {"HeadMissing", {"DROP TABLE metamodel"}, "the metamodel is incomplete: missing metamodel"},
+    {"HeadEmpty", {"DELETE FROM metamodel"}, "table metamodel has no row"},
+    {"HeadTwice", {"INSERT INTO metamodel VALUES (2024, 1)"}, "table metamodel has more than one row"},
+    {"OtherSchemaVersion",
+     {"UPDATE metamodel SET schema_version = 2"},
+     "table metamodel, row 1: schema_version: expected 1, found 2"},
+    {"SchemaVersionNull",
+     {"UPDATE metamodel SET schema_version = NULL"},
+     "table metamodel, row 1: schema_version: expected 1, found NULL"},
+    {"OtherGeneration",
+     {"UPDATE metamodel SET generation = 2025"},
+     "table metamodel, row 1: generation: the metamodel is of generation 2025"},
+    {"ColumnMissing",
+     {"ALTER TABLE meta_link_properties RENAME COLUMN length TO len"},
+     "table meta_link_properties cannot be read: "},
+    {"DanglingProperty",
+     {"UPDATE meta_class_properties SET class_ordinal = 7 WHERE class_ordinal = 1"},
+     "table meta_class_properties, row class_ordinal 7, ordinal 0: class_ordinal: table meta_classes has no row"},
+    {"DanglingBetweenOwners",
+     {"UPDATE meta_classes SET ordinal = 9 WHERE ordinal = 0"},
+     "table meta_class_behaviors, row class_ordinal 0, ordinal 0: class_ordinal: table meta_classes has no row"},
+    {"DanglingMethod",
+     {"DELETE FROM meta_behaviors"},
+     "table meta_methods, row behavior_ordinal 0, ordinal 0: behavior_ordinal: table meta_behaviors has no row"},
+    {"OwnerNull",
+     {"UPDATE meta_link_properties SET link_ordinal = NULL"},
+     "table meta_link_properties, row link_ordinal NULL, ordinal 0: link_ordinal: NULL"},
+    {"OrdinalRepeated",
+     {"UPDATE meta_class_properties SET ordinal = 0 WHERE class_ordinal = 0"},
+     "table meta_class_properties, row class_ordinal 0, ordinal 0: ordinal: not greater"},
+    {"OrdinalNegative",
+     {"UPDATE meta_links SET ordinal = -3"},
+     "table meta_links, row ordinal -3: ordinal: expected a whole number from 0 to"},
+    {"ClassIdTooLarge",
+     {"UPDATE meta_classes SET class_id = 4294967296 WHERE ordinal = 1"},
+     "table meta_classes, row ordinal 1: class_id: expected a whole number from 0 to 4294967295, found 4294967296"},
+    {"LengthNegative",
+     {"UPDATE meta_class_properties SET length = -1 WHERE class_ordinal = 0 AND ordinal = 1"},
+     "table meta_class_properties, row class_ordinal 0, ordinal 1: length: expected a whole number from 0 to "
+     "4294967295, found -1"},
+    {"PrecisionTooLarge",
+     {"UPDATE meta_behavior_properties SET precision = 65536"},
+     "table meta_behavior_properties, row behavior_ordinal 0, ordinal 0: precision: expected a whole number from 0 to "
+     "65535, found 65536"},
+    {"NumberIsText",
+     {"ALTER TABLE meta_links DROP COLUMN class_id", "ALTER TABLE meta_links ADD COLUMN class_id TEXT",
+      "UPDATE meta_links SET class_id = '12 % of ''x''; --'"},
+     "table meta_links, row ordinal 0: class_id: expected a whole number from 0 to 4294967295, found 12 % of 'x'; --"},
+    {"NumberNull",
+     {"UPDATE meta_classes SET class_id = NULL WHERE ordinal = 0"},
+     "table meta_classes, row ordinal 0: class_id: NULL stands where a value belongs"},
+    {"TextNull",
+     {"UPDATE meta_methods SET display_name = NULL WHERE ordinal = 1"},
+     "table meta_methods, row behavior_ordinal 0, ordinal 1: display_name: NULL stands where a value belongs"},
+    {"NameEmpty",
+     {"UPDATE meta_links SET internal_name = ''"},
+     "table meta_links, row ordinal 0: internal_name: the name is empty"},
+    {"ClassNameRepeated",
+     {"UPDATE meta_classes SET internal_name = 'PART' WHERE ordinal = 1"},
+     "table meta_classes, row ordinal 1: internal_name: the name \"PART\" repeats \"Part\" of ordinal 0"},
+    {"PropertyNameRepeated",
+     {"UPDATE meta_class_properties SET internal_name = 'CODE' WHERE class_ordinal = 0 AND ordinal = 1"},
+     "table meta_class_properties, row class_ordinal 0, ordinal 1: internal_name: the name \"CODE\" repeats \"Code\" "
+     "of ordinal 0"},
+    {"MethodNameRepeated",
+     {"UPDATE meta_methods SET internal_name = 'REVISE' WHERE ordinal = 1"},
+     "table meta_methods, row behavior_ordinal 0, ordinal 1: internal_name: the name \"REVISE\" repeats \"Revise\" of "
+     "ordinal 0"},
+};
+
+class CDatabaseEditTest : public CDatabaseTest {};
+
+TEST_P(CDatabaseEditTest, IsRead) {
+  storage_.Execute(case_.statements);
+  EXPECT_THAT(TextOf(*OpenMetaStorage(storage_.Location())->Load()), testing::HasSubstr(case_.message));
+}
+
+const std::vector<SStatementCase> kEdits = {
+    {"GapInTheOrdinals",
+     {"UPDATE meta_class_properties SET ordinal = 99 WHERE class_ordinal = 0 AND ordinal = 0"},
+     "  property \"Name\" \"Name (display)\" \"F_Name\" \"string\" 32 \"\" 0 \"\" \"\" \"\"\n  property \"Code\" "},
+    {"NameInNonAsciiCase",
+     {"UPDATE meta_classes SET internal_name = '\u00C9' WHERE ordinal = 0",
+      "UPDATE meta_classes SET internal_name = '\u00E9' WHERE ordinal = 1"},
+     "class \"\u00C9\""},
+};
+
+const auto kDatabases = testing::Values(EStorage::kSqlite, EStorage::kPostgresql);
+
+INSTANTIATE_TEST_SUITE_P(, CDatabaseEnforcesTest, testing::Combine(kDatabases, testing::ValuesIn(kRefusedStatements)),
+                         ParameterName);
+INSTANTIATE_TEST_SUITE_P(, CDatabaseFaultTest, testing::Combine(kDatabases, testing::ValuesIn(kFaults)), ParameterName);
+INSTANTIATE_TEST_SUITE_P(, CDatabaseEditTest, testing::Combine(kDatabases, testing::ValuesIn(kEdits)), ParameterName);
+
+}  // namespace
+}  // namespace test
