@@ -1,18 +1,19 @@
 include(GenerateExportHeader)
 
-# upgradesrv_add_host_library(<name> SOURCES <file>... HEADERS <file>... [PUBLIC <target>...] [PRIVATE <target>...])
+# upgradesrv_add_library(<name> SOURCES <file>... HEADERS <file>... [PUBLIC <target>...] [PRIVATE <target>...])
 #
-# One shared library of the host framework. Headers lie beside the sources and are included as <name>/Header.h; the
-# export header <name>/<name>_export.h is generated. HEADERS are the public ones, which are installed; all others are the
-# library's own. Files are relative to the current directory.
-function(upgradesrv_add_host_library name)
+# One shared library for other programs, in the current directory, which has the library's name. Headers lie beside the
+# sources and are included as <name>/Header.h; the export header <name>/<name>_export.h is generated. HEADERS are the
+# public ones, which are installed; all others are the library's own. Files are relative to the current directory.
+function(upgradesrv_add_library name)
   cmake_parse_arguments(ARG "" "" "SOURCES;HEADERS;PUBLIC;PRIVATE" ${ARGN})
   add_library(${name} SHARED ${ARG_SOURCES})
   add_library(upgradesrv::${name} ALIAS ${name})
+  cmake_path(GET CMAKE_CURRENT_SOURCE_DIR PARENT_PATH include_dir)
   set(export_dir ${PROJECT_BINARY_DIR}/export)
   generate_export_header(${name} EXPORT_FILE_NAME ${export_dir}/${name}/${name}_export.h)
   target_include_directories(
-    ${name} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/host> $<BUILD_INTERFACE:${export_dir}>
+    ${name} PUBLIC $<BUILD_INTERFACE:${include_dir}> $<BUILD_INTERFACE:${export_dir}>
                    $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/upgradesrv>)
   target_compile_features(${name} PUBLIC cxx_std_17)
   target_link_libraries(

@@ -1,0 +1,51 @@
+#include "metareview2024/Totals.h"
+
+namespace metareview {
+
+std::array<STotals, 3> CountTotals(const SReview& review) {
+  std::array<STotals, 3> totals;
+  for (const SFinding& finding : review.findings) {
+    STotals& kind = totals.at(static_cast<std::size_t>(finding.kind));
+    if (finding.accepted != nullptr) {
+      ++kind.accepted;
+    } else {
+      ++kind.risks.at(static_cast<std::size_t>(finding.risk));
+    }
+  }
+  return totals;
+}
+
+SVerdict CountVerdict(const SReview& review) {
+  SVerdict verdict;
+  verdict.all = review.findings.size();
+  for (const SFinding& finding : review.findings) {
+    verdict.notReported += finding.reported ? 0 : 1;
+    if (finding.accepted != nullptr) {
+      ++verdict.accepted;
+      continue;
+    }
+    const bool loses = finding.risk == ERisk::kLoss;
+    const bool blocks = finding.risk == ERisk::kBlock;
+    const bool conflicts = finding.origin == EOrigin::kBoth;
+    verdict.loss += loses ? 1 : 0;
+    verdict.block += blocks ? 1 : 0;
+    verdict.conflicts += conflicts ? 1 : 0;
+    if (loses || blocks || conflicts) {
+      ++verdict.decide;
+      verdict.otherConflicts += loses || blocks ? 0 : 1;
+      verdict.decideNotReported += finding.reported ? 0 : 1;
+    } else if (finding.risk == ERisk::kAttention) {
+      ++verdict.attention;
+    } else {
+      ++verdict.safe;
+    }
+  }
+  return verdict;
+}
+
+bool Counts(const SFinding& finding, std::optional<ERisk> level, bool onlyNew) {
+  const bool known = onlyNew && finding.since == ESince::kKnown;
+  return level && finding.accepted == nullptr && finding.risk <= *level && !known;
+}
+
+}  // namespace metareview
