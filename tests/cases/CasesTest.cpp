@@ -81,9 +81,9 @@ std::vector<std::string> LoggedErrors(const std::string& errors) {
   return messages;
 }
 
-class CCaseTest : public testing::Test {
+class CaseTest : public testing::Test {
  public:
-  explicit CCaseTest(SCase testCase) : case_(std::move(testCase)) {}
+  explicit CaseTest(SCase testCase) : case_(std::move(testCase)) {}
 
   void TestBody() override {
     CJsonObject description;
@@ -182,7 +182,7 @@ void RegisterCases() {
     for (const std::string& lang : Languages(folder)) {
       const SCase testCase{folder, lang};
       testing::RegisterTest(folder.filename().c_str(), lang.c_str(), nullptr, nullptr, __FILE__, __LINE__,
-                            [testCase]() -> testing::Test* { return std::make_unique<CCaseTest>(testCase).release(); });
+                            [testCase]() -> testing::Test* { return std::make_unique<CaseTest>(testCase).release(); });
     }
   }
 }

@@ -10,7 +10,7 @@ using test::ErrorOf;
 using test::Objects;
 using test::SError;
 
-class CheckResultConverterBehaviorNamesTest : public test::CConverterTest {
+class CheckResultConverterBehaviorNamesTest : public test::ConverterTest {
  protected:
   std::string Names(const std::string& indent, const std::string& classes) {
     return CCheckResultConverterPeer(converter_).BehaviorNames(indent, Objects(classes));

@@ -22,7 +22,7 @@ constexpr const char* kFunction = "CCheckResultConverter::ConversionMetaInfoByTy
 
 constexpr const char* kPart = R"([{"internal_name": "Part", "display_name": "A part"}])";
 
-class CheckResultConverterBlockTest : public test::CConverterTest {};
+class CheckResultConverterBlockTest : public test::ConverterTest {};
 
 TEST_F(CheckResultConverterBlockTest, ASectionWithoutListsGivesAnEmptyLine) {
   EXPECT_EQ(Text("class", "{}"), "\n");

@@ -17,7 +17,7 @@ using testing::StartsWith;
 
 constexpr const char* kDeletedPart = R"({"deleted_classes": [{"internal_name": "Part", "display_name": "A part"}]})";
 
-class CheckResultConverterDictionaryTest : public test::CConverterTest {
+class CheckResultConverterDictionaryTest : public test::ConverterTest {
  protected:
   /// Replaces the display dictionary by the usual one with one entry taken out or, when there is a text, replaced.
   void ChangeEntry(const std::string& key, const std::string& replacement) const {

@@ -59,7 +59,7 @@ void PrintTo(const SChangeList& list, std::ostream* output) {
   *output << list.name;
 }
 
-class CheckResultConverterMalformedEntryTest : public test::CConverterTest,
+class CheckResultConverterMalformedEntryTest : public test::ConverterTest,
                                                public testing::WithParamInterface<SChangeList> {
  protected:
   static std::shared_ptr<CJsonObject> Section(const std::string& entries) {
@@ -213,7 +213,7 @@ void PrintTo(const SElementList& list, std::ostream* output) {
   *output << list.name;
 }
 
-class CheckResultConverterMalformedElementTest : public test::CConverterTest,
+class CheckResultConverterMalformedElementTest : public test::ConverterTest,
                                                  public testing::WithParamInterface<SElementList> {};
 
 TEST_P(CheckResultConverterMalformedElementTest, ANameThatIsNoTextThrowsAndNothingOfTheCallIsAppended) {

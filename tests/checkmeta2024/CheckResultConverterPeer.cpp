@@ -57,7 +57,7 @@ void Convert(CCheckResultConverter& converter, const std::string& kind, const st
   converter.ConversionMetaInfo(kind, "inserted_" + plural, "deleted_" + plural, "updated_" + plural, section, text);
 }
 
-std::string CConverterTest::Text(const std::string& kind, const std::string& section) {
+std::string ConverterTest::Text(const std::string& kind, const std::string& section) {
   std::string text;
   Convert(converter_, kind, Json(section), text);
   return text;

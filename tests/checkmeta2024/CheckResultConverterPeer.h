@@ -43,7 +43,7 @@ void Convert(CCheckResultConverter& converter, const std::string& kind, const st
              std::string& text);
 
 /// A converter on an upgrade configuration directory.
-class CConverterTest : public testing::Test {
+class ConverterTest : public testing::Test {
  protected:
   /// The text of one kind's object.
   std::string Text(const std::string& kind, const std::string& section);

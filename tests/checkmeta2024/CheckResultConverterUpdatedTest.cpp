@@ -21,7 +21,7 @@ std::string Update(const std::string& field, const std::string& originalValue, c
          "\": " + clientValue + R"(}, "original_property": {")" + field + "\": " + originalValue + "}}";
 }
 
-class CheckResultConverterUpdatedTest : public test::CConverterTest {};
+class CheckResultConverterUpdatedTest : public test::ConverterTest {};
 
 TEST_F(CheckResultConverterUpdatedTest, AClassWithOneInsertedPropertyHasNoBehaviorLines) {
   EXPECT_EQ(Text("class", R"({"updated_classes": [{
@@ -305,8 +305,7 @@ void PrintTo(const SBadChange& row, std::ostream* output) {
   *output << row.name;
 }
 
-class CheckResultConverterBadChangeTest : public test::CConverterTest,
-                                          public testing::WithParamInterface<SBadChange> {};
+class CheckResultConverterBadChangeTest : public test::ConverterTest, public testing::WithParamInterface<SBadChange> {};
 
 TEST_P(CheckResultConverterBadChangeTest, TheExceptionLeavesTheConversionAndItsTextIsNotAppended) {
   std::string text = "earlier";

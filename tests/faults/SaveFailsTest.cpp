@@ -32,9 +32,9 @@ std::string Fault(const std::string& call, int position, const std::string& effe
   return call + ":" + std::to_string(position) + ":" + effect;
 }
 
-class CSaveFailsTest : public testing::TestWithParam<std::tuple<SCall, ETarget>> {
+class SaveFailsTest : public testing::TestWithParam<std::tuple<SCall, ETarget>> {
  protected:
-  CSaveFailsTest() : run_(std::get<ETarget>(GetParam())) {}
+  SaveFailsTest() : run_(std::get<ETarget>(GetParam())) {}
 
   /// Runs until the fault comes too late to happen; answers with how often it did.
   int FailInTurn(const std::string& repeat) {
@@ -58,16 +58,16 @@ class CSaveFailsTest : public testing::TestWithParam<std::tuple<SCall, ETarget>>
   CSavingRun run_;
 };
 
-TEST_P(CSaveFailsTest, OnceEachTimeLeavesTheEarlierDocumentOrTheNewOneAndTellsWhich) {
+TEST_P(SaveFailsTest, OnceEachTimeLeavesTheEarlierDocumentOrTheNewOneAndTellsWhich) {
   EXPECT_GE(FailInTurn(""), std::get<SCall>(GetParam()).count);
 }
 
-TEST_P(CSaveFailsTest, FromEachTimeOnLeavesTheEarlierDocumentOrTheNewOneAndTellsWhich) {
+TEST_P(SaveFailsTest, FromEachTimeOnLeavesTheEarlierDocumentOrTheNewOneAndTellsWhich) {
   EXPECT_GE(FailInTurn("+"), std::get<SCall>(GetParam()).count);
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Calls, CSaveFailsTest,
+    Calls, SaveFailsTest,
     testing::Combine(testing::Values(SCall{"stat", EIO, 2}, SCall{"lstat", EIO, 1}, SCall{"fstat", EIO, 3},
                                      SCall{"readlink", EIO, 1}, SCall{"open", EMFILE, 5}, SCall{"read", EIO, 4},
                                      SCall{"mkostemp", EACCES, 1}, SCall{"fchmod", EPERM, 1}, SCall{"write", ENOSPC, 3},
@@ -77,12 +77,12 @@ INSTANTIATE_TEST_SUITE_P(
       return std::get<SCall>(test.param).name + ("_" + test::NameOf(std::get<ETarget>(test.param)));
     });
 
-class CSaveTest : public testing::Test {
+class SaveTest : public testing::Test {
  protected:
   CSavingRun run_{ETarget::kFile};
 };
 
-TEST_F(CSaveTest, SaysWhyItFailed) {
+TEST_F(SaveTest, SaysWhyItFailed) {
   const SOutcome outcome = run_.Run(Fault("fsync", 1, std::to_string(EIO)));
   EXPECT_EQ(test::TroubleOf(outcome.process),
             "strategy CCheckMetaStrategy2024 of module checkmeta2024 failed: " +
@@ -90,14 +90,14 @@ TEST_F(CSaveTest, SaysWhyItFailed) {
                 ": cannot be saved: Input/output error; nothing was changed (code 0xA4C00010)");
 }
 
-TEST_F(CSaveTest, SaysThatTheNewDocumentIsThereButPerhapsNotOnDisk) {
+TEST_F(SaveTest, SaysThatTheNewDocumentIsThereButPerhapsNotOnDisk) {
   const SOutcome outcome = run_.Run(Fault("fsync", 2, std::to_string(EIO)));
   EXPECT_EQ(outcome.document, "new");
   EXPECT_THAT(test::TroubleOf(outcome.process),
               HasSubstr(": was replaced, but its directory cannot be flushed to disk: Input/output error"));
 }
 
-TEST_F(CSaveTest, WhoseNewFileCannotBeClosedLeavesTheEarlierDocument) {
+TEST_F(SaveTest, WhoseNewFileCannotBeClosedLeavesTheEarlierDocument) {
   int failures = 0;
   int position = 0;
   for (bool faulted = true; faulted;) {
@@ -112,7 +112,7 @@ TEST_F(CSaveTest, WhoseNewFileCannotBeClosedLeavesTheEarlierDocument) {
   EXPECT_EQ(failures, 1);
 }
 
-TEST_F(CSaveTest, OnAFileSystemThatCannotFlushDirectoriesIsWhole) {
+TEST_F(SaveTest, OnAFileSystemThatCannotFlushDirectoriesIsWhole) {
   for (const int error : {EINVAL, ENOTSUP}) {
     const SOutcome outcome = run_.Run(Fault("fsync", 2, std::to_string(error)));
     EXPECT_TRUE(outcome.faulted);
@@ -121,7 +121,7 @@ TEST_F(CSaveTest, OnAFileSystemThatCannotFlushDirectoriesIsWhole) {
   }
 }
 
-TEST_F(CSaveTest, InterruptedOrShortWritesAreGoneOnWith) {
+TEST_F(SaveTest, InterruptedOrShortWritesAreGoneOnWith) {
   for (const std::string& effect : {std::to_string(EINTR), std::string("short")}) {
     int position = 0;
     for (SOutcome outcome = run_.Run(""); outcome.faulted || position == 0;) {
@@ -133,26 +133,26 @@ TEST_F(CSaveTest, InterruptedOrShortWritesAreGoneOnWith) {
   }
 }
 
-TEST_F(CSaveTest, OfWritesThatAreAllShortIsWhole) {
+TEST_F(SaveTest, OfWritesThatAreAllShortIsWhole) {
   const SOutcome outcome = run_.Run("write:1+:short");
   EXPECT_TRUE(outcome.faulted);
   EXPECT_EQ(outcome.process.status, 1);
   test::ExpectTruth(outcome, run_.Report());
 }
 
-TEST_F(CSaveTest, OnADiskThatFillsUpInTheMiddleOfAWriteLeavesTheEarlierDocument) {
+TEST_F(SaveTest, OnADiskThatFillsUpInTheMiddleOfAWriteLeavesTheEarlierDocument) {
   const SOutcome outcome = run_.Run("write:1:short,write:2+:" + std::to_string(ENOSPC));
   EXPECT_EQ(outcome.document, "earlier");
   test::ExpectTruth(outcome, run_.Report());
 }
 
-TEST_F(CSaveTest, OfAWriteThatGoesNowhereWithoutAnErrorEnds) {
+TEST_F(SaveTest, OfAWriteThatGoesNowhereWithoutAnErrorEnds) {
   const SOutcome outcome = run_.Run("write:2+:nothing");
   EXPECT_EQ(outcome.document, "earlier");
   test::ExpectTruth(outcome, run_.Report());
 }
 
-TEST_F(CSaveTest, ThatCannotEvenRemoveItsTemporaryFileTellsTheTruthAllTheSame) {
+TEST_F(SaveTest, ThatCannotEvenRemoveItsTemporaryFileTellsTheTruthAllTheSame) {
   for (const char* call : {"write:2", "fsync:1", "rename:1", "fchmod:1"}) {
     SCOPED_TRACE(call);
     SOutcome outcome =

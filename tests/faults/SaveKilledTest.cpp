@@ -17,7 +17,7 @@ using testing::AnyOf;
 
 constexpr int kKilled = 128 + SIGKILL;
 
-class CSaveKilledTest : public testing::TestWithParam<ETarget> {
+class SaveKilledTest : public testing::TestWithParam<ETarget> {
  protected:
   CSavingRun run_{GetParam()};
 
@@ -31,7 +31,7 @@ class CSaveKilledTest : public testing::TestWithParam<ETarget> {
   }
 };
 
-TEST_P(CSaveKilledTest, InPlaceOfAnySystemCallLeavesAWholeDocument) {
+TEST_P(SaveKilledTest, InPlaceOfAnySystemCallLeavesAWholeDocument) {
   for (const std::string call : {"stat", "lstat", "mkostemp", "fchmod", "write", "fsync", "close", "rename", "open"}) {
     int position = 0;
     for (bool killed = true; killed;) {
@@ -44,7 +44,7 @@ TEST_P(CSaveKilledTest, InPlaceOfAnySystemCallLeavesAWholeDocument) {
   }
 }
 
-TEST_P(CSaveKilledTest, InTheMiddleOfAWriteLeavesTheEarlierDocument) {
+TEST_P(SaveKilledTest, InTheMiddleOfAWriteLeavesTheEarlierDocument) {
   for (int position = 1; position <= 3; ++position) {
     const std::string at = "write:" + std::to_string(position);
     const SOutcome outcome = run_.Run(at + ":short,write:" + std::to_string(position + 1) + ":kill");
@@ -53,7 +53,7 @@ TEST_P(CSaveKilledTest, InTheMiddleOfAWriteLeavesTheEarlierDocument) {
   }
 }
 
-TEST_P(CSaveKilledTest, AtAnyMomentLeavesAWholeDocument) {
+TEST_P(SaveKilledTest, AtAnyMomentLeavesAWholeDocument) {
   bool before = false;
   SOutcome outcome;
   // In steps of a millisecond, until one run is quick enough.
@@ -67,10 +67,10 @@ TEST_P(CSaveKilledTest, AtAnyMomentLeavesAWholeDocument) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Targets, CSaveKilledTest, testing::Values(ETarget::kFile, ETarget::kNothing, ETarget::kLink),
+INSTANTIATE_TEST_SUITE_P(Targets, SaveKilledTest, testing::Values(ETarget::kFile, ETarget::kNothing, ETarget::kLink),
                          [](const auto& test) { return test::NameOf(test.param); });
 
-TEST(SaveKilled, LeavesNothingThatHindersTheNextRun) {
+TEST(SaveKilledRerunTest, LeavesNothingThatHindersTheNextRun) {
   CSavingRun run(ETarget::kFile);
   ASSERT_EQ(run.Run("write:2:kill").strays.size(), 1U);
   const SOutcome outcome = run.Run("");

@@ -31,9 +31,9 @@ constexpr const char* kTwoRuns = R"(
   wait $first; echo $?
   wait $second; echo $?)";
 
-class CTwoRunsTest : public testing::TestWithParam<ETarget> {};
+class TwoRunsTest : public testing::TestWithParam<ETarget> {};
 
-TEST_P(CTwoRunsTest, OnOneDirectoryLeaveAndShowWholeDocumentsOnly) {
+TEST_P(TwoRunsTest, OnOneDirectoryLeaveAndShowWholeDocumentsOnly) {
   const CSavingRun whole(GetParam());
   const test::CUpgradeDirectory& upgrade = whole.Directory();
   ASSERT_EQ(upgrade.Run({"--elements", "class"}).status, 1);
@@ -49,10 +49,10 @@ TEST_P(CTwoRunsTest, OnOneDirectoryLeaveAndShowWholeDocumentsOnly) {
   EXPECT_EQ(std::distance(fs::directory_iterator(upgrade.File("2024")), {}), 2);
 }
 
-INSTANTIATE_TEST_SUITE_P(Targets, CTwoRunsTest, testing::Values(ETarget::kFile, ETarget::kLink),
+INSTANTIATE_TEST_SUITE_P(Targets, TwoRunsTest, testing::Values(ETarget::kFile, ETarget::kLink),
                          [](const auto& test) { return test::NameOf(test.param); });
 
-TEST(SaveSurroundings, VersionDirectoryThatVanishesDuringTheRunIsTrouble) {
+TEST(SaveSurroundingsTest, VersionDirectoryThatVanishesDuringTheRunIsTrouble) {
   CSavingRun run(ETarget::kFile);
   const test::CUpgradeDirectory& upgrade = run.Directory();
   upgrade.Write("shipped.json", test::ReadFile(upgrade.File("2024/metamodel.json")));
@@ -69,7 +69,7 @@ TEST(SaveSurroundings, VersionDirectoryThatVanishesDuringTheRunIsTrouble) {
   EXPECT_FALSE(fs::exists(upgrade.File("2024")));
 }
 
-TEST(SaveSurroundings, DirectoryThatCannotBeWrittenToLeavesTheEarlierDocument) {
+TEST(SaveSurroundingsTest, DirectoryThatCannotBeWrittenToLeavesTheEarlierDocument) {
   CSavingRun run(ETarget::kFile);
   // A mount of its own: permissions would not stop an administrator.
   const SOutcome outcome = run.RunInShell(R"(exec unshare --mount /bin/sh -c '

@@ -50,7 +50,7 @@ std::size_t Count(const std::string& text, const std::string& part) {
   return count;
 }
 
-class CScaleTest : public testing::TestWithParam<SScale> {
+class ScaleTest : public testing::TestWithParam<SScale> {
  protected:
   /// The processor time of a run that finds all there is to find.
   static double RunTime(std::size_t size) {
@@ -68,7 +68,7 @@ class CScaleTest : public testing::TestWithParam<SScale> {
   }
 };
 
-TEST_P(CScaleTest, TimeGrowsNoFasterThanTheSizeTimesItsLogarithm) {
+TEST_P(ScaleTest, TimeGrowsNoFasterThanTheSizeTimesItsLogarithm) {
   const double small = RunTime(kLargeSize / kFactor);
   double large = RunTime(kLargeSize);
   // What else the machine does can slow one run down, but not speed it up.
@@ -81,7 +81,7 @@ TEST_P(CScaleTest, TimeGrowsNoFasterThanTheSizeTimesItsLogarithm) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Shapes, CScaleTest,
+    Shapes, ScaleTest,
     testing::Values(
         SScale{"ClassesChanged", test::ClassesOfOneProperty, ERelation::kChanged, "\"updated_field\""},
         SScale{"ClassesReplaced", test::ClassesOfOneProperty, ERelation::kReplaced, "\"internal_name\": \"Other"},

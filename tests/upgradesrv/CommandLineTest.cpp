@@ -13,16 +13,16 @@ using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;
 
-class CRefusedCommandTest : public testing::TestWithParam<test::SRefusedArguments> {};
+class RefusedCommandTest : public testing::TestWithParam<test::SRefusedArguments> {};
 
-TEST_P(CRefusedCommandTest, IsOneErrorThatLeadsToTheHelp) {
+TEST_P(RefusedCommandTest, IsOneErrorThatLeadsToTheHelp) {
   const test::SProcessResult result = test::RunTool(GetParam().arguments);
   EXPECT_EQ(test::TroubleOf(result), GetParam().message);
   EXPECT_EQ(result.errors, std::string("upgradesrv: error: ") + GetParam().message + "\n");
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Commands, CRefusedCommandTest,
+    Commands, RefusedCommandTest,
     testing::Values(
         SRefused{"None", {}, "no command is given; the commands are run, metamodel; see upgradesrv --help"},
         SRefused{"Unknown",
@@ -57,14 +57,14 @@ INSTANTIATE_TEST_SUITE_P(
                  "unexpected argument \"c.json\"; see upgradesrv metamodel copy --help"}),
     [](const auto& test) { return test.param.name; });
 
-TEST(CommandLine, VersionGoesToStandardOutput) {
+TEST(CommandLineTest, VersionGoesToStandardOutput) {
   const test::SProcessResult result = test::RunTool({"--version"});
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.output, "upgradesrv " UPGRADESRV_VERSION "\n");
   EXPECT_EQ(result.errors, "");
 }
 
-TEST(CommandLine, HelpNamesTheCommands) {
+TEST(CommandLineTest, HelpNamesTheCommands) {
   for (const char* option : {"--help", "-h"}) {
     const test::SProcessResult result = test::RunTool({option});
     EXPECT_EQ(result.status, 0);
@@ -74,7 +74,7 @@ TEST(CommandLine, HelpNamesTheCommands) {
   }
 }
 
-TEST(CommandLine, HelpOfRunNamesItsOptionsAndExitStatuses) {
+TEST(CommandLineTest, HelpOfRunNamesItsOptionsAndExitStatuses) {
   const test::SProcessResult result = test::RunTool({"run", "--help"});
   EXPECT_EQ(result.status, 0);
   EXPECT_THAT(result.output,
@@ -84,7 +84,7 @@ TEST(CommandLine, HelpOfRunNamesItsOptionsAndExitStatuses) {
                     HasSubstr("Exit status: 0 nothing to report, 1 differences reported, 2 trouble.")));
 }
 
-TEST(CommandLine, HelpOfMetamodelNamesItsCommandsAndTheirOptions) {
+TEST(CommandLineTest, HelpOfMetamodelNamesItsCommandsAndTheirOptions) {
   EXPECT_THAT(test::RunTool({"metamodel", "--help"}).output, AllOf(HasSubstr("\n  show "), HasSubstr("\n  copy ")));
   EXPECT_THAT(test::RunTool({"metamodel", "show", "--help"}).output,
               AllOf(HasSubstr("LOCATION"), HasSubstr("--format FORMAT")));
@@ -92,7 +92,7 @@ TEST(CommandLine, HelpOfMetamodelNamesItsCommandsAndTheirOptions) {
               AllOf(HasSubstr("SOURCE"), HasSubstr("TARGET"), HasSubstr("--replace")));
 }
 
-TEST(CommandLine, HelpRunsNothing) {
+TEST(CommandLineTest, HelpRunsNothing) {
   const test::CUpgradeDirectory upgrade;
   const test::SProcessResult result = upgrade.Run({"--help"});
   EXPECT_EQ(result.status, 0);
@@ -100,7 +100,7 @@ TEST(CommandLine, HelpRunsNothing) {
   EXPECT_TRUE(upgrade.HasEarlierDocument());
 }
 
-TEST(CommandLine, ThrowsNothingAndAnswersWithTheStatus) {
+TEST(CommandLineTest, ThrowsNothingAndAnswersWithTheStatus) {
   const char* const arguments[] = {"upgradesrv", "metamodel", "show", "/nonexistent/metamodel.json"};
   testing::internal::CaptureStderr();
   EXPECT_EQ(upgradesrv::RunCommandLine(4, arguments), upgradesrv::kTrouble);

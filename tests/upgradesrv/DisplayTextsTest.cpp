@@ -15,7 +15,7 @@ using testing::HasSubstr;
 const std::string kFile = "multilanguage/strings/info.json";
 const std::string kFailed = "strategy CCheckMetaStrategy2024 of module checkmeta2024 failed: ";
 
-class CDisplayTextsTest : public testing::Test {
+class DisplayTextsTest : public testing::Test {
  protected:
   /// What a run complains of that ends only after the document has been saved.
   std::string TroubleWithSavedDocument() const {
@@ -38,46 +38,46 @@ class CDisplayTextsTest : public testing::Test {
   test::CUpgradeDirectory upgrade_;
 };
 
-TEST_F(CDisplayTextsTest, ThatAreMissingAreTrouble) {
+TEST_F(DisplayTextsTest, ThatAreMissingAreTrouble) {
   std::filesystem::remove(upgrade_.File(kFile));
   EXPECT_EQ(TroubleWithSavedDocument(),
             kFailed + upgrade_.File(kFile) + ": cannot be read: No such file or directory (code 0xA4C00010)");
 }
 
-TEST_F(CDisplayTextsTest, ThatAreMalformedAreTroubleAtLineAndColumn) {
+TEST_F(DisplayTextsTest, ThatAreMalformedAreTroubleAtLineAndColumn) {
   upgrade_.Write(kFile, "{\n  \"inserted\": {\n");
   EXPECT_EQ(TroubleWithSavedDocument(), kFailed + upgrade_.File(kFile) +
                                             ":3:1: Missing a name for object member. "
                                             "(code 0xA4C00011)");
 }
 
-TEST_F(CDisplayTextsTest, ThatLackAKeyAreTrouble) {
+TEST_F(DisplayTextsTest, ThatLackAKeyAreTrouble) {
   Replace("\"deleted\"", "\"removed\"");
   EXPECT_EQ(TroubleWithSavedDocument(), WithPlaces("json member [deleted] not exist! (code 0xA4C0003E)"));
 }
 
-TEST_F(CDisplayTextsTest, WithAnEntryThatIsNotAnObjectAreTrouble) {
+TEST_F(DisplayTextsTest, WithAnEntryThatIsNotAnObjectAreTrouble) {
   Replace(R"({ "en": "link", "de": "Verbindung" })", "\"link\"");
   EXPECT_EQ(TroubleWithSavedDocument(), WithPlaces("json member [link] is not Object! (code 0xA4C00004)"));
 }
 
-TEST_F(CDisplayTextsTest, WhoseRootIsNotAnObjectAreTrouble) {
+TEST_F(DisplayTextsTest, WhoseRootIsNotAnObjectAreTrouble) {
   upgrade_.Write(kFile, "[]");
   EXPECT_EQ(TroubleWithSavedDocument(), WithPlaces("json member [deleted] not exist! (code 0xA4C0003E)"));
 }
 
-TEST_F(CDisplayTextsTest, AreNotReadWhenThereIsNothingToReport) {
+TEST_F(DisplayTextsTest, AreNotReadWhenThereIsNothingToReport) {
   std::filesystem::remove(upgrade_.File(kFile));
   upgrade_.WriteUpgrade({{"client_metamodel", R"("2024/metamodel.json")"}});
   EXPECT_EQ(upgrade_.Run().status, 0);
 }
 
-TEST_F(CDisplayTextsTest, InTheLanguageOfTheUpgradeFileAreUsed) {
+TEST_F(DisplayTextsTest, InTheLanguageOfTheUpgradeFileAreUsed) {
   upgrade_.WriteUpgrade({{"lang", R"("de")"}});
   EXPECT_THAT(upgrade_.Run().output, testing::StartsWith("\nEntfernt: Verhalten:\n Name:Approvable,Anzeige:"));
 }
 
-TEST_F(CDisplayTextsTest, WithoutTheLanguageGiveEmptyWordsAndANote) {
+TEST_F(DisplayTextsTest, WithoutTheLanguageGiveEmptyWordsAndANote) {
   const test::SProcessResult result = upgrade_.Run({"--lang", "fr", "--elements", "class"});
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.output, "\n:\n :Document,:Document\n\n");

@@ -10,9 +10,9 @@ namespace {
 using testing::HasSubstr;
 using testing::Not;
 
-class CLogConfigurationTest : public testing::Test {
+class LogConfigurationTest : public testing::Test {
  protected:
-  CLogConfigurationTest() { upgrade_.UseStranger("CLogsError"); }
+  LogConfigurationTest() { upgrade_.UseStranger("CLogsError"); }
 
   void Configure(const std::string& text) const {
     upgrade_.Write("log4cplus.properties", test::Replaced(text, "LOG", upgrade_.File("run.log")));
@@ -28,7 +28,7 @@ const std::string kToFile =
     "log4cplus.appender.F.layout=log4cplus::PatternLayout\n"
     "log4cplus.appender.F.layout.ConversionPattern=%p [%c] %F:%L %M - %m%n\n";
 
-TEST_F(CLogConfigurationTest, SendsTheLogWhereItSays) {
+TEST_F(LogConfigurationTest, SendsTheLogWhereItSays) {
   Configure(kToFile);
   const test::SProcessResult result = upgrade_.RunTestModules();
   EXPECT_EQ(test::ReadFile(upgrade_.File("run.log")),
@@ -36,14 +36,14 @@ TEST_F(CLogConfigurationTest, SendsTheLogWhereItSays) {
   EXPECT_THAT(result.errors, Not(HasSubstr("the stranger's log line")));
 }
 
-TEST_F(CLogConfigurationTest, DoesNotHideALoggedErrorFromTheExitStatus) {
+TEST_F(LogConfigurationTest, DoesNotHideALoggedErrorFromTheExitStatus) {
   Configure(kToFile);
   EXPECT_THAT(test::TroubleOf(upgrade_.RunTestModules()), HasSubstr("logged 1 error;"));
   Configure(test::Replaced(kToFile, "=INFO,", "=OFF,"));
   EXPECT_THAT(test::TroubleOf(upgrade_.RunTestModules()), HasSubstr("logged 1 error;"));
 }
 
-TEST_F(CLogConfigurationTest, ThatConfiguresNoDestinationIsRefused) {
+TEST_F(LogConfigurationTest, ThatConfiguresNoDestinationIsRefused) {
   for (const char* text : {"", "# nothing\n", "rootLogger=INFO, F\n"}) {
     Configure(text);
     EXPECT_EQ(upgrade_.TroubleWithTestModules(),
@@ -53,7 +53,7 @@ TEST_F(CLogConfigurationTest, ThatConfiguresNoDestinationIsRefused) {
   }
 }
 
-TEST_F(CLogConfigurationTest, ThatIsMissingLogsOnStandardError) {
+TEST_F(LogConfigurationTest, ThatIsMissingLogsOnStandardError) {
   EXPECT_THAT(upgrade_.RunTestModules().errors, HasSubstr("ERROR stranger.cpp:12 "));
 }
 

@@ -29,9 +29,9 @@ const std::string kMetamodel = R"({
 
 const std::string kOther = R"({"generation": 2024, "links": [{"internal_name": "Refers"}]})";
 
-class CMetamodelCommandsTest : public testing::Test {
+class MetamodelCommandsTest : public testing::Test {
  protected:
-  CMetamodelCommandsTest() : source_(directory_.Write("source.json", kMetamodel)) {}
+  MetamodelCommandsTest() : source_(directory_.Write("source.json", kMetamodel)) {}
 
   static test::SProcessResult Show(const std::string& location, const std::string& format) {
     return test::RunTool({"metamodel", "show", "--format", format, location});
@@ -52,7 +52,7 @@ class CMetamodelCommandsTest : public testing::Test {
   std::string source_;
 };
 
-TEST_F(CMetamodelCommandsTest, ShowCountsByKind) {
+TEST_F(MetamodelCommandsTest, ShowCountsByKind) {
   const std::string expected = "source:     " + source_ +
                                "\ngeneration: 2024\nclasses:    2 with 3 properties\nlinks:      1 with 0 "
                                "properties\nbehaviors:  3 with 1 properties and 3 methods\n";
@@ -63,7 +63,7 @@ TEST_F(CMetamodelCommandsTest, ShowCountsByKind) {
   EXPECT_EQ(Show(source_, "text").output, expected);
 }
 
-TEST_F(CMetamodelCommandsTest, ShowAsJsonIsOneObject) {
+TEST_F(MetamodelCommandsTest, ShowAsJsonIsOneObject) {
   const test::SProcessResult result = Show(source_, "json");
   EXPECT_EQ(result.status, 0);
   CJsonObject object;
@@ -76,7 +76,7 @@ TEST_F(CMetamodelCommandsTest, ShowAsJsonIsOneObject) {
             "{\n  \"count\": 3,\n  \"properties\": 1,\n  \"methods\": 3\n}");
 }
 
-TEST_F(CMetamodelCommandsTest, ShowOfWhatIsNoMetamodelIsTrouble) {
+TEST_F(MetamodelCommandsTest, ShowOfWhatIsNoMetamodelIsTrouble) {
   for (const char* format : {"text", "json"}) {
     EXPECT_EQ(test::TroubleOf(Show(directory_.File("absent.json"), format)),
               directory_.File("absent.json") + ": cannot be read: No such file or directory");
@@ -87,7 +87,7 @@ TEST_F(CMetamodelCommandsTest, ShowOfWhatIsNoMetamodelIsTrouble) {
   }
 }
 
-TEST_F(CMetamodelCommandsTest, CopyHoldsTheSameMetamodel) {
+TEST_F(MetamodelCommandsTest, CopyHoldsTheSameMetamodel) {
   const std::string target = directory_.File("target.json");
   const test::SProcessResult result = Copy(source_, target);
   EXPECT_EQ(result.status, 0);
@@ -98,30 +98,30 @@ TEST_F(CMetamodelCommandsTest, CopyHoldsTheSameMetamodel) {
   EXPECT_EQ(test::Replaced(Show(target, "json").output, target, source_), Show(source_, "json").output);
 }
 
-TEST_F(CMetamodelCommandsTest, CopyOfACopyIsTheSameToTheByte) {
+TEST_F(MetamodelCommandsTest, CopyOfACopyIsTheSameToTheByte) {
   ASSERT_EQ(Copy(source_, directory_.File("first.json")).status, 0);
   ASSERT_EQ(Copy(directory_.File("first.json"), directory_.File("second.json")).status, 0);
   EXPECT_EQ(test::ReadFile(directory_.File("first.json")), test::ReadFile(directory_.File("second.json")));
 }
 
-TEST_F(CMetamodelCommandsTest, CopyRefusesATargetThatExists) {
+TEST_F(MetamodelCommandsTest, CopyRefusesATargetThatExists) {
   const std::string target = directory_.Write("target.json", kOther);
   EXPECT_EQ(test::TroubleOf(Copy(source_, target)), target + ": exists already; give --replace to replace it");
   EXPECT_EQ(test::ReadFile(target), kOther);
 }
 
-TEST_F(CMetamodelCommandsTest, CopyWithReplaceReplacesATargetThatExists) {
+TEST_F(MetamodelCommandsTest, CopyWithReplaceReplacesATargetThatExists) {
   const std::string target = directory_.Write("target.json", kOther);
   EXPECT_EQ(Replace(source_, target).status, 0);
   EXPECT_EQ(Compare(source_, target), 0);
 }
 
-TEST_F(CMetamodelCommandsTest, CopyWithReplaceCreatesATargetThatDoesNotExist) {
+TEST_F(MetamodelCommandsTest, CopyWithReplaceCreatesATargetThatDoesNotExist) {
   EXPECT_EQ(Replace(source_, directory_.File("target.json")).status, 0);
   EXPECT_EQ(Compare(source_, directory_.File("target.json")), 0);
 }
 
-TEST_F(CMetamodelCommandsTest, CopyOfWhatCannotBeReadLeavesTheTargetAlone) {
+TEST_F(MetamodelCommandsTest, CopyOfWhatCannotBeReadLeavesTheTargetAlone) {
   const std::string target = directory_.Write("target.json", kOther);
   EXPECT_EQ(test::TroubleOf(Replace(directory_.File("absent.json"), target)),
             directory_.File("absent.json") + ": cannot be read: No such file or directory");
@@ -133,7 +133,7 @@ TEST_F(CMetamodelCommandsTest, CopyOfWhatCannotBeReadLeavesTheTargetAlone) {
   EXPECT_FALSE(fs::exists(directory_.File("new.json")));
 }
 
-TEST_F(CMetamodelCommandsTest, CopyOntoItselfNeedsReplaceAndKeepsTheMetamodel) {
+TEST_F(MetamodelCommandsTest, CopyOntoItselfNeedsReplaceAndKeepsTheMetamodel) {
   const std::string before = directory_.Write("before.json", kMetamodel);
   EXPECT_EQ(test::TroubleOf(Copy(source_, source_)), source_ + ": exists already; give --replace to replace it");
   EXPECT_EQ(test::ReadFile(source_), kMetamodel);
@@ -141,13 +141,13 @@ TEST_F(CMetamodelCommandsTest, CopyOntoItselfNeedsReplaceAndKeepsTheMetamodel) {
   EXPECT_EQ(Compare(before, source_), 0);
 }
 
-TEST_F(CMetamodelCommandsTest, CopyToAPlaceThatCannotBeWrittenIsTrouble) {
+TEST_F(MetamodelCommandsTest, CopyToAPlaceThatCannotBeWrittenIsTrouble) {
   const std::string target = directory_.File("absent/target.json");
   EXPECT_THAT(test::TroubleOf(Copy(source_, target)),
               StartsWith(target + ": cannot be saved: No such file or directory"));
 }
 
-TEST_F(CMetamodelCommandsTest, CopyToALocationOfUnknownFormIsTrouble) {
+TEST_F(MetamodelCommandsTest, CopyToALocationOfUnknownFormIsTrouble) {
   EXPECT_THAT(test::TroubleOf(Copy(source_, directory_.File("target.txt"))),
               HasSubstr("/target.txt: not a metamodel location; "));
   EXPECT_FALSE(fs::exists(directory_.File("target.txt")));

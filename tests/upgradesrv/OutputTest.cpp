@@ -14,14 +14,14 @@ using testing::HasSubstr;
 using testing::Not;
 using upgradesrv::TerminalText;
 
-TEST(TerminalText, KeepsPlainTextAndLineEnds) {
+TEST(TerminalTextTest, KeepsPlainTextAndLineEnds) {
   const std::string text = "\n\nA line, \xE4\xB8\xAD\xE6\x96\x87 and \xC3\xA9 \xC2\xA0.\n no end";
   EXPECT_EQ(TerminalText(text), text);
   EXPECT_EQ(TerminalText(""), "");
   EXPECT_EQ(TerminalText("\n"), "\n");
 }
 
-TEST(TerminalText, ShowsAsciiControlCharacters) {
+TEST(TerminalTextTest, ShowsAsciiControlCharacters) {
   EXPECT_EQ(TerminalText("a\x1B[2Jb\x07"
                          "c\x7F"
                          "d\re\tf\x08g\n"),
@@ -29,18 +29,18 @@ TEST(TerminalText, ShowsAsciiControlCharacters) {
   EXPECT_EQ(TerminalText(std::string("a\0b", 3)), "a\\x00b");
 }
 
-TEST(TerminalText, ShowsC1ControlCharacters) {
+TEST(TerminalTextTest, ShowsC1ControlCharacters) {
   EXPECT_EQ(TerminalText("a\xC2\x9B"
                          "2J\xC2\x80\n\xC2\x9F"),
             "a\\u009B2J\\u0080\n\\u009F");
 }
 
-TEST(TerminalText, KeepsTheNeighboursOfC1ControlCharacters) {
+TEST(TerminalTextTest, KeepsTheNeighboursOfC1ControlCharacters) {
   const std::string text = "\xC2\xA0 \xC3\x9B";
   EXPECT_EQ(TerminalText(text), text);
 }
 
-TEST(WithoutPasswords, HidesTheValueOfAPassword) {
+TEST(WithoutPasswordsTest, HidesTheValueOfAPassword) {
   using upgradesrv::WithoutPasswords;
   EXPECT_EQ(WithoutPasswords("host=h password=geheim: no"), "host=h password=*** no");
   EXPECT_EQ(WithoutPasswords("Password = geheim user=u"), "Password = *** user=u");
@@ -53,12 +53,12 @@ TEST(WithoutPasswords, HidesTheValueOfAPassword) {
   EXPECT_EQ(WithoutPasswords("password='a\\"), "password=***");
 }
 
-TEST(WithoutPasswords, TakesTextsOfAnyLength) {
+TEST(WithoutPasswordsTest, TakesTextsOfAnyLength) {
   const std::string name(2000000, 'x');
   EXPECT_EQ(upgradesrv::WithoutPasswords("password=" + name + " ://u:" + name + "@h"), "password=*** ://***@h");
 }
 
-TEST(WithoutPasswords, HidesWhoLogsInWithOne) {
+TEST(WithoutPasswordsTest, HidesWhoLogsInWithOne) {
   using upgradesrv::WithoutPasswords;
   EXPECT_EQ(WithoutPasswords("postgresql://u:geheim@h/d: no"), "postgresql://***@h/d: no");
   EXPECT_EQ(WithoutPasswords("--clint=postgresql://u:geheim@h"), "--clint=postgresql://***@h");
@@ -66,7 +66,7 @@ TEST(WithoutPasswords, HidesWhoLogsInWithOne) {
   EXPECT_EQ(WithoutPasswords("x://u:ge@heim@h"), "x://***@h");
 }
 
-TEST(WithoutPasswords, LeavesEverythingElse) {
+TEST(WithoutPasswordsTest, LeavesEverythingElse) {
   using upgradesrv::WithoutPasswords;
   for (const std::string text : {"", "a:b@c", "/srv/a@b/plm.json: /classes/0", "postgresql://u@h/d",
                                  "sqlite3:///a b:c@d", "no password", "http://h:80/ mail a@b"}) {
@@ -74,7 +74,7 @@ TEST(WithoutPasswords, LeavesEverythingElse) {
   }
 }
 
-TEST(Output, OfNotesIsOneLineEachWithoutControlCharacters) {
+TEST(NotesTest, OfNotesIsOneLineEachWithoutControlCharacters) {
   testing::internal::CaptureStderr();
   upgradesrv::WriteNote(
       "a\nb\x1B[2J\xC2\x9B"
@@ -83,12 +83,12 @@ TEST(Output, OfNotesIsOneLineEachWithoutControlCharacters) {
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "upgradesrv: a\\nb\\x1B[2J\\u009Bc\nupgradesrv: error: d\\x0D\n");
 }
 
-class COutputTest : public testing::Test {
+class OutputTest : public testing::Test {
  protected:
   test::CUpgradeDirectory upgrade_;
 };
 
-TEST_F(COutputTest, ToATerminalShowsControlCharactersAndToAPipeIsExact) {
+TEST_F(OutputTest, ToATerminalShowsControlCharactersAndToAPipeIsExact) {
   upgrade_.UseStranger("CSetsBytes");
   const std::string run = " run --module-dir '" UPGRADESRV_TEST_MODULE_DIRECTORY "' '" + upgrade_.Path() + "'";
   EXPECT_EQ(test::RunInShell("\"$0\"" + run + " | cat", "").output, kBytes);
@@ -103,21 +103,21 @@ TEST_F(COutputTest, ToATerminalShowsControlCharactersAndToAPipeIsExact) {
   EXPECT_EQ(terminal.output, "\\x1B[1m\\x0D\r\n\\x00\\t\\u009B2J\xE4\xB8\xAD\r\n end");
 }
 
-TEST_F(COutputTest, ToAFullDeviceIsTrouble) {
+TEST_F(OutputTest, ToAFullDeviceIsTrouble) {
   EXPECT_EQ(test::TroubleOf(test::RunInShell("exec \"$0\" run \"$1\" >/dev/full", upgrade_.Path())),
             "standard output cannot be written: No space left on device");
   EXPECT_EQ(test::TroubleOf(test::RunInShell("exec \"$0\" --version >/dev/full", "")),
             "standard output cannot be written: No space left on device");
 }
 
-TEST_F(COutputTest, ToAClosedStreamIsTrouble) {
+TEST_F(OutputTest, ToAClosedStreamIsTrouble) {
   EXPECT_EQ(test::TroubleOf(test::RunInShell("exec \"$0\" run \"$1\" >&-", upgrade_.Path())),
             "standard output cannot be written: Bad file descriptor");
   EXPECT_EQ(test::TroubleOf(test::RunInShell("exec \"$0\" --help >&-", "")),
             "standard output cannot be written: Bad file descriptor");
 }
 
-TEST_F(COutputTest, ToAPipeThatNobodyReadsIsTrouble) {
+TEST_F(OutputTest, ToAPipeThatNobodyReadsIsTrouble) {
   // Opened for both directions first, since opening one alone waits for the other.
   const std::string fifo = upgrade_.File("fifo");
   EXPECT_EQ(test::TroubleOf(test::RunInShell(
@@ -126,7 +126,7 @@ TEST_F(COutputTest, ToAPipeThatNobodyReadsIsTrouble) {
             "standard output cannot be written: Broken pipe");
 }
 
-TEST_F(COutputTest, ToAClosedStreamDoesNotEndInAFileOfTheRun) {
+TEST_F(OutputTest, ToAClosedStreamDoesNotEndInAFileOfTheRun) {
   const std::string log = upgrade_.File("run.log");
   upgrade_.Write("log4cplus.properties",
                  "log4cplus.rootLogger=INFO, F\nlog4cplus.appender.F=log4cplus::FileAppender\n"
@@ -140,7 +140,7 @@ TEST_F(COutputTest, ToAClosedStreamDoesNotEndInAFileOfTheRun) {
   EXPECT_EQ(test::ReadFile(log), "");
 }
 
-TEST_F(COutputTest, StopsTheChainWhenItFails) {
+TEST_F(OutputTest, StopsTheChainWhenItFails) {
   const std::string record = upgrade_.File("record");
   upgrade_.WriteUpgrade({{"strategies", R"([{"module": "strangers", "class": "CTellsContext"},
       {"module": "recorder", "class": "C", "parameter": {"name": "never", "record": ")" +

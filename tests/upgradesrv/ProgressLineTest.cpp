@@ -15,40 +15,40 @@ using testing::Not;
 using upgradesrv::ProgressItem;
 using upgradesrv::ProgressText;
 
-TEST(ProgressText, NamesEachMetamodelAndHowFarItIs) {
+TEST(ProgressTextTest, NamesEachMetamodelAndHowFarItIs) {
   EXPECT_EQ(ProgressText({{"/srv/plm/installation.json", "42%"}, {"/srv/plm/2024/metamodel.json", "7%"}}, 200),
             "upgradesrv: loading /srv/plm/installation.json 42%, /srv/plm/2024/metamodel.json 7%");
 }
 
-TEST(ProgressText, LeavesTheLastColumnFree) {
+TEST(ProgressTextTest, LeavesTheLastColumnFree) {
   const std::string line = "upgradesrv: loading /a/plm.db 1 rows";
   EXPECT_EQ(ProgressText({{"/a/plm.db", "1 rows"}}, line.size() + 1), line);
   EXPECT_EQ(ProgressText({{"/a/plm.db", "1 rows"}}, line.size()), "upgradesrv: loading plm.db 1 rows");
 }
 
-TEST(ProgressText, WithoutRoomLosesDirectoriesThenItsEnd) {
+TEST(ProgressTextTest, WithoutRoomLosesDirectoriesThenItsEnd) {
   EXPECT_EQ(ProgressText({{"/a/long/way/to/plm.json", "42%"}}, 35), "upgradesrv: loading plm.json 42%");
   EXPECT_EQ(ProgressText({{"/a/long/way/to/plm.json", "42%"}}, 24), "upgradesrv: loading plm");
   EXPECT_EQ(ProgressText({{"/a/plm.json", "42%"}}, 1), "");
   EXPECT_EQ(ProgressText({{"/a/plm.json", "42%"}}, 0), "");
 }
 
-TEST(ProgressText, CutsWholeCharactersAndTakesThemForWide) {
+TEST(ProgressTextTest, CutsWholeCharactersAndTakesThemForWide) {
   // 20 columns before the name; a character of two bytes or three counts two.
   EXPECT_EQ(ProgressText({{"\xC3\xA4\xE4\xB8\xAD.json", "1%"}}, 25), "upgradesrv: loading \xC3\xA4\xE4\xB8\xAD");
   EXPECT_EQ(ProgressText({{"\xC3\xA4\xE4\xB8\xAD.json", "1%"}}, 24), "upgradesrv: loading \xC3\xA4");
 }
 
-TEST(ProgressText, KeepsAServersAddressWhole) {
+TEST(ProgressTextTest, KeepsAServersAddressWhole) {
   EXPECT_EQ(ProgressText({{"postgresql://host=/run/postgresql dbname=plm", "12 rows"}}, 60),
             "upgradesrv: loading postgresql://host=/run/postgresql dbnam");
 }
 
-TEST(ProgressText, ShowsControlCharactersInAVisibleForm) {
+TEST(ProgressTextTest, ShowsControlCharactersInAVisibleForm) {
   EXPECT_EQ(ProgressText({{"a\x1B[2J\n.json", "1%"}}, 100), "upgradesrv: loading a\\x1B[2J\\n.json 1%");
 }
 
-TEST(ProgressItem, IsAShareOfAKnownTotal) {
+TEST(ProgressItemTest, IsAShareOfAKnownTotal) {
   CLoadProgress load("plm.json", CLoadProgress::kBytes);
   load.SetTotal(300);
   EXPECT_EQ(ProgressItem(load).source, "plm.json");
@@ -62,7 +62,7 @@ TEST(ProgressItem, IsAShareOfAKnownTotal) {
   EXPECT_EQ(ProgressItem(load).amount, "100%");
 }
 
-TEST(ProgressItem, IsACountWithoutATotal) {
+TEST(ProgressItemTest, IsACountWithoutATotal) {
   CLoadProgress document("pipe.json", CLoadProgress::kBytes);
   document.SetDone(12'999'999);
   EXPECT_EQ(ProgressItem(document).amount, "12 MB");
@@ -72,9 +72,9 @@ TEST(ProgressItem, IsACountWithoutATotal) {
 }
 
 /// Runs in which loading takes long: the client's metamodel comes through a pipe into which it is written late.
-class CProgressLineTest : public testing::Test {
+class ProgressLineTest : public testing::Test {
  protected:
-  CProgressLineTest() {
+  ProgressLineTest() {
     std::filesystem::rename(upgrade_.File("installation.json"), upgrade_.File("content.json"));
     EXPECT_EQ(mkfifo(upgrade_.File("installation.json").c_str(), 0600), 0);
   }
@@ -107,27 +107,27 @@ class CProgressLineTest : public testing::Test {
 constexpr const char* kUntilShown = "until grep -q loading \"$T\" 2>/dev/null; do sleep 0.1; done";
 constexpr const char* kLongEnough = "sleep 2";
 
-TEST_F(CProgressLineTest, ShowsWhatIsLoadedAndIsErasedBeforeTheReport) {
+TEST_F(ProgressLineTest, ShowsWhatIsLoadedAndIsErasedBeforeTheReport) {
   const std::string received = Terminal("", kUntilShown);
   EXPECT_THAT(received, HasSubstr("\r\x1B[Kupgradesrv: loading " + upgrade_.File("installation.json") + " 0 MB"));
   EXPECT_THAT(received, HasSubstr("\r\x1B[K\r\nDeleted behavior:\r\n"));
 }
 
-TEST_F(CProgressLineTest, IsTurnedOffByQuiet) {
+TEST_F(ProgressLineTest, IsTurnedOffByQuiet) {
   const std::string received = Terminal("--quiet", kLongEnough);
   EXPECT_THAT(received, HasSubstr("Deleted behavior:"));
   EXPECT_THAT(received, Not(HasSubstr("loading")));
   EXPECT_THAT(received, Not(HasSubstr("\x1B[K")));
 }
 
-TEST_F(CProgressLineTest, IsNotShownWhereStandardErrorIsNoTerminal) {
+TEST_F(ProgressLineTest, IsNotShownWhereStandardErrorIsNoTerminal) {
   const std::string received = Terminal("2>" + upgrade_.File("errors"), kLongEnough);
   EXPECT_THAT(received, HasSubstr("Deleted behavior:"));
   EXPECT_THAT(received, Not(HasSubstr("loading")));
   EXPECT_THAT(test::ReadFile(upgrade_.File("errors")), Not(HasSubstr("loading")));
 }
 
-TEST_F(CProgressLineTest, IsNotShownOnATerminalThatCannotEraseALine) {
+TEST_F(ProgressLineTest, IsNotShownOnATerminalThatCannotEraseALine) {
   const std::string received = Terminal("", kLongEnough, "dumb");
   EXPECT_THAT(received, HasSubstr("Deleted behavior:"));
   EXPECT_THAT(received, Not(HasSubstr("loading")));

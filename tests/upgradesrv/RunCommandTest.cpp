@@ -12,7 +12,7 @@ using testing::EndsWith;
 using testing::HasSubstr;
 using testing::Not;
 
-class CRunCommandTest : public testing::Test {
+class RunCommandTest : public testing::Test {
  protected:
   std::string StrangerTrouble(const std::string& className) const {
     upgrade_.UseStranger(className);
@@ -46,7 +46,7 @@ const std::string kCheck = CheckOf(R"("class", "link", "behavior")");
 const std::string kThrower = R"({"module": "strangers", "class": "CThrowsMessage"})";
 const std::string kSilent = R"({"module": "strangers", "class": "CSetsNoResult"})";
 
-TEST_F(CRunCommandTest, DifferencesArePrintedAndEndWithStatus1) {
+TEST_F(RunCommandTest, DifferencesArePrintedAndEndWithStatus1) {
   const test::SProcessResult result = upgrade_.Run();
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.output, test::kFullReport);
@@ -54,7 +54,7 @@ TEST_F(CRunCommandTest, DifferencesArePrintedAndEndWithStatus1) {
   EXPECT_THAT(upgrade_.Document(), HasSubstr("deleted_classes"));
 }
 
-TEST_F(CRunCommandTest, NothingToReportEndsWithStatus0) {
+TEST_F(RunCommandTest, NothingToReportEndsWithStatus0) {
   upgrade_.WriteUpgrade({{"client_metamodel", R"("2024/metamodel.json")"}});
   const test::SProcessResult result = upgrade_.Run();
   EXPECT_EQ(result.status, 0);
@@ -65,82 +65,82 @@ TEST_F(CRunCommandTest, NothingToReportEndsWithStatus0) {
   EXPECT_EQ(upgrade_.Document(), "{}\n");
 }
 
-TEST_F(CRunCommandTest, ExceptionOfTheHostIsShownWithMessageAndCode) {
+TEST_F(RunCommandTest, ExceptionOfTheHostIsShownWithMessageAndCode) {
   EXPECT_EQ(StrangerTrouble("CThrowsMessage"),
             "strategy CThrowsMessage of module strangers failed: the stranger's message (code 0xA4520008)");
 }
 
-TEST_F(CRunCommandTest, ExceptionOfTheHostWithoutMessageIsShownWithItsCodeOnce) {
+TEST_F(RunCommandTest, ExceptionOfTheHostWithoutMessageIsShownWithItsCodeOnce) {
   EXPECT_EQ(StrangerTrouble("CThrowsCode"), "strategy CThrowsCode of module strangers failed: error 0xA4520008");
 }
 
-TEST_F(CRunCommandTest, ExceptionOfTheStandardLibraryIsShown) {
+TEST_F(RunCommandTest, ExceptionOfTheStandardLibraryIsShown) {
   EXPECT_EQ(StrangerTrouble("CThrowsRuntimeError"),
             "strategy CThrowsRuntimeError of module strangers failed: a runtime error");
 }
 
-TEST_F(CRunCommandTest, ExceptionWhoseCodeLiesInTheModuleIsShown) {
+TEST_F(RunCommandTest, ExceptionWhoseCodeLiesInTheModuleIsShown) {
   EXPECT_EQ(StrangerTrouble("CThrowsOwnException"),
             "strategy CThrowsOwnException of module strangers failed: an exception of the module's own");
 }
 
-TEST_F(CRunCommandTest, AnythingElseThrownIsTrouble) {
+TEST_F(RunCommandTest, AnythingElseThrownIsTrouble) {
   EXPECT_EQ(StrangerTrouble("CThrowsInt"),
             "strategy CThrowsInt of module strangers failed: it threw something that is not an exception of the "
             "standard library");
 }
 
-TEST_F(CRunCommandTest, EndOfTheProcessInAStrategyIsTrouble) {
+TEST_F(RunCommandTest, EndOfTheProcessInAStrategyIsTrouble) {
   EXPECT_EQ(StrangerTrouble("CEndsTheProcess"),
             "strategy CEndsTheProcess of module strangers failed: it ended the process");
 }
 
-TEST_F(CRunCommandTest, MessageOfTwoLinesIsShownOnOne) {
+TEST_F(RunCommandTest, MessageOfTwoLinesIsShownOnOne) {
   EXPECT_EQ(StrangerTrouble("CThrowsTwoLines"),
             "strategy CThrowsTwoLines of module strangers failed: one\\nupgradesrv: two\\x1B[2J");
 }
 
-TEST_F(CRunCommandTest, StrategyWithoutMemoryIsTrouble) {
+TEST_F(RunCommandTest, StrategyWithoutMemoryIsTrouble) {
   EXPECT_EQ(StrangerTrouble("CThrowsBadAlloc"), "strategy CThrowsBadAlloc of module strangers failed: out of memory");
 }
 
-TEST_F(CRunCommandTest, QuietMayStandBeforeTheCommandToo) {
+TEST_F(RunCommandTest, QuietMayStandBeforeTheCommandToo) {
   EXPECT_EQ(test::RunTool({"--quiet", "run", upgrade_.Path()}).output, test::kFullReport);
 }
 
-TEST_F(CRunCommandTest, StrategyWithoutResultHasNothingToReport) {
+TEST_F(RunCommandTest, StrategyWithoutResultHasNothingToReport) {
   const test::SProcessResult result = RunStranger("CSetsNoResult");
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.output, "");
   EXPECT_EQ(result.errors, upgrade_.Notes() + "upgradesrv: CSetsNoResult: nothing to report\n");
 }
 
-TEST_F(CRunCommandTest, ResultWithoutErrorInfoIsTrouble) {
+TEST_F(RunCommandTest, ResultWithoutErrorInfoIsTrouble) {
   EXPECT_EQ(StrangerTrouble("CSetsNoText"),
             "strategy CSetsNoText of module strangers failed: its result has no string \"error_info\"");
 }
 
-TEST_F(CRunCommandTest, ErrorInfoThatIsNotAStringIsTrouble) {
+TEST_F(RunCommandTest, ErrorInfoThatIsNotAStringIsTrouble) {
   EXPECT_EQ(StrangerTrouble("CSetsNumber"),
             "strategy CSetsNumber of module strangers failed: its result has no string \"error_info\"");
   EXPECT_EQ(StrangerTrouble("CSetsArray"),
             "strategy CSetsArray of module strangers failed: its result has no string \"error_info\"");
 }
 
-TEST_F(CRunCommandTest, EmptyErrorInfoIsAReportOfDifferencesAllTheSame) {
+TEST_F(RunCommandTest, EmptyErrorInfoIsAReportOfDifferencesAllTheSame) {
   const test::SProcessResult result = RunStranger("CSetsEmptyText");
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.output, "");
   EXPECT_EQ(result.errors, upgrade_.Notes() + "upgradesrv: CSetsEmptyText: differences reported\n");
 }
 
-TEST_F(CRunCommandTest, ErrorInfoIsPrintedByteForByte) {
+TEST_F(RunCommandTest, ErrorInfoIsPrintedByteForByte) {
   const test::SProcessResult result = RunStranger("CSetsBytes");
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.output, kBytes);
 }
 
-TEST_F(CRunCommandTest, StrategyGetsContextAndParameter) {
+TEST_F(RunCommandTest, StrategyGetsContextAndParameter) {
   upgrade_.WriteUpgrade({{"lang", R"("zh")"}, {"strategies", R"([{"module": "strangers", "class": "CTellsContext",
                                             "parameter": {"b": 1, "a": [null]}}])"}});
   const std::string directory = upgrade_.Path();
@@ -149,30 +149,30 @@ TEST_F(CRunCommandTest, StrategyGetsContextAndParameter) {
                                                   "/installation.json\n{\n  \"b\": 1,\n  \"a\": [\n    null\n  ]\n}\n");
 }
 
-TEST_F(CRunCommandTest, LoggedErrorIsTroubleAfterTheStrategyHasEnded) {
+TEST_F(RunCommandTest, LoggedErrorIsTroubleAfterTheStrategyHasEnded) {
   const test::SProcessResult result = RunStranger("CLogsError");
   EXPECT_EQ(test::TroubleOf(result), "the strategies logged 1 error; clear up what the log says and run again");
   EXPECT_THAT(result.errors, HasSubstr("ERROR stranger.cpp:12 CStranger::Invoke - the stranger's log line\n"));
 }
 
-TEST_F(CRunCommandTest, ReportOfAStrategyThatLoggedAnErrorIsPrinted) {
+TEST_F(RunCommandTest, ReportOfAStrategyThatLoggedAnErrorIsPrinted) {
   const test::SProcessResult result = RunStranger("CLogsErrorAndReports");
   EXPECT_EQ(result.output, "what was found\n");
   EXPECT_THAT(test::ErrorOf(result), HasSubstr("logged 1 error;"));
 }
 
-TEST_F(CRunCommandTest, LoggedErrorsAreCountedOverTheWholeChain) {
+TEST_F(RunCommandTest, LoggedErrorsAreCountedOverTheWholeChain) {
   const std::string logs = R"({"module": "strangers", "class": "CLogsError"})";
   EXPECT_THAT(test::TroubleOf(RunChain(logs + "," + kSilent + "," + logs)), HasSubstr("logged 2 errors;"));
 }
 
-TEST_F(CRunCommandTest, LoggedWarningIsNoTrouble) {
+TEST_F(RunCommandTest, LoggedWarningIsNoTrouble) {
   const test::SProcessResult result = RunStranger("CLogsWarning");
   EXPECT_EQ(result.status, 0);
   EXPECT_THAT(result.errors, HasSubstr("WARN stranger.cpp:12"));
 }
 
-TEST_F(CRunCommandTest, ChainRunsInOrder) {
+TEST_F(RunCommandTest, ChainRunsInOrder) {
   const test::SProcessResult result = RunChain(Recorder("zulu") + "," + Recorder("alpha") + "," + Recorder("mike"));
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.output, "zulu\nalpha\nmike\n");
@@ -180,7 +180,7 @@ TEST_F(CRunCommandTest, ChainRunsInOrder) {
               testing::ContainsRegex("invoked zulu\n(.*\n)*invoked alpha\n(.*\n)*invoked mike\n"));
 }
 
-TEST_F(CRunCommandTest, ChainKeepsStatus1WhenALaterStrategyHasNothingToReport) {
+TEST_F(RunCommandTest, ChainKeepsStatus1WhenALaterStrategyHasNothingToReport) {
   const test::SProcessResult result = RunChain(kCheck + "," + kSilent);
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.output, test::kFullReport);
@@ -190,13 +190,13 @@ TEST_F(CRunCommandTest, ChainKeepsStatus1WhenALaterStrategyHasNothingToReport) {
           "upgradesrv: CCheckMetaStrategy2024: differences reported\nupgradesrv: CSetsNoResult: nothing to report\n");
 }
 
-TEST_F(CRunCommandTest, ChainReportsWhatComesAfterAStrategyWithNothingToReport) {
+TEST_F(RunCommandTest, ChainReportsWhatComesAfterAStrategyWithNothingToReport) {
   const test::SProcessResult result = RunChain(kSilent + "," + kCheck);
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.output, test::kFullReport);
 }
 
-TEST_F(CRunCommandTest, ChainStopsAtTheFirstStrategyThatThrows) {
+TEST_F(RunCommandTest, ChainStopsAtTheFirstStrategyThatThrows) {
   const test::SProcessResult result = RunChain(kCheck + "," + kThrower + "," + Recorder("never"));
   EXPECT_THAT(test::ErrorOf(result), HasSubstr("strategy CThrowsMessage of module strangers failed: "));
   EXPECT_EQ(result.output, test::kFullReport);
@@ -204,18 +204,18 @@ TEST_F(CRunCommandTest, ChainStopsAtTheFirstStrategyThatThrows) {
   EXPECT_FALSE(upgrade_.HasEarlierDocument());
 }
 
-TEST_F(CRunCommandTest, StrategyThatThrowsFirstLeavesTheRestUndone) {
+TEST_F(RunCommandTest, StrategyThatThrowsFirstLeavesTheRestUndone) {
   EXPECT_THAT(test::TroubleOf(RunChain(kThrower + "," + kCheck)), HasSubstr("CThrowsMessage"));
   EXPECT_TRUE(upgrade_.HasEarlierDocument());
 }
 
-TEST_F(CRunCommandTest, ChainStopsAtAModuleThatIsMissing) {
+TEST_F(RunCommandTest, ChainStopsAtAModuleThatIsMissing) {
   const test::SProcessResult result = RunChain(kSilent + R"(, {"module": "absent", "class": "C"}, )" + kCheck);
   EXPECT_THAT(test::TroubleOf(result), HasSubstr("module absent: there is no "));
   EXPECT_TRUE(upgrade_.HasEarlierDocument());
 }
 
-TEST_F(CRunCommandTest, SecondRunReplacesTheDocumentOfTheFirst) {
+TEST_F(RunCommandTest, SecondRunReplacesTheDocumentOfTheFirst) {
   ASSERT_EQ(upgrade_.Run().status, 1);
   const std::string first = upgrade_.Document();
   ASSERT_EQ(upgrade_.Run({"--elements", "link"}).status, 1);
@@ -231,9 +231,9 @@ struct SParameter {
   const char* message;
 };
 
-class CParameterTest : public testing::TestWithParam<SParameter> {};
+class ParameterTest : public testing::TestWithParam<SParameter> {};
 
-TEST_P(CParameterTest, IsTroubleThatNamesThePlace) {
+TEST_P(ParameterTest, IsTroubleThatNamesThePlace) {
   const test::CUpgradeDirectory upgrade;
   upgrade.WriteUpgrade({{"strategies", R"([{"module": "checkmeta2024", "class": "CCheckMetaStrategy2024")" +
                                            std::string(GetParam().text) + "}]"}});
@@ -247,7 +247,7 @@ constexpr const char* kMissing = "json member [execute_elements] not exist! (cod
 constexpr const char* kWrongType = "json member [execute_elements] is not Array String! (code 0xA4C00004)";
 
 INSTANTIATE_TEST_SUITE_P(
-    ExecuteElements, CParameterTest,
+    ExecuteElements, ParameterTest,
     testing::Values(SParameter{"NoParameter", "", kMissing}, SParameter{"Missing", R"(, "parameter": {})", kMissing},
                     SParameter{"OtherCase", R"(, "parameter": {"Execute_Elements": ["class"]})", kMissing},
                     SParameter{"Text", R"(, "parameter": {"execute_elements": "class"})", kWrongType},
@@ -255,7 +255,7 @@ INSTANTIATE_TEST_SUITE_P(
                     SParameter{"ItemNumber", R"(, "parameter": {"execute_elements": ["class", 1]})", kWrongType}),
     [](const auto& test) { return test.param.name; });
 
-TEST_F(CRunCommandTest, UnknownKindIsLoggedTheOthersAreCheckedAndTheRunEndsWithStatus2) {
+TEST_F(RunCommandTest, UnknownKindIsLoggedTheOthersAreCheckedAndTheRunEndsWithStatus2) {
   const test::SProcessResult result = RunChain(CheckOf(R"("method", "link")"));
   EXPECT_EQ(test::ErrorOf(result), "the strategies logged 1 error; clear up what the log says and run again");
   EXPECT_THAT(result.errors, HasSubstr("ERROR deploy_tools/upgradesrv/src/checkmeta2024/CheckMetaStrategy2024.cpp:59 "
@@ -265,7 +265,7 @@ TEST_F(CRunCommandTest, UnknownKindIsLoggedTheOthersAreCheckedAndTheRunEndsWithS
   EXPECT_THAT(upgrade_.Document(), HasSubstr("deleted_links"));
 }
 
-TEST_F(CRunCommandTest, UnknownKindsAloneStillWriteTheDocumentAndNeverLookClean) {
+TEST_F(RunCommandTest, UnknownKindsAloneStillWriteTheDocumentAndNeverLookClean) {
   const test::SProcessResult result = RunChain(CheckOf(R"("Class", "links")"));
   EXPECT_THAT(test::TroubleOf(result), HasSubstr("logged 2 errors;"));
   EXPECT_EQ(upgrade_.Document(), "{}\n");

@@ -32,9 +32,9 @@ struct SSide {
 
 constexpr SSide kSides[] = {{"original", "2024/metamodel.json"}, {"client", "installation.json"}};
 
-class CRefusedMetamodelTest : public testing::TestWithParam<SDocument> {};
+class RefusedMetamodelTest : public testing::TestWithParam<SDocument> {};
 
-TEST_P(CRefusedMetamodelTest, IsTroubleThatNamesSideFileAndPlace) {
+TEST_P(RefusedMetamodelTest, IsTroubleThatNamesSideFileAndPlace) {
   for (const SSide& side : kSides) {
     const test::CUpgradeDirectory upgrade;
     const std::string file = upgrade.Write(side.file, GetParam().text);
@@ -44,7 +44,7 @@ TEST_P(CRefusedMetamodelTest, IsTroubleThatNamesSideFileAndPlace) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Documents, CRefusedMetamodelTest,
+    Documents, RefusedMetamodelTest,
     testing::Values(
         SDocument{"Empty", "", "FILE:1:1: the document is empty"},
         SDocument{
@@ -72,7 +72,7 @@ INSTANTIATE_TEST_SUITE_P(
                   "names must differ in more than letter case"}),
     [](const auto& test) { return test.param.name; });
 
-TEST(RunMetamodels, ThatIsMissingIsTroubleThatNamesTheSide) {
+TEST(RunMetamodelsTest, ThatIsMissingIsTroubleThatNamesTheSide) {
   for (const SSide& side : kSides) {
     const test::CUpgradeDirectory upgrade;
     std::filesystem::remove(upgrade.File(side.file));
@@ -81,7 +81,7 @@ TEST(RunMetamodels, ThatIsMissingIsTroubleThatNamesTheSide) {
   }
 }
 
-TEST(RunMetamodels, LocationOfUnknownFormIsTroubleThatNamesTheSide) {
+TEST(RunMetamodelsTest, LocationOfUnknownFormIsTroubleThatNamesTheSide) {
   for (const SSide& side : kSides) {
     const test::CUpgradeDirectory upgrade;
     upgrade.WriteUpgrade({{side.name + std::string("_metamodel"), R"("metamodel.xml")"}});
@@ -91,7 +91,7 @@ TEST(RunMetamodels, LocationOfUnknownFormIsTroubleThatNamesTheSide) {
   }
 }
 
-TEST(RunMetamodels, FailureInTheSecondMetamodelLeavesNoPartOfAReport) {
+TEST(RunMetamodelsTest, FailureInTheSecondMetamodelLeavesNoPartOfAReport) {
   const test::CUpgradeDirectory upgrade;
   upgrade.Write("2024/metamodel.json", R"({"generation": 2024, "classes": 5})");
   EXPECT_THAT(upgrade.Trouble({"--elements", "link,class"}), EndsWith("/2024/metamodel.json: /classes: expected an "

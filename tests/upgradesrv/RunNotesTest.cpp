@@ -18,9 +18,9 @@ using testing::Not;
 using testing::StartsWith;
 using upgradesrv::RunNotes;
 
-class CRunNotesTest : public testing::Test {
+class RunNotesTest : public testing::Test {
  protected:
-  CRunNotesTest() {
+  RunNotesTest() {
     context_.SetUpgradeCfgPath(directory_.Path());
     context_.SetLang("en");
     context_.SetClientMetaLocation(directory_.Write("client.json", ""));
@@ -39,28 +39,28 @@ class CRunNotesTest : public testing::Test {
 
 constexpr const char* kSame = "both metamodels are the same, so that no difference can be found";
 
-TEST_F(CRunNotesTest, NameBothMetamodels) {
+TEST_F(RunNotesTest, NameBothMetamodels) {
   EXPECT_THAT(RunNotes(context_), ElementsAre(Metamodels("client.json", "original.json")));
 }
 
-TEST_F(CRunNotesTest, HidePasswords) {
+TEST_F(RunNotesTest, HidePasswords) {
   context_.SetClientMetaLocation("postgresql://host=h password=geheim");
   EXPECT_THAT(RunNotes(context_), ElementsAre(AllOf(StartsWith("client metamodel postgresql://"), HasSubstr("host=h"),
                                                     HasSubstr("password=***"), Not(HasSubstr("geheim")))));
 }
 
-TEST_F(CRunNotesTest, SayThatBothAreTheSame) {
+TEST_F(RunNotesTest, SayThatBothAreTheSame) {
   context_.SetOriginalMetaLocation(context_.GetClientMetaLocation());
   EXPECT_THAT(RunNotes(context_), ElementsAre(Metamodels("client.json", "client.json"), kSame));
 }
 
-TEST_F(CRunNotesTest, SayThatBothAreTheSameFile) {
+TEST_F(RunNotesTest, SayThatBothAreTheSameFile) {
   std::filesystem::remove(directory_.File("original.json"));
   std::filesystem::create_symlink("client.json", directory_.File("original.json"));
   EXPECT_THAT(RunNotes(context_), ElementsAre(Metamodels("client.json", "original.json"), kSame));
 }
 
-TEST_F(CRunNotesTest, SayThatTheLanguageIsNotKnown) {
+TEST_F(RunNotesTest, SayThatTheLanguageIsNotKnown) {
   WriteTexts(R"({"inserted": {"en": "New", "de": "Neu"}, "updated": {"fr": "Autre", "en": "Other"}, "x": null})");
   context_.SetLang("EN");
   EXPECT_THAT(RunNotes(context_), ElementsAre(Metamodels("client.json", "original.json"),
@@ -68,20 +68,20 @@ TEST_F(CRunNotesTest, SayThatTheLanguageIsNotKnown) {
                                                   ", so that words of reports are left out; it has de, en, fr"));
 }
 
-TEST_F(CRunNotesTest, LeaveAloneALanguageThatStandsSomewhere) {
+TEST_F(RunNotesTest, LeaveAloneALanguageThatStandsSomewhere) {
   WriteTexts(R"({"inserted": {"en": "New", "de": "Neu"}, "updated": {"fr": "Autre", "en": "Other"}})");
   context_.SetLang("fr");
   EXPECT_THAT(RunNotes(context_), ElementsAre(Metamodels("client.json", "original.json")));
 }
 
-TEST_F(CRunNotesTest, LeaveFaultyTextsToThoseWhoNeedThem) {
+TEST_F(RunNotesTest, LeaveFaultyTextsToThoseWhoNeedThem) {
   for (const std::string texts : {"", "[]", "{}", R"({"inserted": {}})"}) {
     WriteTexts(texts);
     EXPECT_THAT(RunNotes(context_), ElementsAre(Metamodels("client.json", "original.json"))) << texts;
   }
 }
 
-TEST_F(CRunNotesTest, LeaveALocationOfNoKnownFormToTheLoading) {
+TEST_F(RunNotesTest, LeaveALocationOfNoKnownFormToTheLoading) {
   context_.SetClientMetaLocation("installation.xml");
   EXPECT_THAT(RunNotes(context_), IsEmpty());
 }

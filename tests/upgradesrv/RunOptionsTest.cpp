@@ -14,14 +14,14 @@ using SRefused = test::SRefusedArguments;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-TEST(RunOptions, LangOverridesTheUpgradeFile) {
+TEST(RunOptionsTest, LangOverridesTheUpgradeFile) {
   const test::CUpgradeDirectory upgrade;
   const test::SProcessResult result = upgrade.Run({"--lang", "de", "--elements", "link"});
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.output, "\nEntfernt: Verbindung:\n Name:Uses,Anzeige:Uses\n\n");
 }
 
-TEST(RunOptions, OriginalAndClientOverrideTheUpgradeFileAndStartAtTheCurrentDirectory) {
+TEST(RunOptionsTest, OriginalAndClientOverrideTheUpgradeFileAndStartAtTheCurrentDirectory) {
   const test::CUpgradeDirectory upgrade;
   const test::CTemporaryDirectory elsewhere;
   elsewhere.Write("shipped.json", R"({"generation": 2024, "links": [{"internal_name": "Uses"}]})");
@@ -42,7 +42,7 @@ TEST(RunOptions, OriginalAndClientOverrideTheUpgradeFileAndStartAtTheCurrentDire
               HasSubstr("client metamodel: installation.json: cannot be read: "));
 }
 
-TEST(RunOptions, ElementsOverrideTheParameterAndRunInTheirOrder) {
+TEST(RunOptionsTest, ElementsOverrideTheParameterAndRunInTheirOrder) {
   const test::CUpgradeDirectory upgrade;
   ASSERT_EQ(upgrade.Run({"--elements", "link,class"}).output, test::kClassReport + test::kLinkReport);
   const std::string linkFirst = upgrade.Document();
@@ -53,26 +53,26 @@ TEST(RunOptions, ElementsOverrideTheParameterAndRunInTheirOrder) {
   EXPECT_EQ(upgrade.Run({"--elements", "behavior"}).output, test::kBehaviorReport);
 }
 
-TEST(RunOptions, ElementsDoNotSwallowTheDirectory) {
+TEST(RunOptionsTest, ElementsDoNotSwallowTheDirectory) {
   const test::CUpgradeDirectory upgrade;
   EXPECT_EQ(upgrade.Trouble({"--elements", "class", "link"}),
             "unexpected argument \"" + upgrade.Path() + "\"; see upgradesrv run --help");
 }
 
-TEST(RunOptions, ElementsWithoutAStrategyThatHasSomeAreTrouble) {
+TEST(RunOptionsTest, ElementsWithoutAStrategyThatHasSomeAreTrouble) {
   const test::CUpgradeDirectory upgrade;
   upgrade.WriteUpgrade({{"strategies", R"([{"module": "checkmeta2024", "class": "CCheckMetaStrategy2024"}])"}});
   EXPECT_EQ(upgrade.Trouble({"--elements", "class"}), "--elements: no strategy of " + upgrade.File("upgrade.json") +
                                                           " has \"execute_elements\" in its parameter");
 }
 
-TEST(RunOptions, MayStandAfterTheDirectory) {
+TEST(RunOptionsTest, MayStandAfterTheDirectory) {
   const test::CUpgradeDirectory upgrade;
   const test::SProcessResult result = test::RunTool({"run", upgrade.Path(), "--elements", "class"});
   EXPECT_EQ(result.output, test::kClassReport) << result.errors;
 }
 
-TEST(RunOptions, DirectoryMayBeRelativeAndEndInASeparator) {
+TEST(RunOptionsTest, DirectoryMayBeRelativeAndEndInASeparator) {
   const test::CUpgradeDirectory upgrade;
   for (const char* directory : {".", "./", "2024/.."}) {
     const test::SProcessResult result = test::RunTool({"run", directory}, upgrade.Path());
@@ -80,16 +80,16 @@ TEST(RunOptions, DirectoryMayBeRelativeAndEndInASeparator) {
   }
 }
 
-class CRefusedOptionTest : public testing::TestWithParam<test::SRefusedArguments> {};
+class RefusedOptionTest : public testing::TestWithParam<test::SRefusedArguments> {};
 
-TEST_P(CRefusedOptionTest, IsOneErrorThatLeadsToTheHelp) {
+TEST_P(RefusedOptionTest, IsOneErrorThatLeadsToTheHelp) {
   const test::CUpgradeDirectory upgrade;
   EXPECT_EQ(upgrade.Trouble(GetParam().arguments),
             test::Replaced(GetParam().message, "DIR", upgrade.Path()) + "; see upgradesrv run --help");
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Options, CRefusedOptionTest,
+    Options, RefusedOptionTest,
     testing::Values(SRefused{"Unknown", {"--frob"}, "unknown option --frob"},
                     SRefused{"UnknownShort", {"-x"}, "unknown option -x"},
                     SRefused{"EmptyLang", {"--lang", ""}, "--lang: the value is empty"},

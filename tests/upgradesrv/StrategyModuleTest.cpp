@@ -18,7 +18,7 @@ using testing::StartsWith;
 const std::string kTestModules = UPGRADESRV_TEST_MODULE_DIRECTORY;
 const std::string kModules = UPGRADESRV_MODULE_DIRECTORY;
 
-class CStrategyModuleTest : public testing::Test {
+class StrategyModuleTest : public testing::Test {
  protected:
   /// One strategy of class CSetsNoResult, which ends with status 0 where its module is the one with strangers.
   void UseModule(const std::string& name) const {
@@ -33,19 +33,19 @@ class CStrategyModuleTest : public testing::Test {
   test::CUpgradeDirectory upgrade_;
 };
 
-TEST_F(CStrategyModuleTest, IsFoundInTheGivenDirectory) {
+TEST_F(StrategyModuleTest, IsFoundInTheGivenDirectory) {
   UseModule("strangers");
   const test::SProcessResult result = upgrade_.RunTestModules();
   EXPECT_EQ(result.status, 0) << result.errors;
 }
 
-TEST_F(CStrategyModuleTest, ThatIsMissingIsTrouble) {
+TEST_F(StrategyModuleTest, ThatIsMissingIsTrouble) {
   EXPECT_EQ(TroubleWithModule("absent"), "module absent: there is no " + kTestModules +
                                              "/libabsent.so; give the bare name, NAME for libNAME.so, install the "
                                              "module there or name its directory with --module-dir");
 }
 
-TEST_F(CStrategyModuleTest, NameWithASeparatorIsRefusedEvenWhereItLeadsToAModule) {
+TEST_F(StrategyModuleTest, NameWithASeparatorIsRefusedEvenWhereItLeadsToAModule) {
   fs::create_directories(upgrade_.File("modules/libinner"));
   fs::copy(kTestModules + "/libstrangers.so", upgrade_.File("modules/libinner/strangers.so"));
   fs::copy(kTestModules + "/libstrangers.so", upgrade_.File("outer.so"));
@@ -57,7 +57,7 @@ TEST_F(CStrategyModuleTest, NameWithASeparatorIsRefusedEvenWhereItLeadsToAModule
   }
 }
 
-TEST_F(CStrategyModuleTest, NameWithANulIsRefusedEvenWhereItLeadsToAModule) {
+TEST_F(StrategyModuleTest, NameWithANulIsRefusedEvenWhereItLeadsToAModule) {
   try {
     const upgradesrv::CStrategyModule module(kTestModules, std::string("strangers.so\0x", 14));
     ADD_FAILURE() << "loaded";
@@ -66,11 +66,11 @@ TEST_F(CStrategyModuleTest, NameWithANulIsRefusedEvenWhereItLeadsToAModule) {
   }
 }
 
-TEST_F(CStrategyModuleTest, NameIsCompletedToAFileName) {
+TEST_F(StrategyModuleTest, NameIsCompletedToAFileName) {
   EXPECT_THAT(TroubleWithModule("libstrangers.so"), HasSubstr("/liblibstrangers.so.so; give the bare name"));
 }
 
-TEST_F(CStrategyModuleTest, ThatIsDamagedIsTrouble) {
+TEST_F(StrategyModuleTest, ThatIsDamagedIsTrouble) {
   upgrade_.Write("modules/libdamaged.so", "This is not a shared library.\n");
   UseModule("damaged");
   const std::string file = upgrade_.File("modules/libdamaged.so");
@@ -78,7 +78,7 @@ TEST_F(CStrategyModuleTest, ThatIsDamagedIsTrouble) {
               StartsWith("module damaged: cannot be loaded: " + file + ": "));
 }
 
-TEST_F(CStrategyModuleTest, ThatIsCutOffAnywhereIsTrouble) {
+TEST_F(StrategyModuleTest, ThatIsCutOffAnywhereIsTrouble) {
   const std::string whole = test::ReadFile(kTestModules + "/libstrangers.so");
   UseModule("cut");
   for (const std::size_t size :
@@ -94,7 +94,7 @@ TEST_F(CStrategyModuleTest, ThatIsCutOffAnywhereIsTrouble) {
   EXPECT_EQ(result.status, 0) << result.errors;
 }
 
-TEST_F(CStrategyModuleTest, ThatIsOfAnotherKindOfMachineIsTrouble) {
+TEST_F(StrategyModuleTest, ThatIsOfAnotherKindOfMachineIsTrouble) {
   std::string foreign = test::ReadFile(kTestModules + "/libstrangers.so");
   foreign[4] = foreign[4] == 1 ? '\2' : '\1';
   upgrade_.Write("modules/libforeign.so", foreign);
@@ -102,33 +102,33 @@ TEST_F(CStrategyModuleTest, ThatIsOfAnotherKindOfMachineIsTrouble) {
   EXPECT_THAT(upgrade_.Trouble({"--module-dir", upgrade_.File("modules")}), EndsWith("wrong ELF class: ELFCLASS32"));
 }
 
-TEST_F(CStrategyModuleTest, ThatIsADirectoryIsTrouble) {
+TEST_F(StrategyModuleTest, ThatIsADirectoryIsTrouble) {
   fs::create_directories(upgrade_.File("modules/libfolder.so"));
   UseModule("folder");
   EXPECT_THAT(upgrade_.Trouble({"--module-dir", upgrade_.File("modules")}),
               StartsWith("module folder: cannot be loaded: " + upgrade_.File("modules/libfolder.so") + ": "));
 }
 
-TEST_F(CStrategyModuleTest, ThatNeedsWhatTheHostDoesNotHaveIsTrouble) {
+TEST_F(StrategyModuleTest, ThatNeedsWhatTheHostDoesNotHaveIsTrouble) {
   const std::string trouble = TroubleWithModule("undefinedsymbol");
   EXPECT_THAT(trouble, StartsWith("module undefinedsymbol: cannot be loaded: " + kTestModules));
   EXPECT_THAT(trouble, HasSubstr("OperationOfAnotherHost"));
 }
 
-TEST_F(CStrategyModuleTest, WithoutFactoryIsTrouble) {
+TEST_F(StrategyModuleTest, WithoutFactoryIsTrouble) {
   EXPECT_EQ(TroubleWithModule("nofactory"),
             "module nofactory: " + kTestModules +
                 "/libnofactory.so is not a strategy module: it does not export CreateReflectionClassObject");
 }
 
-TEST_F(CStrategyModuleTest, WhoseFactoryReturnsNullIsTrouble) {
+TEST_F(StrategyModuleTest, WhoseFactoryReturnsNullIsTrouble) {
   EXPECT_EQ(TroubleWithModule("nullfactory"),
             "strategy CSetsNoResult of module nullfactory failed: " + kTestModules +
                 "/libnullfactory.so: the module has no strategy class \"CSetsNoResult\"; correct \"class\" in "
                 "upgrade.json");
 }
 
-TEST_F(CStrategyModuleTest, WhoseFactoryThrowsIsTrouble) {
+TEST_F(StrategyModuleTest, WhoseFactoryThrowsIsTrouble) {
   const auto trouble = [this](const std::string& className) {
     upgrade_.WriteUpgrade({{"strategies", R"([{"module": "throwingfactory", "class": ")" + className + R"("}])"}});
     return upgrade_.TroubleWithTestModules();
@@ -140,21 +140,21 @@ TEST_F(CStrategyModuleTest, WhoseFactoryThrowsIsTrouble) {
             "strategy CInt" + end + "it threw something that is not an exception of the standard library");
 }
 
-TEST_F(CStrategyModuleTest, ThatDoesNotKnowTheClassIsTrouble) {
+TEST_F(StrategyModuleTest, ThatDoesNotKnowTheClassIsTrouble) {
   upgrade_.WriteUpgrade({{"strategies", R"([{"module": "checkmeta2024", "class": "CCheckMeta2024Helper"}])"}});
   EXPECT_EQ(upgrade_.Trouble(), "strategy CCheckMeta2024Helper of module checkmeta2024 failed: " + kModules +
                                     "/libcheckmeta2024.so: the module has no strategy class "
                                     "\"CCheckMeta2024Helper\"; correct \"class\" in upgrade.json");
 }
 
-TEST_F(CStrategyModuleTest, IsNeverLookedUpInTheCurrentDirectory) {
+TEST_F(StrategyModuleTest, IsNeverLookedUpInTheCurrentDirectory) {
   UseModule("strangers");
   fs::copy(kTestModules + "/libstrangers.so", upgrade_.File("libstrangers.so"));
   EXPECT_THAT(test::TroubleOf(test::RunTool({"run", "."}, upgrade_.Path())),
               StartsWith("module strangers: there is no " + kModules + "/libstrangers.so; "));
 }
 
-TEST_F(CStrategyModuleTest, NothingElseIsLoadedFromTheCurrentDirectoryEither) {
+TEST_F(StrategyModuleTest, NothingElseIsLoadedFromTheCurrentDirectoryEither) {
   const fs::path build = fs::path(UPGRADESRV_EXECUTABLE).parent_path().parent_path();
   for (const fs::path& directory : {build / "lib", fs::path(kModules)}) {
     for (const auto& library : fs::directory_iterator(directory)) {
@@ -167,14 +167,14 @@ TEST_F(CStrategyModuleTest, NothingElseIsLoadedFromTheCurrentDirectoryEither) {
   EXPECT_EQ(result.output, test::kFullReport);
 }
 
-TEST_F(CStrategyModuleTest, IsNeverLookedUpWhereTheLoaderSearches) {
+TEST_F(StrategyModuleTest, IsNeverLookedUpWhereTheLoaderSearches) {
   UseModule("strangers");
   EXPECT_THAT(test::TroubleOf(
                   test::RunInShell("LD_LIBRARY_PATH='" + kTestModules + "' exec \"$0\" run \"$1\"", upgrade_.Path())),
               StartsWith("module strangers: there is no " + kModules + "/libstrangers.so; "));
 }
 
-TEST_F(CStrategyModuleTest, DirectoryMayBeRelativeToTheCurrentOne) {
+TEST_F(StrategyModuleTest, DirectoryMayBeRelativeToTheCurrentOne) {
   UseModule("strangers");
   for (const char* directory : {".", "modules", "modules/"}) {
     const fs::path file = fs::path(upgrade_.File(directory)) / "libstrangers.so";
@@ -186,14 +186,14 @@ TEST_F(CStrategyModuleTest, DirectoryMayBeRelativeToTheCurrentOne) {
   }
 }
 
-TEST_F(CStrategyModuleTest, DirectoryIsByDefaultBesideTheExecutableAndNotBesideALinkToIt) {
+TEST_F(StrategyModuleTest, DirectoryIsByDefaultBesideTheExecutableAndNotBesideALinkToIt) {
   fs::create_symlink(UPGRADESRV_EXECUTABLE, upgrade_.File("tool"));
   const test::SProcessResult result = test::Run({upgrade_.File("tool"), "run", upgrade_.Path()});
   EXPECT_EQ(result.status, 1) << result.errors;
   EXPECT_EQ(result.output, test::kFullReport);
 }
 
-TEST_F(CStrategyModuleTest, IsUnloadedAfterItsStrategyIsDeletedAndBeforeTheNextBegins) {
+TEST_F(StrategyModuleTest, IsUnloadedAfterItsStrategyIsDeletedAndBeforeTheNextBegins) {
   const std::string record = upgrade_.File("record");
   const auto strategy = [&record](const std::string& name) {
     return R"({"module": "recorder", "class": "C", "parameter": {"name": ")" + name + R"(", "record": ")" + record +
@@ -206,7 +206,7 @@ TEST_F(CStrategyModuleTest, IsUnloadedAfterItsStrategyIsDeletedAndBeforeTheNextB
             "invoked first\ndestroyed first\nunloaded\ninvoked second\ndestroyed second\nunloaded\n");
 }
 
-TEST_F(CStrategyModuleTest, ClassNameIsPassedOnAsItStands) {
+TEST_F(StrategyModuleTest, ClassNameIsPassedOnAsItStands) {
   upgrade_.WriteUpgrade({{"strategies", R"([{"module": "checkmeta2024", "class": "ccheckmetaSTRATEGY2024",
                           "parameter": {"execute_elements": ["link"]}}])"}});
   const test::SProcessResult result = upgrade_.Run();

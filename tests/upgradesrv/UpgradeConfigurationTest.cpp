@@ -25,9 +25,9 @@ void PrintTo(const SRefused& refused, std::ostream* output) {
   *output << refused.name;
 }
 
-class CRefusedUpgradeTest : public testing::TestWithParam<SRefused> {};
+class RefusedUpgradeTest : public testing::TestWithParam<SRefused> {};
 
-TEST_P(CRefusedUpgradeTest, IsOneErrorThatNamesFileAndPlace) {
+TEST_P(RefusedUpgradeTest, IsOneErrorThatNamesFileAndPlace) {
   const test::CUpgradeDirectory upgrade;
   upgrade.WriteUpgrade(GetParam().changes);
   EXPECT_EQ(upgrade.Trouble(), test::Replaced(GetParam().message, "DIR", upgrade.Path()));
@@ -41,7 +41,7 @@ const std::string kBadStrategies = "DIR/upgrade.json: /strategies: must be an ar
 const std::string kBadParameter = "DIR/upgrade.json: /strategies/0/parameter: must be an object";
 
 INSTANTIATE_TEST_SUITE_P(
-    Members, CRefusedUpgradeTest,
+    Members, RefusedUpgradeTest,
     testing::Values(
         SRefused{"LangMissing", {{"lang", ""}}, "DIR/upgrade.json: /: member \"lang\" is missing"},
         SRefused{"VersionMissing", {{"version", ""}}, "DIR/upgrade.json: /: member \"version\" is missing"},
@@ -88,7 +88,7 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& test) { return test.param.name; });
 
 INSTANTIATE_TEST_SUITE_P(
-    Strategies, CRefusedUpgradeTest,
+    Strategies, RefusedUpgradeTest,
     testing::Values(
         SRefused{"StrategiesEmpty", {{"strategies", "[]"}}, kBadStrategies.c_str()},
         SRefused{"StrategiesObject", {{"strategies", "{}"}}, kBadStrategies.c_str()},
@@ -127,39 +127,39 @@ INSTANTIATE_TEST_SUITE_P(
                  "DIR/upgrade.json: /strategies/0/parameter: member \"execute_elements\" stands twice"}),
     [](const auto& test) { return test.param.name; });
 
-TEST(UpgradeDirectory, ThatIsMissingIsTrouble) {
+TEST(UpgradeDirectoryTest, ThatIsMissingIsTrouble) {
   EXPECT_EQ(test::TroubleOf(test::RunTool({"run", "/nonexistent/upgrade/"})),
             "/nonexistent/upgrade: No such file or directory; give the upgrade configuration directory, which holds "
             "upgrade.json");
 }
 
-TEST(UpgradeDirectory, ThatIsAFileIsTrouble) {
+TEST(UpgradeDirectoryTest, ThatIsAFileIsTrouble) {
   const test::CUpgradeDirectory upgrade;
   EXPECT_EQ(test::TroubleOf(test::RunTool({"run", upgrade.File("upgrade.json")})),
             upgrade.File("upgrade.json") +
                 ": not a directory; give the upgrade configuration directory, which holds upgrade.json");
 }
 
-TEST(UpgradeFile, ThatIsMissingIsTrouble) {
+TEST(UpgradeFileTest, ThatIsMissingIsTrouble) {
   const test::CUpgradeDirectory upgrade;
   std::filesystem::remove(upgrade.File("upgrade.json"));
   EXPECT_EQ(upgrade.Trouble(), upgrade.File("upgrade.json") + ": cannot be read: No such file or directory");
 }
 
-TEST(UpgradeFile, ThatIsADirectoryIsTrouble) {
+TEST(UpgradeFileTest, ThatIsADirectoryIsTrouble) {
   const test::CUpgradeDirectory upgrade;
   std::filesystem::remove(upgrade.File("upgrade.json"));
   std::filesystem::create_directory(upgrade.File("upgrade.json"));
   EXPECT_EQ(upgrade.Trouble(), upgrade.File("upgrade.json") + ": cannot be read: Is a directory");
 }
 
-TEST(UpgradeFile, ThatIsMalformedIsTroubleAtLineAndColumn) {
+TEST(UpgradeFileTest, ThatIsMalformedIsTroubleAtLineAndColumn) {
   const test::CUpgradeDirectory upgrade;
   upgrade.Write("upgrade.json", "{\n  \"lang\": \"\xE4\xB8\xAD\" \"en\"\n}\n");
   EXPECT_EQ(upgrade.Trouble(), upgrade.File("upgrade.json") + ":2:15: Missing a comma or '}' after an object member.");
 }
 
-TEST(UpgradeFile, ThatIsNotAnObjectIsTrouble) {
+TEST(UpgradeFileTest, ThatIsNotAnObjectIsTrouble) {
   const test::CUpgradeDirectory upgrade;
   for (const char* text : {"[]", "\"upgrade\"", "null"}) {
     upgrade.Write("upgrade.json", text);
@@ -167,25 +167,25 @@ TEST(UpgradeFile, ThatIsNotAnObjectIsTrouble) {
   }
 }
 
-TEST(UpgradeFile, WithALineEndInAMemberNameIsStillOneErrorLine) {
+TEST(UpgradeFileTest, WithALineEndInAMemberNameIsStillOneErrorLine) {
   const test::CUpgradeDirectory upgrade;
   upgrade.WriteUpgrade({{R"(la\n\u009Bng)", "1"}});
   EXPECT_THAT(upgrade.Trouble(), testing::HasSubstr(R"(: /: unknown member "la\n\u009Bng"; known here: )"));
 }
 
-TEST(UpgradeFile, WithANulInAMemberNameIsAWholeError) {
+TEST(UpgradeFileTest, WithANulInAMemberNameIsAWholeError) {
   const test::CUpgradeDirectory upgrade;
   upgrade.WriteUpgrade({{R"(lang\u0000)", "1"}});
   EXPECT_THAT(upgrade.Trouble(), testing::HasSubstr(R"(: /: unknown member "lang\x00"; known here: lang, )"));
 }
 
-TEST(UpgradeFile, MayBeginWithAByteOrderMark) {
+TEST(UpgradeFileTest, MayBeginWithAByteOrderMark) {
   const test::CUpgradeDirectory upgrade;
   upgrade.Write("upgrade.json", "\xEF\xBB\xBF" + test::ReadFile(upgrade.File("upgrade.json")));
   EXPECT_EQ(upgrade.Run().status, 1);
 }
 
-class CUpgradeConfigurationTest : public testing::Test {
+class UpgradeConfigurationTest : public testing::Test {
  protected:
   CUpgradeContext Context(const upgradesrv::SConfigurationOverrides& overrides = {}) const {
     CUpgradeContext context;
@@ -196,7 +196,7 @@ class CUpgradeConfigurationTest : public testing::Test {
   test::CUpgradeDirectory upgrade_;
 };
 
-TEST_F(CUpgradeConfigurationTest, GivesDirectoriesWithoutTrailingSeparator) {
+TEST_F(UpgradeConfigurationTest, GivesDirectoriesWithoutTrailingSeparator) {
   CUpgradeContext context;
   const CUpgradeConfiguration configuration(upgrade_.Path() + "//", {});
   configuration.FillContext(context);
@@ -205,13 +205,13 @@ TEST_F(CUpgradeConfigurationTest, GivesDirectoriesWithoutTrailingSeparator) {
   EXPECT_EQ(context.GetVersionUpgradeCfgPath(), upgrade_.Path() + "/2024");
 }
 
-TEST_F(CUpgradeConfigurationTest, RelativeMetamodelPathsStartAtTheDirectory) {
+TEST_F(UpgradeConfigurationTest, RelativeMetamodelPathsStartAtTheDirectory) {
   const CUpgradeContext context = Context();
   EXPECT_EQ(context.GetOriginalMetaLocation(), upgrade_.Path() + "/2024/metamodel.json");
   EXPECT_EQ(context.GetClientMetaLocation(), upgrade_.Path() + "/installation.json");
 }
 
-TEST_F(CUpgradeConfigurationTest, AbsolutePathsAndConnectionsStandAsTheyAre) {
+TEST_F(UpgradeConfigurationTest, AbsolutePathsAndConnectionsStandAsTheyAre) {
   upgrade_.WriteUpgrade(
       {{"original_metamodel", R"("/srv/shipped.json")"}, {"client_metamodel", R"("postgresql://dbname=plm")"}});
   const CUpgradeContext context = Context();
@@ -219,7 +219,7 @@ TEST_F(CUpgradeConfigurationTest, AbsolutePathsAndConnectionsStandAsTheyAre) {
   EXPECT_EQ(context.GetClientMetaLocation(), "postgresql://dbname=plm");
 }
 
-TEST_F(CUpgradeConfigurationTest, OverridesStandAsTheyAre) {
+TEST_F(UpgradeConfigurationTest, OverridesStandAsTheyAre) {
   upgradesrv::SConfigurationOverrides overrides;
   overrides.lang = "de";
   overrides.originalLocation = "a.json";
@@ -230,7 +230,7 @@ TEST_F(CUpgradeConfigurationTest, OverridesStandAsTheyAre) {
   EXPECT_EQ(context.GetClientMetaLocation(), "b.json");
 }
 
-TEST_F(CUpgradeConfigurationTest, KeepsStrategiesInOrderWithTheirPlaces) {
+TEST_F(UpgradeConfigurationTest, KeepsStrategiesInOrderWithTheirPlaces) {
   upgrade_.WriteUpgrade({{"strategies", R"([{"module": "b", "class": "B", "parameter": {"x": "1"}},
                                            {"module": "a", "class": "A"}])"}});
   const CUpgradeConfiguration configuration(upgrade_.Path(), {});
@@ -244,12 +244,12 @@ TEST_F(CUpgradeConfigurationTest, KeepsStrategiesInOrderWithTheirPlaces) {
   EXPECT_EQ(strategies[1].place, upgrade_.File("upgrade.json") + ": /strategies/1");
 }
 
-TEST_F(CUpgradeConfigurationTest, AStrategyWithoutParameterGetsAnEmptyObject) {
+TEST_F(UpgradeConfigurationTest, AStrategyWithoutParameterGetsAnEmptyObject) {
   upgrade_.WriteUpgrade({{"strategies", R"([{"module": "a", "class": "A"}])"}});
   EXPECT_EQ(CUpgradeConfiguration(upgrade_.Path(), {}).GetStrategies().front().parameter->ToText(), "{}");
 }
 
-TEST_F(CUpgradeConfigurationTest, ElementsReplaceThoseOfEachStrategyThatHasSome) {
+TEST_F(UpgradeConfigurationTest, ElementsReplaceThoseOfEachStrategyThatHasSome) {
   upgrade_.WriteUpgrade({{"strategies", R"([{"module": "a", "class": "A", "parameter": {"execute_elements": 1}},
                                            {"module": "b", "class": "B", "parameter": {"other": ["class"]}},
                                            {"module": "c", "class": "C", "parameter": {"execute_elements": []}}])"}});

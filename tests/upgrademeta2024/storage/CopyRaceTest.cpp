@@ -24,7 +24,7 @@ namespace fs = std::filesystem;
 
 const std::string kUpgradesrv = UPGRADESRV_EXECUTABLE;
 
-class CCopyRaceTest : public testing::TestWithParam<EStorage> {
+class CopyRaceTest : public testing::TestWithParam<EStorage> {
  protected:
   std::string Path(const std::string& name) const { return storage_.Directory().File(name); }
   std::string Pipe(const std::string& name) const {
@@ -74,19 +74,19 @@ class CCopyRaceTest : public testing::TestWithParam<EStorage> {
   std::shared_ptr<CMetaDictionary2024> other_ = LargeMetamodel(2);
 };
 
-TEST_P(CCopyRaceTest, MetamodelThatComesMeanwhileIsKept) {
+TEST_P(CopyRaceTest, MetamodelThatComesMeanwhileIsKept) {
   ExpectExists(CopyWhileAnotherComes("--quiet"));
   EXPECT_EQ(Loaded(), TextOf(*other_));
   const auto files = std::distance(fs::directory_iterator(storage_.Directory().Path()), {});
   EXPECT_EQ(files, GetParam() == EStorage::kPostgresql ? 0 : 1) << "something was left";
 }
 
-TEST_P(CCopyRaceTest, MetamodelThatComesMeanwhileIsReplacedOnRequest) {
+TEST_P(CopyRaceTest, MetamodelThatComesMeanwhileIsReplacedOnRequest) {
   EXPECT_EQ(CopyWhileAnotherComes("--replace").status, 0);
   EXPECT_EQ(Loaded(), TextOf(*LargeMetamodel(1)));
 }
 
-TEST_P(CCopyRaceTest, OfTwoAtOnceOneWinsAndTheOtherIsRefused) {
+TEST_P(CopyRaceTest, OfTwoAtOnceOneWinsAndTheOtherIsRefused) {
   const std::string text = Document(*LargeMetamodel(10));
   const std::vector<std::string> sources = {Pipe("first.json"), Pipe("second.json")};
   std::vector<std::future<SProcessResult>> copies;
@@ -106,19 +106,19 @@ TEST_P(CCopyRaceTest, OfTwoAtOnceOneWinsAndTheOtherIsRefused) {
   EXPECT_EQ(Loaded(), TextOf(*LargeMetamodel(10)));
 }
 
-class CDatabaseCopyRaceTest : public CCopyRaceTest {};
+class DatabaseCopyRaceTest : public CopyRaceTest {};
 
-TEST_P(CDatabaseCopyRaceTest, MetamodelThatComesIntoADatabaseOfOthersIsKept) {
+TEST_P(DatabaseCopyRaceTest, MetamodelThatComesIntoADatabaseOfOthersIsKept) {
   storage_.Execute({"CREATE TABLE parts (number TEXT)"});
   ExpectExists(CopyWhileAnotherComes("--quiet"));
   EXPECT_EQ(Loaded(), TextOf(*other_));
 }
 
-INSTANTIATE_TEST_SUITE_P(Document, CCopyRaceTest, testing::Values(EStorage::kDocument));
-INSTANTIATE_TEST_SUITE_P(Sqlite, CCopyRaceTest, testing::Values(EStorage::kSqlite));
-INSTANTIATE_TEST_SUITE_P(Postgresql, CCopyRaceTest, testing::Values(EStorage::kPostgresql));
-INSTANTIATE_TEST_SUITE_P(Sqlite, CDatabaseCopyRaceTest, testing::Values(EStorage::kSqlite));
-INSTANTIATE_TEST_SUITE_P(Postgresql, CDatabaseCopyRaceTest, testing::Values(EStorage::kPostgresql));
+INSTANTIATE_TEST_SUITE_P(Document, CopyRaceTest, testing::Values(EStorage::kDocument));
+INSTANTIATE_TEST_SUITE_P(Sqlite, CopyRaceTest, testing::Values(EStorage::kSqlite));
+INSTANTIATE_TEST_SUITE_P(Postgresql, CopyRaceTest, testing::Values(EStorage::kPostgresql));
+INSTANTIATE_TEST_SUITE_P(Sqlite, DatabaseCopyRaceTest, testing::Values(EStorage::kSqlite));
+INSTANTIATE_TEST_SUITE_P(Postgresql, DatabaseCopyRaceTest, testing::Values(EStorage::kPostgresql));
 
 }  // namespace
 }  // namespace test

@@ -20,7 +20,7 @@
 namespace test {
 namespace {
 
-class CStorageContractTest : public testing::TestWithParam<EStorage> {
+class StorageContractTest : public testing::TestWithParam<EStorage> {
  protected:
   /// A new object for each call: nothing may depend on what an earlier one remembers.
   std::unique_ptr<CMetaStorage> Open() const { return OpenMetaStorage(storage_.Location()); }
@@ -48,11 +48,11 @@ class CStorageContractTest : public testing::TestWithParam<EStorage> {
   CTestStorage storage_{GetParam()};
 };
 
-TEST_P(CStorageContractTest, KeepsAnEmptyMetamodel) {
+TEST_P(StorageContractTest, KeepsAnEmptyMetamodel) {
   ExpectKept(CMetaDictionary2024());
 }
 
-TEST_P(CStorageContractTest, KeepsTheOrderOfEveryList) {
+TEST_P(StorageContractTest, KeepsTheOrderOfEveryList) {
   CMetaDictionary2024 dictionary;
   for (const std::string name : {"Zebra", "apple", "Mango", "Banana", "cherry", "10", "9"}) {
     dictionary.AddClass(MakeClass({name, {"Z", "a", "M"}, {Property("z"), Property("A"), Property("m")}}));
@@ -62,7 +62,7 @@ TEST_P(CStorageContractTest, KeepsTheOrderOfEveryList) {
   ExpectKept(dictionary);
 }
 
-TEST_P(CStorageContractTest, KeepsMoreRowsThanOneStatementCarries) {
+TEST_P(StorageContractTest, KeepsMoreRowsThanOneStatementCarries) {
   CMetaDictionary2024 dictionary;
   for (int element = 0; element < 60; ++element) {
     std::vector<SProperty> properties;
@@ -74,7 +74,7 @@ TEST_P(CStorageContractTest, KeepsMoreRowsThanOneStatementCarries) {
   ExpectKept(dictionary);
 }
 
-TEST_P(CStorageContractTest, KeepsEmptyTexts) {
+TEST_P(StorageContractTest, KeepsEmptyTexts) {
   CMetaDictionary2024 dictionary;
   SProperty property;
   property.internalName = "P";
@@ -87,7 +87,7 @@ TEST_P(CStorageContractTest, KeepsEmptyTexts) {
   ExpectKept(dictionary);
 }
 
-TEST_P(CStorageContractTest, KeepsTheLargestNumbers) {
+TEST_P(StorageContractTest, KeepsTheLargestNumbers) {
   CMetaDictionary2024 dictionary;
   SProperty property = Property("P");
   property.length = std::numeric_limits<std::uint32_t>::max();
@@ -99,7 +99,7 @@ TEST_P(CStorageContractTest, KeepsTheLargestNumbers) {
   ExpectKept(dictionary);
 }
 
-TEST_P(CStorageContractTest, KeepsTextsOfEveryKind) {
+TEST_P(StorageContractTest, KeepsTextsOfEveryKind) {
   CMetaDictionary2024 dictionary;
   for (const std::string name :
        {"Robert'); DROP TABLE meta_classes;--", "\"quoted\"", "100 %", "%s%n", ":v0 $1 ?", "back\\slash", "line\nend",
@@ -114,20 +114,20 @@ TEST_P(CStorageContractTest, KeepsTextsOfEveryKind) {
   ExpectKept(dictionary);
 }
 
-TEST_P(CStorageContractTest, KeepsBehaviorNamesThatRepeat) {
+TEST_P(StorageContractTest, KeepsBehaviorNamesThatRepeat) {
   CMetaDictionary2024 dictionary;
   dictionary.AddClass(MakeClass({"C", {"Versioned", "versioned", "Versioned"}, {}}));
   ExpectKept(dictionary);
 }
 
-TEST_P(CStorageContractTest, TellsNamesApartThatDifferInNonAsciiCase) {
+TEST_P(StorageContractTest, TellsNamesApartThatDifferInNonAsciiCase) {
   CMetaDictionary2024 dictionary;
   dictionary.AddClass(MakeClass({"Étage", {}, {Property("É"), Property("é")}}));
   dictionary.AddClass(MakeClass({"étage", {}, {}}));
   ExpectKept(dictionary);
 }
 
-TEST_P(CStorageContractTest, KeepsTheSameNameInDifferentLists) {
+TEST_P(StorageContractTest, KeepsTheSameNameInDifferentLists) {
   CMetaDictionary2024 dictionary;
   dictionary.AddClass(MakeClass({"X", {"X"}, {Property("X")}}));
   dictionary.AddClass(MakeClass({"Y", {"X"}, {Property("X")}}));
@@ -136,7 +136,7 @@ TEST_P(CStorageContractTest, KeepsTheSameNameInDifferentLists) {
   ExpectKept(dictionary);
 }
 
-TEST_P(CStorageContractTest, KeepsGeneratedMetamodels) {
+TEST_P(StorageContractTest, KeepsGeneratedMetamodels) {
   EXPECT_TRUE(rc::check("what is saved is what is loaded", [this] {
     const std::shared_ptr<CMetaDictionary2024> dictionary = GenerateMetamodel(EControls::kWithoutNul);
     Save(*dictionary);
@@ -144,7 +144,7 @@ TEST_P(CStorageContractTest, KeepsGeneratedMetamodels) {
   }));
 }
 
-TEST_P(CStorageContractTest, SavingReplacesTheWhole) {
+TEST_P(StorageContractTest, SavingReplacesTheWhole) {
   CMetaDictionary2024 large;
   large.AddClass(MakeClass({"C", {"B"}, {Property("P")}}));
   large.AddLink(MakeLink({"L", {"B"}, {Property("P")}}));
@@ -155,18 +155,18 @@ TEST_P(CStorageContractTest, SavingReplacesTheWhole) {
   ExpectKept(small);
 }
 
-TEST_P(CStorageContractTest, ExistsOnceSaved) {
+TEST_P(StorageContractTest, ExistsOnceSaved) {
   EXPECT_FALSE(Open()->Exists());
   Save(CMetaDictionary2024());
   EXPECT_TRUE(Open()->Exists());
 }
 
-TEST_P(CStorageContractTest, LoadingNothingIsAnErrorAndCreatesNothing) {
+TEST_P(StorageContractTest, LoadingNothingIsAnErrorAndCreatesNothing) {
   EXPECT_THROW(Open()->Load(), CKVXException);
   EXPECT_FALSE(Open()->Exists());
 }
 
-TEST_P(CStorageContractTest, LoadsTheSameAgain) {
+TEST_P(StorageContractTest, LoadsTheSameAgain) {
   CMetaDictionary2024 dictionary;
   dictionary.AddClass(MakeClass({"C", {"B"}, {Property("P")}}));
   Save(dictionary);
@@ -174,31 +174,31 @@ TEST_P(CStorageContractTest, LoadsTheSameAgain) {
   EXPECT_EQ(TextOf(*storage->Load()), TextOf(*storage->Load()));
 }
 
-TEST_P(CStorageContractTest, RefusesPropertyNamesThatDifferOnlyInCase) {
+TEST_P(StorageContractTest, RefusesPropertyNamesThatDifferOnlyInCase) {
   CMetaDictionary2024 dictionary;
   dictionary.AddClass(MakeClass({"C", {}, {Property("Code"), Property("CODE")}}));
   ExpectRefused(dictionary, "");
 }
 
-TEST_P(CStorageContractTest, RefusesMethodNamesThatDifferOnlyInCase) {
+TEST_P(StorageContractTest, RefusesMethodNamesThatDifferOnlyInCase) {
   CMetaDictionary2024 dictionary;
   dictionary.AddBehavior(MakeBehavior({"B", {"Revise", "REVISE"}, {}}));
   ExpectRefused(dictionary, "");
 }
 
-TEST_P(CStorageContractTest, RefusesEmptyNames) {
+TEST_P(StorageContractTest, RefusesEmptyNames) {
   CMetaDictionary2024 dictionary;
   dictionary.AddClass(MakeClass({"", {}, {}}));
   ExpectRefused(dictionary, "");
 }
 
-TEST_P(CStorageContractTest, RefusesInvalidUtf8) {
+TEST_P(StorageContractTest, RefusesInvalidUtf8) {
   CMetaDictionary2024 dictionary;
   dictionary.AddClass(MakeClass({"C\xFF", {}, {}}));
   ExpectRefused(dictionary, "UTF-8");
 }
 
-TEST_P(CStorageContractTest, KeepsOrRefusesNulCharacters) {
+TEST_P(StorageContractTest, KeepsOrRefusesNulCharacters) {
   CMetaDictionary2024 dictionary;
   dictionary.AddClass(MakeClass({std::string("C\0D", 3), {}, {}}));
   if (GetParam() == EStorage::kDocument) {
@@ -208,13 +208,13 @@ TEST_P(CStorageContractTest, KeepsOrRefusesNulCharacters) {
   }
 }
 
-TEST_P(CStorageContractTest, DescribesItsLocation) {
+TEST_P(StorageContractTest, DescribesItsLocation) {
   EXPECT_EQ(Open()->Describe(), storage_.Location());
 }
 
-INSTANTIATE_TEST_SUITE_P(Document, CStorageContractTest, testing::Values(EStorage::kDocument));
-INSTANTIATE_TEST_SUITE_P(Sqlite, CStorageContractTest, testing::Values(EStorage::kSqlite));
-INSTANTIATE_TEST_SUITE_P(Postgresql, CStorageContractTest, testing::Values(EStorage::kPostgresql));
+INSTANTIATE_TEST_SUITE_P(Document, StorageContractTest, testing::Values(EStorage::kDocument));
+INSTANTIATE_TEST_SUITE_P(Sqlite, StorageContractTest, testing::Values(EStorage::kSqlite));
+INSTANTIATE_TEST_SUITE_P(Postgresql, StorageContractTest, testing::Values(EStorage::kPostgresql));
 
 }  // namespace
 }  // namespace test

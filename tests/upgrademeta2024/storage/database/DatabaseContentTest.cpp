@@ -45,17 +45,17 @@ std::string ParameterName(const testing::TestParamInfo<Parameter>& info) {
   return Name(std::get<0>(info.param)) + std::get<1>(info.param).name;
 }
 
-class CDatabaseTest : public testing::TestWithParam<Parameter> {
+class DatabaseTest : public testing::TestWithParam<Parameter> {
  protected:
-  CDatabaseTest() : storage_(std::get<0>(GetParam())), case_(std::get<1>(GetParam())) { SaveSample(storage_); }
+  DatabaseTest() : storage_(std::get<0>(GetParam())), case_(std::get<1>(GetParam())) { SaveSample(storage_); }
 
   CTestStorage storage_;
   SStatementCase case_;
 };
 
-class CDatabaseEnforcesTest : public CDatabaseTest {};
+class DatabaseEnforcesTest : public DatabaseTest {};
 
-TEST_P(CDatabaseEnforcesTest, Constraint) {
+TEST_P(DatabaseEnforcesTest, Constraint) {
   std::vector<std::string> statements = case_.statements;
   if (std::get<0>(GetParam()) == EStorage::kSqlite) {
     statements.insert(statements.begin(), "PRAGMA foreign_keys = ON");
@@ -86,7 +86,7 @@ const std::vector<SStatementCase> kRefusedStatements = {
     {"SecondHeadRow", {"INSERT INTO metamodel VALUES (2024, 1)"}},
 };
 
-class CDatabaseFaultTest : public CDatabaseTest {
+class DatabaseFaultTest : public DatabaseTest {
  protected:
   /// Gives every table the same rows without the constraints.
   void Loosen() const {
@@ -99,7 +99,7 @@ class CDatabaseFaultTest : public CDatabaseTest {
   }
 };
 
-TEST_P(CDatabaseFaultTest, IsNamed) {
+TEST_P(DatabaseFaultTest, IsNamed) {
   Loosen();
   storage_.Execute(case_.statements);
   try {
@@ -185,9 +185,9 @@ const std::vector<SStatementCase> kFaults = {
      "ordinal 0"},
 };
 
-class CDatabaseEditTest : public CDatabaseTest {};
+class DatabaseEditTest : public DatabaseTest {};
 
-TEST_P(CDatabaseEditTest, IsRead) {
+TEST_P(DatabaseEditTest, IsRead) {
   storage_.Execute(case_.statements);
   EXPECT_THAT(TextOf(*OpenMetaStorage(storage_.Location())->Load()), testing::HasSubstr(case_.message));
 }
@@ -204,10 +204,10 @@ const std::vector<SStatementCase> kEdits = {
 
 const auto kDatabases = testing::Values(EStorage::kSqlite, EStorage::kPostgresql);
 
-INSTANTIATE_TEST_SUITE_P(, CDatabaseEnforcesTest, testing::Combine(kDatabases, testing::ValuesIn(kRefusedStatements)),
+INSTANTIATE_TEST_SUITE_P(, DatabaseEnforcesTest, testing::Combine(kDatabases, testing::ValuesIn(kRefusedStatements)),
                          ParameterName);
-INSTANTIATE_TEST_SUITE_P(, CDatabaseFaultTest, testing::Combine(kDatabases, testing::ValuesIn(kFaults)), ParameterName);
-INSTANTIATE_TEST_SUITE_P(, CDatabaseEditTest, testing::Combine(kDatabases, testing::ValuesIn(kEdits)), ParameterName);
+INSTANTIATE_TEST_SUITE_P(, DatabaseFaultTest, testing::Combine(kDatabases, testing::ValuesIn(kFaults)), ParameterName);
+INSTANTIATE_TEST_SUITE_P(, DatabaseEditTest, testing::Combine(kDatabases, testing::ValuesIn(kEdits)), ParameterName);
 
 }  // namespace
 }  // namespace test

@@ -28,7 +28,7 @@ using testing::Not;
 const std::string kUpgradesrv = UPGRADESRV_EXECUTABLE;
 constexpr std::size_t kInMidRead = 100000;
 
-class CPostgresqlFaultTest : public testing::Test {
+class PostgresqlFaultTest : public testing::Test {
  protected:
   void Save() const { OpenMetaStorage(storage_.Location())->Save(*sample_); }
   std::string Loaded(const std::string& words = "") const {
@@ -48,17 +48,17 @@ class CPostgresqlFaultTest : public testing::Test {
   std::shared_ptr<CMetaDictionary2024> sample_ = LargeMetamodel(30);
 };
 
-TEST_F(CPostgresqlFaultTest, ServerNotRunning) {
+TEST_F(PostgresqlFaultTest, ServerNotRunning) {
   ExpectOneLine(LoadError("host=127.0.0.1 port=1"), kvx::kFileError, "cannot be opened: connection to server at ",
                 "check that the server runs and that host, port");
 }
 
-TEST_F(CPostgresqlFaultTest, UnknownDatabase) {
+TEST_F(PostgresqlFaultTest, UnknownDatabase) {
   ExpectOneLine(LoadError("dbname=nowhere"), kvx::kFileError, "database \"nowhere\" does not exist",
                 "check that the server runs and that host, port, database");
 }
 
-TEST_F(CPostgresqlFaultTest, WrongPasswordIsNotShown) {
+TEST_F(PostgresqlFaultTest, WrongPasswordIsNotShown) {
   const SError error = LoadError("password=geheim");
   ExpectOneLine(error, kvx::kFileError, ": cannot be opened: ", "check that the server runs");
   EXPECT_THAT(error.message, HasSubstr("password=***"));
@@ -74,7 +74,7 @@ TEST_F(CPostgresqlFaultTest, WrongPasswordIsNotShown) {
   }
 }
 
-TEST_F(CPostgresqlFaultTest, PasswordIsNotShownWhereTheLocationIsReported) {
+TEST_F(PostgresqlFaultTest, PasswordIsNotShownWhereTheLocationIsReported) {
   Save();
   const std::string location = storage_.LocationWith(std::string("password=") + std::getenv("PGPASSWORD"));
   for (const std::string format : {"text", "json"}) {
@@ -87,7 +87,7 @@ TEST_F(CPostgresqlFaultTest, PasswordIsNotShownWhereTheLocationIsReported) {
   EXPECT_THAT(result.errors, AllOf(HasSubstr("exists already"), Not(HasSubstr(std::getenv("PGPASSWORD")))));
 }
 
-TEST_F(CPostgresqlFaultTest, NoPermission) {
+TEST_F(PostgresqlFaultTest, NoPermission) {
   Save();
   const std::string schema = storage_.Query("SELECT current_schema()::text");
   const std::string reader = schema + "_reader";
@@ -103,7 +103,7 @@ TEST_F(CPostgresqlFaultTest, NoPermission) {
   storage_.Execute({"DROP OWNED BY " + reader, "DROP ROLE " + reader});
 }
 
-TEST_F(CPostgresqlFaultTest, TablesOfAnotherOwner) {
+TEST_F(PostgresqlFaultTest, TablesOfAnotherOwner) {
   Save();
   const std::string schema = storage_.Query("SELECT current_schema()::text");
   const std::string writer = schema + "_writer";
@@ -117,7 +117,7 @@ TEST_F(CPostgresqlFaultTest, TablesOfAnotherOwner) {
   storage_.Execute({"DROP OWNED BY " + writer, "DROP ROLE " + writer});
 }
 
-TEST_F(CPostgresqlFaultTest, SchemaThatTheUserMayNotCreateIn) {
+TEST_F(PostgresqlFaultTest, SchemaThatTheUserMayNotCreateIn) {
   const std::string schema = storage_.Query("SELECT current_schema()::text");
   const std::string writer = schema + "_writer";
   storage_.Execute(
@@ -128,14 +128,14 @@ TEST_F(CPostgresqlFaultTest, SchemaThatTheUserMayNotCreateIn) {
   storage_.Execute({"DROP OWNED BY " + writer, "DROP ROLE " + writer});
 }
 
-TEST_F(CPostgresqlFaultTest, UnknownSchema) {
+TEST_F(PostgresqlFaultTest, UnknownSchema) {
   const auto storage = OpenMetaStorage("postgresql://options=-csearch_path=nowhere");
   EXPECT_FALSE(storage->Exists());
   ExpectOneLine(ErrorOf([&] { storage->Save(*sample_); }), kvx::kFileError, "no schema has been selected to create in",
                 "create the schema that search_path names, or correct search_path");
 }
 
-TEST_F(CPostgresqlFaultTest, LockedByAnotherProgram) {
+TEST_F(PostgresqlFaultTest, LockedByAnotherProgram) {
   Save();
   const std::unique_ptr<soci::session> writer = storage_.OpenSession();
   *writer << "BEGIN";
@@ -148,7 +148,7 @@ TEST_F(CPostgresqlFaultTest, LockedByAnotherProgram) {
   EXPECT_EQ(Loaded(), TextOf(*sample_));
 }
 
-TEST_F(CPostgresqlFaultTest, ConnectionLostInMidRead) {
+TEST_F(PostgresqlFaultTest, ConnectionLostInMidRead) {
   Save();
   const CProxy proxy(kInMidRead, [] { return false; });
   ExpectOneLine(LoadError(proxy.Words()), kvx::kFileError,
@@ -156,7 +156,7 @@ TEST_F(CPostgresqlFaultTest, ConnectionLostInMidRead) {
   EXPECT_TRUE(proxy.HasInterrupted());
 }
 
-TEST_F(CPostgresqlFaultTest, AMetamodelThatIsEditedMeanwhileIsSeenAsOfOneMoment) {
+TEST_F(PostgresqlFaultTest, AMetamodelThatIsEditedMeanwhileIsSeenAsOfOneMoment) {
   Save();
   const CProxy proxy(kInMidRead, [this] {
     storage_.Execute({"UPDATE meta_class_properties SET display_name = 'edited'", "DELETE FROM meta_behaviors"});
@@ -167,7 +167,7 @@ TEST_F(CPostgresqlFaultTest, AMetamodelThatIsEditedMeanwhileIsSeenAsOfOneMoment)
   EXPECT_NE(Loaded(), TextOf(*sample_));
 }
 
-TEST_F(CPostgresqlFaultTest, KilledCopyLeavesTheMetamodel) {
+TEST_F(PostgresqlFaultTest, KilledCopyLeavesTheMetamodel) {
   Save();
   const std::string large = storage_.Directory().File("large.json");
   OpenMetaStorage(large)->Save(*LargeMetamodel(300));
@@ -182,7 +182,7 @@ TEST_F(CPostgresqlFaultTest, KilledCopyLeavesTheMetamodel) {
   EXPECT_EQ(Loaded(), TextOf(*sample_));
 }
 
-TEST_F(CPostgresqlFaultTest, FailedSaveLeavesTheMetamodel) {
+TEST_F(PostgresqlFaultTest, FailedSaveLeavesTheMetamodel) {
   Save();
   CMetaDictionary2024 refused;
   refused.AddBehavior(MakeBehavior({"B", {"M", "m"}, {}}));
@@ -191,7 +191,7 @@ TEST_F(CPostgresqlFaultTest, FailedSaveLeavesTheMetamodel) {
   EXPECT_EQ(Loaded(), TextOf(*sample_));
 }
 
-TEST_F(CPostgresqlFaultTest, MetacharactersOfConnectionWordsReachTheServer) {
+TEST_F(PostgresqlFaultTest, MetacharactersOfConnectionWordsReachTheServer) {
   storage_.Execute({"DROP DATABASE IF EXISTS \"odd 'na%me\\; \"", "CREATE DATABASE \"odd 'na%me\\; \""});
   const auto odd = OpenMetaStorage("postgresql://dbname='odd \\'na%me\\\\; '");
   odd->Save(*sample_);
@@ -203,9 +203,9 @@ TEST_F(CPostgresqlFaultTest, MetacharactersOfConnectionWordsReachTheServer) {
 }
 
 /// Has a server of its own, which is gone afterwards.
-class CServerStopTest : public CPostgresqlFaultTest {};
+class ServerStopTest : public PostgresqlFaultTest {};
 
-TEST_F(CServerStopTest, ServerStoppedInMidRead) {
+TEST_F(ServerStopTest, ServerStoppedInMidRead) {
   Save();
   const CProxy proxy(kInMidRead, [] {
     test::Run({"/usr/bin/pg_ctlcluster", std::getenv("PGVERSION"), "regress", "stop", "--mode", "immediate"});

@@ -25,9 +25,9 @@ constexpr std::size_t kPageSize = 8192;
 // Two bytes, the higher one first.
 constexpr std::size_t kCellCount = 3;
 
-class CSqliteDamageTest : public testing::Test {
+class SqliteDamageTest : public testing::Test {
  protected:
-  CSqliteDamageTest() {
+  SqliteDamageTest() {
     OpenMetaStorage(storage_.Location())->Save(*sample_);
     file_ = ReadFile(storage_.File());
   }
@@ -87,7 +87,7 @@ class CSqliteDamageTest : public testing::Test {
   std::string file_;
 };
 
-TEST_F(CSqliteDamageTest, TruncatedAnywhere) {
+TEST_F(SqliteDamageTest, TruncatedAnywhere) {
   for (std::size_t size = 1; size < file_.size(); size += file_.size() / 97) {
     Write(file_.substr(0, size));
     const SError error = LoadError();
@@ -96,17 +96,17 @@ TEST_F(CSqliteDamageTest, TruncatedAnywhere) {
   }
 }
 
-TEST_F(CSqliteDamageTest, PageThatHasLostARowIsNoticed) {
+TEST_F(SqliteDamageTest, PageThatHasLostARowIsNoticed) {
   EXPECT_GE(DamagedWithoutARow(), 15);
 }
 
-TEST_F(CSqliteDamageTest, PageThatHasLostARowIsNoticedInATableWithoutIndex) {
+TEST_F(SqliteDamageTest, PageThatHasLostARowIsNoticedInATableWithoutIndex) {
   storage_.Execute({"DROP INDEX meta_class_properties_name", "DROP INDEX meta_classes_name",
                     "DROP INDEX meta_behaviors_name", "DROP INDEX meta_methods_name", "VACUUM"});
   EXPECT_GE(DamagedWithoutARow(), 10);
 }
 
-TEST_F(CSqliteDamageTest, PageThatHasLostARowIsNoticedWhereAnIndexGivesTheOrder) {
+TEST_F(SqliteDamageTest, PageThatHasLostARowIsNoticedWhereAnIndexGivesTheOrder) {
   // Entries that this index has lost are rows that nobody sees, whatever it is counted against.
   storage_.Execute({"CREATE TABLE loose AS SELECT * FROM meta_class_properties", "DROP TABLE meta_class_properties",
                     "ALTER TABLE loose RENAME TO meta_class_properties",
@@ -114,7 +114,7 @@ TEST_F(CSqliteDamageTest, PageThatHasLostARowIsNoticedWhereAnIndexGivesTheOrder)
   EXPECT_GE(DamagedWithoutARow(), 10);
 }
 
-TEST_F(CSqliteDamageTest, PageInPlaceOfItsNeighbourIsNoticed) {
+TEST_F(SqliteDamageTest, PageInPlaceOfItsNeighbourIsNoticed) {
   int damaged = 0;
   for (std::size_t page = kPageSize; page + kPageSize < file_.size(); page += kPageSize) {
     const std::size_t next = page + kPageSize;
@@ -127,7 +127,7 @@ TEST_F(CSqliteDamageTest, PageInPlaceOfItsNeighbourIsNoticed) {
   EXPECT_GE(damaged, 10);
 }
 
-TEST_F(CSqliteDamageTest, PagesThatHaveChangedPlacesAreNoticed) {
+TEST_F(SqliteDamageTest, PagesThatHaveChangedPlacesAreNoticed) {
   int damaged = 0;
   for (std::size_t page = kPageSize; page + kPageSize < file_.size(); page += kPageSize) {
     const std::size_t next = page + kPageSize;
@@ -140,7 +140,7 @@ TEST_F(CSqliteDamageTest, PagesThatHaveChangedPlacesAreNoticed) {
   EXPECT_GE(damaged, 10);
 }
 
-TEST_F(CSqliteDamageTest, PageThatIsItsOwnChildIsNoticed) {
+TEST_F(SqliteDamageTest, PageThatIsItsOwnChildIsNoticed) {
   // The pointer to the last child stands in the header of a page that has children.
   constexpr std::size_t kLastChild = 8;
   const std::size_t root = RootOf("meta_class_properties");
@@ -152,13 +152,13 @@ TEST_F(CSqliteDamageTest, PageThatIsItsOwnChildIsNoticed) {
   EXPECT_TRUE(IsDamaged());
 }
 
-TEST_F(CSqliteDamageTest, RowsAreReadInOrderFromATableWithoutKey) {
+TEST_F(SqliteDamageTest, RowsAreReadInOrderFromATableWithoutKey) {
   storage_.Execute({"CREATE TABLE loose AS SELECT * FROM meta_class_properties ORDER BY ordinal DESC, class_ordinal",
                     "DROP TABLE meta_class_properties", "ALTER TABLE loose RENAME TO meta_class_properties"});
   EXPECT_EQ(Loaded(), TextOf(*sample_));
 }
 
-TEST_F(CSqliteDamageTest, NumberIsNoRealAndNoTextWithMore) {
+TEST_F(SqliteDamageTest, NumberIsNoRealAndNoTextWithMore) {
   for (const auto& [value, shown] : {std::pair("1.5", "1.5"),
                                      {"1e300", "1.0e+300"},
                                      {"'12 '", "12 "},
@@ -181,14 +181,14 @@ TEST_F(CSqliteDamageTest, NumberIsNoRealAndNoTextWithMore) {
   }
 }
 
-TEST_F(CSqliteDamageTest, NumberInPlaceOfATextIsItsDigits) {
+TEST_F(SqliteDamageTest, NumberInPlaceOfATextIsItsDigits) {
   storage_.Execute({"ALTER TABLE meta_behaviors DROP COLUMN display_name",
                     "ALTER TABLE meta_behaviors ADD COLUMN display_name",
                     "UPDATE meta_behaviors SET display_name = 42"});
   EXPECT_THAT(Loaded(), HasSubstr("behavior \"Last\" \"42\""));
 }
 
-TEST_F(CSqliteDamageTest, EveryByteOfATextIsChecked) {
+TEST_F(SqliteDamageTest, EveryByteOfATextIsChecked) {
   constexpr std::size_t kLongest = 18;
   for (std::size_t size = 1; size <= kLongest; ++size) {
     for (std::size_t at = 0; at < size; ++at) {
@@ -209,7 +209,7 @@ TEST_F(CSqliteDamageTest, EveryByteOfATextIsChecked) {
   EXPECT_THAT(Loaded(), HasSubstr("behavior \"Last\" \"\""));
 }
 
-TEST_F(CSqliteDamageTest, EveryTextOfAPropertyIsChecked) {
+TEST_F(SqliteDamageTest, EveryTextOfAPropertyIsChecked) {
   const std::string row = " WHERE class_ordinal = 2 AND ordinal = 5";
   for (const std::string column :
        {"internal_name", "display_name", "field", "type", "default_value", "max", "min", "lookup_internal_name"}) {
@@ -234,13 +234,13 @@ TEST_F(CSqliteDamageTest, EveryTextOfAPropertyIsChecked) {
   EXPECT_THAT(LoadError().message, HasSubstr("row class_ordinal 2, ordinal 5: internal_name: the name is empty"));
 }
 
-TEST_F(CSqliteDamageTest, ViewIsReadAsATable) {
+TEST_F(SqliteDamageTest, ViewIsReadAsATable) {
   storage_.Execute(
       {"ALTER TABLE meta_classes RENAME TO all_classes", "CREATE VIEW meta_classes AS SELECT * FROM all_classes"});
   EXPECT_EQ(Loaded(), TextOf(*sample_));
 }
 
-TEST_F(CSqliteDamageTest, ViewOfSeveralTablesIsReadInOrder) {
+TEST_F(SqliteDamageTest, ViewOfSeveralTablesIsReadInOrder) {
   const std::string schema = storage_.Query("SELECT sql FROM sqlite_master WHERE name = 'meta_class_properties'");
   const std::string table = "CREATE TABLE meta_class_properties";
   ASSERT_EQ(schema.rfind(table, 0), 0U);
@@ -261,7 +261,7 @@ TEST_F(CSqliteDamageTest, ViewOfSeveralTablesIsReadInOrder) {
   EXPECT_EQ(Loaded(), TextOf(*sample_));
 }
 
-TEST_F(CSqliteDamageTest, VirtualTableIsReadAndPageThatHasLostARowNoticed) {
+TEST_F(SqliteDamageTest, VirtualTableIsReadAndPageThatHasLostARowNoticed) {
   storage_.Execute({"ALTER TABLE meta_methods RENAME TO loose",
                     "CREATE VIRTUAL TABLE meta_methods USING fts5(behavior_ordinal, ordinal, internal_name, "
                     "display_name)",
@@ -269,7 +269,7 @@ TEST_F(CSqliteDamageTest, VirtualTableIsReadAndPageThatHasLostARowNoticed) {
   EXPECT_GE(DamagedWithoutARow(), 15);
 }
 
-TEST_F(CSqliteDamageTest, PageOfAnEarlierTimeIsNoticed) {
+TEST_F(SqliteDamageTest, PageOfAnEarlierTimeIsNoticed) {
   // The table in which the methods lie, and what changes the database before.
   const std::vector<std::pair<std::string, std::vector<std::string>>> schemas = {
       {"meta_methods", {}},
@@ -302,7 +302,7 @@ TEST_F(CSqliteDamageTest, PageOfAnEarlierTimeIsNoticed) {
   }
 }
 
-TEST_F(CSqliteDamageTest, RowsThatAViewLeavesOutAreNotRead) {
+TEST_F(SqliteDamageTest, RowsThatAViewLeavesOutAreNotRead) {
   // The index has all that is read of a row, but not what the view asks for.
   storage_.Execute({"ALTER TABLE meta_methods RENAME TO loose",
                     "CREATE TABLE all_methods (behavior_ordinal INTEGER NOT NULL, ordinal INTEGER NOT NULL, "
@@ -315,14 +315,14 @@ TEST_F(CSqliteDamageTest, RowsThatAViewLeavesOutAreNotRead) {
   EXPECT_EQ(Loaded(), TextOf(*sample_));
 }
 
-TEST_F(CSqliteDamageTest, PageThatHasLostARowIsNoticedUnderAView) {
+TEST_F(SqliteDamageTest, PageThatHasLostARowIsNoticedUnderAView) {
   storage_.Execute({"ALTER TABLE meta_class_properties RENAME TO all_properties",
                     "CREATE VIEW meta_class_properties AS SELECT * FROM all_properties",
                     "ALTER TABLE metamodel RENAME TO head", "CREATE VIEW metamodel AS SELECT * FROM head"});
   EXPECT_GE(DamagedWithoutARow(), 15);
 }
 
-TEST_F(CSqliteDamageTest, PageThatHasLostARowIsNoticedInAViewOfTwoTables) {
+TEST_F(SqliteDamageTest, PageThatHasLostARowIsNoticedInAViewOfTwoTables) {
   // An index of the first counts what the second has lost as little as reading both shows it.
   storage_.Execute(
       {"CREATE TABLE labels (behavior_ordinal INTEGER, ordinal INTEGER, display_name TEXT, PRIMARY KEY "
@@ -334,7 +334,7 @@ TEST_F(CSqliteDamageTest, PageThatHasLostARowIsNoticedInAViewOfTwoTables) {
   EXPECT_GE(DamagedWithoutARow(), 15);
 }
 
-TEST_F(CSqliteDamageTest, PageThatHasLostARowIsNoticedWhereSeveralIndexesHoldAllColumns) {
+TEST_F(SqliteDamageTest, PageThatHasLostARowIsNoticedWhereSeveralIndexesHoldAllColumns) {
   storage_.Execute({"ALTER TABLE meta_methods RENAME TO loose",
                     "CREATE TABLE meta_methods (behavior_ordinal INTEGER, ordinal, internal_name TEXT, display_name AS "
                     "(label || '') VIRTUAL, a INTEGER, b INTEGER, c INTEGER, d, label TEXT)",

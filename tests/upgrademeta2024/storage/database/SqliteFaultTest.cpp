@@ -29,7 +29,7 @@ using testing::StartsWith;
 
 const std::string kUpgradesrv = UPGRADESRV_EXECUTABLE;
 
-class CSqliteFaultTest : public testing::Test {
+class SqliteFaultTest : public testing::Test {
  protected:
   std::string Path(const std::string& name = "metamodel.db") const { return storage_.Directory().File(name); }
   SError LoadError(const std::string& name = "metamodel.db") const {
@@ -95,7 +95,7 @@ void ExpectOneLineOfTrouble(const SProcessResult& result, const std::string& mes
   EXPECT_EQ(result.errors.find('\n'), result.errors.size() - 1) << result.errors;
 }
 
-TEST_F(CSqliteFaultTest, MissingFileIsNotCreated) {
+TEST_F(SqliteFaultTest, MissingFileIsNotCreated) {
   EXPECT_EQ(LoadError(),
             (SError{kvx::kFileError, Path() + ": cannot be opened: No such file or directory; give the path "
                                               "of an SQLite database that you may read"}));
@@ -103,13 +103,13 @@ TEST_F(CSqliteFaultTest, MissingFileIsNotCreated) {
   EXPECT_TRUE(Files().empty());
 }
 
-TEST_F(CSqliteFaultTest, DirectoryIsRefused) {
+TEST_F(SqliteFaultTest, DirectoryIsRefused) {
   fs::create_directory(Path());
   EXPECT_EQ(LoadError().code, kvx::kFileError);
   EXPECT_THAT(LoadError().message, HasSubstr("not a regular file"));
 }
 
-TEST_F(CSqliteFaultTest, WhatIsNotADatabaseIsNeitherReadNorReplaced) {
+TEST_F(SqliteFaultTest, WhatIsNotADatabaseIsNeitherReadNorReplaced) {
   const std::string text = "This is a letter, not a database, and nobody wants to lose it.\n";
   storage_.Directory().Write("metamodel.db", text);
   EXPECT_EQ(LoadError().code, kvx::kMalformedDocument);
@@ -120,7 +120,7 @@ TEST_F(CSqliteFaultTest, WhatIsNotADatabaseIsNeitherReadNorReplaced) {
   EXPECT_EQ(ReadFile(Path()), text);
 }
 
-TEST_F(CSqliteFaultTest, EmptyFileHoldsNoMetamodelAndTakesOne) {
+TEST_F(SqliteFaultTest, EmptyFileHoldsNoMetamodelAndTakesOne) {
   storage_.Directory().Write("metamodel.db", "");
   EXPECT_THAT(LoadError().message, HasSubstr("the database holds no metamodel; store one with"));
   EXPECT_FALSE(OpenMetaStorage(Path())->Exists());
@@ -128,7 +128,7 @@ TEST_F(CSqliteFaultTest, EmptyFileHoldsNoMetamodelAndTakesOne) {
   EXPECT_EQ(Loaded(), TextOf(*sample_));
 }
 
-TEST_F(CSqliteFaultTest, OtherTablesOfTheDatabaseStay) {
+TEST_F(SqliteFaultTest, OtherTablesOfTheDatabaseStay) {
   storage_.Execute({"CREATE TABLE parts (number TEXT)", "INSERT INTO parts VALUES ('A-1')"});
   EXPECT_FALSE(OpenMetaStorage(Path())->Exists());
   Save();
@@ -136,7 +136,7 @@ TEST_F(CSqliteFaultTest, OtherTablesOfTheDatabaseStay) {
   EXPECT_EQ(storage_.Query("SELECT number FROM parts"), "A-1");
 }
 
-TEST_F(CSqliteFaultTest, LockedByAWriterForLong) {
+TEST_F(SqliteFaultTest, LockedByAWriterForLong) {
   Save();
   const std::string before = ReadFile(Path());
   const std::unique_ptr<soci::session> writer = storage_.OpenSession();
@@ -154,7 +154,7 @@ TEST_F(CSqliteFaultTest, LockedByAWriterForLong) {
   EXPECT_EQ(ReadFile(Path()), before);
 }
 
-TEST_F(CSqliteFaultTest, LockedByAWriterForAMoment) {
+TEST_F(SqliteFaultTest, LockedByAWriterForAMoment) {
   Save();
   const std::unique_ptr<soci::session> writer = storage_.OpenSession();
   *writer << "BEGIN EXCLUSIVE";
@@ -166,7 +166,7 @@ TEST_F(CSqliteFaultTest, LockedByAWriterForAMoment) {
   release.join();
 }
 
-TEST_F(CSqliteFaultTest, NoPermission) {
+TEST_F(SqliteFaultTest, NoPermission) {
   Save();
   Save("source.db");
   ShowEverybody(storage_.Directory().Path());
@@ -185,7 +185,7 @@ TEST_F(CSqliteFaultTest, NoPermission) {
   EXPECT_EQ(Files(), (std::vector<std::string>{"metamodel.db", "source.db"}));
 }
 
-TEST_F(CSqliteFaultTest, ReadingChangesNothing) {
+TEST_F(SqliteFaultTest, ReadingChangesNothing) {
   Save();
   const std::string before = ReadFile(Path());
   const auto written = fs::last_write_time(Path());
@@ -196,7 +196,7 @@ TEST_F(CSqliteFaultTest, ReadingChangesNothing) {
   EXPECT_EQ(Files(), std::vector<std::string>{"metamodel.db"});
 }
 
-TEST_F(CSqliteFaultTest, AnyPathCanBeGiven) {
+TEST_F(SqliteFaultTest, AnyPathCanBeGiven) {
   for (const std::string name : {"a b.db", "a=b timeout=x.db", "\"quoted\".db", "100%;'--.db", "file:x?mode=memory.db",
                                  ":memory:.db", "Stückliste.sqlite"}) {
     Save(name);
@@ -205,13 +205,13 @@ TEST_F(CSqliteFaultTest, AnyPathCanBeGiven) {
   }
 }
 
-TEST_F(CSqliteFaultTest, FailedCopyLeavesNoFile) {
+TEST_F(SqliteFaultTest, FailedCopyLeavesNoFile) {
   storage_.Directory().Write("source.json", R"({"generation": 2024, "classes": [{"internal_name": "A\u0000B"}]})");
   ExpectOneLineOfTrouble(test::Run({kUpgradesrv, "metamodel", "copy", Path("source.json"), Path()}), "NUL character");
   EXPECT_EQ(Files(), std::vector<std::string>{"source.json"});
 }
 
-TEST_F(CSqliteFaultTest, FailedCopyLeavesTheMetamodel) {
+TEST_F(SqliteFaultTest, FailedCopyLeavesTheMetamodel) {
   Save();
   storage_.Directory().Write("source.json", R"({"generation": 2024, "links": [{"internal_name": "A\u0000B"}]})");
   ExpectOneLineOfTrouble(test::Run({kUpgradesrv, "metamodel", "copy", "--replace", Path("source.json"), Path()}),
@@ -219,7 +219,7 @@ TEST_F(CSqliteFaultTest, FailedCopyLeavesTheMetamodel) {
   EXPECT_EQ(Loaded(), TextOf(*sample_));
 }
 
-TEST_F(CSqliteFaultTest, ExistingMetamodelIsReplacedOnlyOnRequest) {
+TEST_F(SqliteFaultTest, ExistingMetamodelIsReplacedOnlyOnRequest) {
   Save();
   OpenMetaStorage(Path("other.json"))->Save(CMetaDictionary2024());
   ExpectOneLineOfTrouble(test::Run({kUpgradesrv, "metamodel", "copy", Path("other.json"), Path()}), "exists already");
@@ -228,7 +228,7 @@ TEST_F(CSqliteFaultTest, ExistingMetamodelIsReplacedOnlyOnRequest) {
   EXPECT_EQ(Loaded(), TextOf(CMetaDictionary2024()));
 }
 
-TEST_F(CSqliteFaultTest, KilledCopyLeavesTheMetamodel) {
+TEST_F(SqliteFaultTest, KilledCopyLeavesTheMetamodel) {
   Save();
   OpenMetaStorage(Path("large.json"))->Save(*LargeMetamodel(300));
   CRunningProcess copy({kUpgradesrv, "metamodel", "copy", "--replace", Path("large.json"), Path()});
@@ -239,7 +239,7 @@ TEST_F(CSqliteFaultTest, KilledCopyLeavesTheMetamodel) {
   EXPECT_EQ(Loaded(), TextOf(*sample_));
 }
 
-TEST_F(CSqliteFaultTest, WhatAKilledCopyToANewFileLeavesIsRemovedByTheNext) {
+TEST_F(SqliteFaultTest, WhatAKilledCopyToANewFileLeavesIsRemovedByTheNext) {
   const std::vector<std::string> copy = {kUpgradesrv, "metamodel", "copy", Path("large.json"), Path()};
   OpenMetaStorage(Path("large.json"))->Save(*LargeMetamodel(300));
   for (const std::chrono::milliseconds delay : {0ms, std::chrono::milliseconds(5), 20ms, 60ms}) {
@@ -260,7 +260,7 @@ TEST_F(CSqliteFaultTest, WhatAKilledCopyToANewFileLeavesIsRemovedByTheNext) {
   EXPECT_EQ(Files(), (std::vector<std::string>{"large.json", "metamodel.db"}));
 }
 
-TEST_F(CSqliteFaultTest, WhatAKilledCopyLeavesIsRemovedWhenTheFileHasComeMeanwhile) {
+TEST_F(SqliteFaultTest, WhatAKilledCopyLeavesIsRemovedWhenTheFileHasComeMeanwhile) {
   OpenMetaStorage(Path("large.json"))->Save(*LargeMetamodel(300));
   CRunningProcess process({kUpgradesrv, "metamodel", "copy", Path("large.json"), Path()});
   ASSERT_TRUE(WaitFor([&] { return Files().size() > 1; }));
@@ -272,7 +272,7 @@ TEST_F(CSqliteFaultTest, WhatAKilledCopyLeavesIsRemovedWhenTheFileHasComeMeanwhi
   EXPECT_EQ(Files(), (std::vector<std::string>{"large.json", "metamodel.db"}));
 }
 
-TEST_F(CSqliteFaultTest, CopyAtWorkIsNotDisturbedByAnother) {
+TEST_F(SqliteFaultTest, CopyAtWorkIsNotDisturbedByAnother) {
   OpenMetaStorage(Path("large.json"))->Save(*LargeMetamodel(300));
   storage_.Directory().Write("refused.json", R"({"generation": 2024, "classes": [{"internal_name": "A\u0000B"}]})");
   const std::vector<std::string> sources = {"large.json", "refused.json"};
@@ -299,7 +299,7 @@ TEST_F(CSqliteFaultTest, CopyAtWorkIsNotDisturbedByAnother) {
   }
 }
 
-TEST_F(CSqliteFaultTest, DirectoryOfSomebodyElseIsNoLeftover) {
+TEST_F(SqliteFaultTest, DirectoryOfSomebodyElseIsNoLeftover) {
   for (const std::string name :
        {".metamodel.db.unfinished-poetry", ".metamodel.db.unfinished", ".metamodel.db.backup"}) {
     fs::create_directory(Path(name));
@@ -317,7 +317,7 @@ TEST_F(CSqliteFaultTest, DirectoryOfSomebodyElseIsNoLeftover) {
   EXPECT_TRUE(fs::exists(Path(".metamodel.db.backup/metamodel.db")));
 }
 
-TEST_F(CSqliteFaultTest, InterruptedWriteIsUndoneBeforeReading) {
+TEST_F(SqliteFaultTest, InterruptedWriteIsUndoneBeforeReading) {
   Save();
   LeaveInterruptedWrite("crashed.db");
   EXPECT_NE(ReadFile(Path("crashed.db")), ReadFile(Path()));
@@ -325,7 +325,7 @@ TEST_F(CSqliteFaultTest, InterruptedWriteIsUndoneBeforeReading) {
   EXPECT_FALSE(fs::exists(Path("crashed.db-journal")));
 }
 
-TEST_F(CSqliteFaultTest, InterruptedWriteThatMayNotBeUndone) {
+TEST_F(SqliteFaultTest, InterruptedWriteThatMayNotBeUndone) {
   if (geteuid() != 0) {
     GTEST_SKIP() << "only root can run the tool as a user without rights";
   }

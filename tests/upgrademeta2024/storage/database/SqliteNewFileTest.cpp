@@ -30,7 +30,7 @@ using namespace std::chrono_literals;
 
 const std::string kUpgradesrv = UPGRADESRV_EXECUTABLE;
 
-class CNewSqliteFileTest : public testing::Test {
+class NewSqliteFileTest : public testing::Test {
  protected:
   /// Copies to a new file, halted while it is written for `meanwhile`; answers with what stands on standard error.
   template <typename Action>
@@ -61,7 +61,7 @@ class CNewSqliteFileTest : public testing::Test {
   CTestStorage storage_{EStorage::kSqlite};
 };
 
-TEST_F(CNewSqliteFileTest, MetamodelThatComesWhileItIsWrittenIsKept) {
+TEST_F(NewSqliteFileTest, MetamodelThatComesWhileItIsWrittenIsKept) {
   const auto other = OpenMetaStorage(storage_.Location());
   const std::string errors = CopyHaltedFor("--quiet", [&] {
     const CTemporaryDirectory aside;
@@ -72,7 +72,7 @@ TEST_F(CNewSqliteFileTest, MetamodelThatComesWhileItIsWrittenIsKept) {
   EXPECT_EQ(TextOf(*other->Load()), TextOf(CMetaDictionary2024()));
 }
 
-TEST_F(CNewSqliteFileTest, FileThatComesWhileItIsWrittenIsKept) {
+TEST_F(NewSqliteFileTest, FileThatComesWhileItIsWrittenIsKept) {
   for (const std::string option : {"--quiet", "--replace"}) {
     const std::string errors = CopyHaltedFor(option, [&] { storage_.Directory().Write("metamodel.db", ""); });
     EXPECT_EQ(errors, "upgradesrv: error: " + storage_.Location() +
@@ -83,7 +83,7 @@ TEST_F(CNewSqliteFileTest, FileThatComesWhileItIsWrittenIsKept) {
   }
 }
 
-TEST_F(CNewSqliteFileTest, DirectoryThatItsMakerMayNotOpenIsAnError) {
+TEST_F(NewSqliteFileTest, DirectoryThatItsMakerMayNotOpenIsAnError) {
   fs::permissions(storage_.Directory().Path(), fs::perms::all);
   OpenMetaStorage(Path("source.json"))->Save(*LargeMetamodel(1));
   fs::permissions(Path("source.json"), fs::perms::all);
@@ -114,7 +114,7 @@ std::string MessageWithoutDescriptors(const Action& action) {
   return MessageInChild(prepare, action);
 }
 
-TEST_F(CNewSqliteFileTest, NoMoreFilesCanBeOpened) {
+TEST_F(NewSqliteFileTest, NoMoreFilesCanBeOpened) {
 #ifdef __SANITIZE_ADDRESS__
   GTEST_SKIP() << "NOT TESTED: the sanitizer's check of virtual calls opens files itself";
 #endif
@@ -125,7 +125,7 @@ TEST_F(CNewSqliteFileTest, NoMoreFilesCanBeOpened) {
   EXPECT_TRUE(fs::is_empty(storage_.Directory().Path()));
 }
 
-TEST_F(CNewSqliteFileTest, SymbolicLinkToNothingYetGetsItsTarget) {
+TEST_F(NewSqliteFileTest, SymbolicLinkToNothingYetGetsItsTarget) {
   fs::create_directory(Path("data"));
   fs::create_symlink("data/target.sqlite", Path("link.db"));
   fs::create_symlink(Path("link.db"), Path("chain.db"));
@@ -138,7 +138,7 @@ TEST_F(CNewSqliteFileTest, SymbolicLinkToNothingYetGetsItsTarget) {
   EXPECT_EQ(std::distance(fs::directory_iterator(storage_.Directory().Path()), {}), 3);
 }
 
-TEST_F(CNewSqliteFileTest, SymbolicLinksThatLeadNowhereAreRefused) {
+TEST_F(NewSqliteFileTest, SymbolicLinksThatLeadNowhereAreRefused) {
   fs::create_symlink("b.db", Path("a.db"));
   fs::create_symlink("a.db", Path("b.db"));
   fs::create_symlink("absent/target.db", Path("link.db"));

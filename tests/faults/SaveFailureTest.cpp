@@ -5,7 +5,7 @@
 
 #include <filesystem>
 
-#include "UpgradeDirectory.h"
+#include "upgradesrv/UpgradeDirectory.h"
 
 namespace {
 
@@ -22,7 +22,7 @@ std::vector<std::string> Names(const std::string& directory) {
   return names;
 }
 
-TEST(SaveFailure, WhereADirectoryStandsIsTrouble) {
+TEST(SaveFailureTest, WhereADirectoryStandsIsTrouble) {
   const test::CUpgradeDirectory upgrade;
   const std::string target = upgrade.File("2024/checkMetaError.json");
   fs::remove(target);
@@ -32,7 +32,7 @@ TEST(SaveFailure, WhereADirectoryStandsIsTrouble) {
                                                 "(code 0xA4C00010)");
 }
 
-TEST(SaveFailure, OfAFileThatMayNotGrowLeavesTheEarlierDocumentAndNothingBesideIt) {
+TEST(SaveFailureTest, OfAFileThatMayNotGrowLeavesTheEarlierDocumentAndNothingBesideIt) {
   const test::CUpgradeDirectory upgrade;
   // Room for the messages, which go to files too, but not for the document.
   std::string classes;
@@ -49,7 +49,7 @@ TEST(SaveFailure, OfAFileThatMayNotGrowLeavesTheEarlierDocumentAndNothingBesideI
   EXPECT_EQ(upgrade.Run().status, 1);
 }
 
-TEST(SaveFailure, OnAFullDiskLeavesTheEarlierDocumentAndNothingBesideIt) {
+TEST(SaveFailureTest, OnAFullDiskLeavesTheEarlierDocumentAndNothingBesideIt) {
   const test::CUpgradeDirectory upgrade;
   // The version directory becomes a disk of one page that the earlier document fills, in a mount namespace of its own.
   const std::string command = R"(exec unshare --mount /bin/sh -c '
