@@ -5,21 +5,17 @@
 #include <memory>
 #include <string>
 
+#include "kvxsptfile/TemporaryFile.h"
 #include "kvxsptfile/kvxsptfile_export.h"
 
 namespace kvx {
 
-/// Replaces a file as a whole: what is written goes into a new file beside the target, which Commit() flushes to disk
-/// and renames over the target; CommitNew() does so only where there is no target. Until Commit() has returned the
-/// target is as it was, and without Commit() the new file is removed again. A target that is a symbolic link keeps
-/// being one: the file that it points to is replaced. An existing target's permissions are kept.
+/// Replaces a file as a whole by what is written, with everything that CTemporaryFile promises.
 ///
 /// Every failure throws CKVXException(kFileError, "PATH: cannot be saved: reason; nothing was changed").
 class KVXSPTFILE_EXPORT CAtomicFile {
  public:
-  /// Creates the new file.
   explicit CAtomicFile(const std::string& path);
-  ~CAtomicFile();
 
   CAtomicFile(const CAtomicFile&) = delete;
   CAtomicFile& operator=(const CAtomicFile&) = delete;
@@ -44,19 +40,12 @@ class KVXSPTFILE_EXPORT CAtomicFile {
  private:
   static constexpr std::size_t kBufferSize = 65536;
 
-  [[noreturn]] void Fail(int error) const;
-  /// Brings all that was written to disk.
-  void Finish();
-  void SyncDirectory(const std::string& done) const;
   void FlushBuffer();
   void WriteAll(const char* data, std::size_t size);
 
-  std::string path_;
-  std::string target_;
-  std::string temporary_;
+  CTemporaryFile file_;
   std::unique_ptr<std::array<char, kBufferSize>> buffer_;
   std::size_t used_ = 0;
-  int descriptor_ = -1;
 };
 
 }  // namespace kvx

@@ -10,6 +10,7 @@
 
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -157,9 +158,9 @@ int open(const char* path, int flags, ...) {
   return call(path, flags, mode);
 }
 
-int mkostemp(char* name, int flags) {
-  static const CCall<int, char*, int> call("mkostemp");
-  return call(name, flags);
+int flock(int descriptor, int operation) noexcept {
+  static const CCall<int, int, int> call("flock");
+  return call(descriptor, operation);
 }
 
 int fchmod(int descriptor, mode_t mode) noexcept {

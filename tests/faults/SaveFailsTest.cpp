@@ -70,8 +70,8 @@ INSTANTIATE_TEST_SUITE_P(
     Calls, SaveFailsTest,
     testing::Combine(testing::Values(SCall{"stat", EIO, 2}, SCall{"lstat", EIO, 1}, SCall{"fstat", EIO, 3},
                                      SCall{"readlink", EIO, 1}, SCall{"open", EMFILE, 5}, SCall{"read", EIO, 4},
-                                     SCall{"mkostemp", EACCES, 1}, SCall{"fchmod", EPERM, 1}, SCall{"write", ENOSPC, 3},
-                                     SCall{"fsync", EIO, 2}, SCall{"close", EIO, 5}, SCall{"rename", EXDEV, 1}),
+                                     SCall{"flock", ENOLCK, 1}, SCall{"write", ENOSPC, 3}, SCall{"fsync", EIO, 2},
+                                     SCall{"close", EIO, 5}, SCall{"rename", EXDEV, 1}),
                      testing::Values(ETarget::kFile, ETarget::kNothing, ETarget::kLink)),
     [](const auto& test) {
       return std::get<SCall>(test.param).name + ("_" + test::NameOf(std::get<ETarget>(test.param)));

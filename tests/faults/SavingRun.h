@@ -34,6 +34,8 @@ class CSavingRun {
   SOutcome Run(const std::string& faults);
   /// A run by a command in which "$0" is the executable and "$1" the upgrade directory.
   SOutcome RunInShell(const std::string& command);
+  /// A run without faults on what the last one has left.
+  SOutcome RunAgain() { return Outcome(upgrade_.Run()); }
 
   const CUpgradeDirectory& Directory() const { return upgrade_; }
   /// What a whole run prints.

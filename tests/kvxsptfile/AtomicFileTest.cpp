@@ -196,12 +196,6 @@ TEST_F(AtomicFileTest, NewFileHasThePermissionsThatTheUmaskLeaves) {
   EXPECT_EQ(PermissionsOf(directory_.File("b")), 0666U);
 }
 
-TEST_F(AtomicFileTest, UmaskIsLeftAsItWas) {
-  const CUmask mask(0027);
-  Save(directory_.File("a"), "");
-  EXPECT_EQ(umask(0027), 0027U);
-}
-
 TEST_F(AtomicFileTest, PermissionsOfAnExistingFileAreKept) {
   const CUmask mask(0077);
   for (const mode_t permissions : {0600U, 0644U, 0755U, 0444U}) {
