@@ -110,6 +110,14 @@ TEST_F(MetamodelCommandsTest, CopyRefusesATargetThatExists) {
   EXPECT_EQ(test::ReadFile(target), kOther);
 }
 
+TEST_F(MetamodelCommandsTest, CopyOfWhatIsNotThereIsTroubleBeforeATargetThatExists) {
+  const std::string target = directory_.Write("target.json", kOther);
+  EXPECT_EQ(test::TroubleOf(Copy(directory_.File("absent.json"), target)),
+            directory_.File("absent.json") + ": cannot be read: No such file or directory");
+  EXPECT_THAT(test::TroubleOf(Copy(directory_.File("absent.db"), target)), StartsWith(directory_.File("absent.db")));
+  EXPECT_EQ(test::ReadFile(target), kOther);
+}
+
 TEST_F(MetamodelCommandsTest, CopyWithReplaceReplacesATargetThatExists) {
   const std::string target = directory_.Write("target.json", kOther);
   EXPECT_EQ(Replace(source_, target).status, 0);

@@ -9,8 +9,7 @@ CMetaStorage::CMetaStorage() = default;
 CMetaStorage::~CMetaStorage() = default;
 
 void CMetaStorage::FailExisting() const {
-  throw CKVXException(kvx::kFileError,
-                      CStringHelper::ToVisible(Describe()) + ": exists already; give --replace to replace it");
+  throw CKVXException(kvx::kMetamodelExists, CStringHelper::ToVisible(Describe()) + ": exists already");
 }
 
 void CMetaStorage::RequireNothingThere() {

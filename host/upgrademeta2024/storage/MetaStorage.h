@@ -29,7 +29,7 @@ class UPGRADEMETA2024_EXPORT CMetaStorage {
   /// Whether the location holds something already that Save would replace.
   virtual bool Exists() = 0;
 
-  /// Throws CKVXException (kvx::kFileError) when Exists().
+  /// Throws CKVXException (kvx::kMetamodelExists) when Exists().
   void RequireNothingThere();
 
   /// Stores the metamodel in place of what the location held, as a whole or, when it throws CKVXException, not at all.

@@ -10,6 +10,7 @@
 
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptexception/KVXException.h"
+#include "support/Error.h"
 #include "support/MetaGenerator.h"
 #include "support/MetaMaker.h"
 #include "support/MetaText.h"
@@ -159,6 +160,13 @@ TEST_P(StorageContractTest, ExistsOnceSaved) {
   EXPECT_FALSE(Open()->Exists());
   Save(CMetaDictionary2024());
   EXPECT_TRUE(Open()->Exists());
+}
+
+TEST_P(StorageContractTest, RefusesToReplaceWithoutSpeakingOfAnyCommand) {
+  Save(CMetaDictionary2024());
+  const SError refusal = {kvx::kMetamodelExists, storage_.Location() + ": exists already"};
+  EXPECT_EQ(ErrorOf([&] { Open()->RequireNothingThere(); }), refusal);
+  EXPECT_EQ(ErrorOf([&] { Open()->Save(CMetaDictionary2024(), EExistingMeta::kRefuse); }), refusal);
 }
 
 TEST_P(StorageContractTest, LoadingNothingIsAnErrorAndCreatesNothing) {

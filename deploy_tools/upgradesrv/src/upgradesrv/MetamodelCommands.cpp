@@ -4,6 +4,8 @@
 #include <list>
 #include <memory>
 
+#include "kvxsptexception/ErrorCodes.h"
+#include "kvxsptexception/KVXException.h"
 #include "kvxsptjson/JsonObject.h"
 #include "upgrademeta2024/MetaDictionary2024.h"
 #include "upgrademeta2024/storage/OpenMetaStorage.h"
@@ -71,13 +73,21 @@ EExitStatus ShowMetamodel(const std::string& location, bool json) {
 }
 
 EExitStatus CopyMetamodel(const std::string& source, const std::string& target, bool replace) {
+  const std::unique_ptr<CMetaStorage> from = OpenMetaStorage(source);
   const std::unique_ptr<CMetaStorage> to = OpenMetaStorage(target);
-  if (!replace) {
-    // Nobody is to wait for a long load only to be refused; Save() looks again.
-    to->RequireNothingThere();
+  try {
+    // Nobody is to wait for a long load only to be refused; Save() looks again. Where there is no source, loading says
+    // so: whoever gave --replace would only meet the next error.
+    if (!replace && from->Exists()) {
+      to->RequireNothingThere();
+    }
+    to->Save(*from->Load(), replace ? EExistingMeta::kReplace : EExistingMeta::kRefuse);
+  } catch (const CKVXException& error) {
+    if (error.GetCode() == kvx::kMetamodelExists) {
+      throw CTrouble(std::string(error.what()) + "; give --replace to replace it");
+    }
+    throw;
   }
-  const std::shared_ptr<CMetaDictionary2024> dictionary = OpenMetaStorage(source)->Load();
-  to->Save(*dictionary, replace ? EExistingMeta::kReplace : EExistingMeta::kRefuse);
   return kNothingToReport;
 }
 

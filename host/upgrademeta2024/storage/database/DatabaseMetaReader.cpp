@@ -106,14 +106,13 @@ class CReader {
       return;
     }
     if (missing.size() == TableNames().size()) {
-      throw SContentError{"the database holds no metamodel; store one with \"upgradesrv metamodel copy\""};
+      throw SContentError{"the database holds no metamodel; store one in it"};
     }
     std::string names;
     for (const std::string& table : missing) {
       names += (names.empty() ? "" : ", ") + table;
     }
-    throw SContentError{"the metamodel is incomplete: missing " + names +
-                        "; store it anew with \"upgradesrv metamodel copy --replace\""};
+    throw SContentError{"the metamodel is incomplete: missing " + names + "; store it anew"};
   }
 
   void CountRows() {

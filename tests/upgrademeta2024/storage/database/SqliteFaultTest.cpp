@@ -122,7 +122,7 @@ TEST_F(SqliteFaultTest, WhatIsNotADatabaseIsNeitherReadNorReplaced) {
 
 TEST_F(SqliteFaultTest, EmptyFileHoldsNoMetamodelAndTakesOne) {
   storage_.Directory().Write("metamodel.db", "");
-  EXPECT_THAT(LoadError().message, HasSubstr("the database holds no metamodel; store one with"));
+  EXPECT_THAT(LoadError().message, HasSubstr("the database holds no metamodel; store one in it"));
   EXPECT_FALSE(OpenMetaStorage(Path())->Exists());
   Save();
   EXPECT_EQ(Loaded(), TextOf(*sample_));

@@ -216,7 +216,7 @@ SFailure CPostgresqlDatabase::Explain(const soci::soci_error& error) const {
     return {kvx::kFileError, problem, "have the user granted the rights on the schema and its tables"};
   }
   if (stateClass == "42") {
-    return {kvx::kMalformedDocument, problem, "store the metamodel anew with \"upgradesrv metamodel copy --replace\""};
+    return {kvx::kMalformedDocument, problem, "store the metamodel anew"};
   }
   return {kvx::kFileError, problem, "see the server's log"};
 }

@@ -237,8 +237,7 @@ SFailure CSqliteDatabase::Explain(const soci::soci_error& error) const {
     case SQLITE_IOERR:
       return {kvx::kFileError, WithoutFunctionName(error.get_error_message()), "check the disk and its free space"};
     default:
-      return {kvx::kMalformedDocument, WithoutFunctionName(error.get_error_message()),
-              "store the metamodel anew with \"upgradesrv metamodel copy --replace\""};
+      return {kvx::kMalformedDocument, WithoutFunctionName(error.get_error_message()), "store the metamodel anew"};
   }
 }
 
