@@ -10,7 +10,7 @@
 namespace {
 
 constexpr std::string_view kSqliteScheme = "sqlite3://";
-constexpr std::string_view kPostgresqlScheme = "postgresql://";
+constexpr std::array<std::string_view, 2> kPostgresqlSchemes = {"postgresql://", "postgres://"};
 constexpr std::array<std::string_view, 2> kSqliteEndings = {".db", ".sqlite"};
 
 bool BeginsWith(std::string_view text, std::string_view begin) {
@@ -26,8 +26,10 @@ bool EndsWith(std::string_view text, std::string_view end) {
 SMetaLocation ParseMetaLocation(const std::string& location) {
   std::string form = location;
   CStringHelper::ToLower(form);
-  if (BeginsWith(form, kPostgresqlScheme)) {
-    return {SMetaLocation::kPostgresql, location.substr(kPostgresqlScheme.size())};
+  for (const std::string_view scheme : kPostgresqlSchemes) {
+    if (BeginsWith(form, scheme)) {
+      return {SMetaLocation::kPostgresql, location.substr(scheme.size())};
+    }
   }
   if (BeginsWith(form, kSqliteScheme) && form.size() > kSqliteScheme.size()) {
     return {SMetaLocation::kSqlite, location.substr(kSqliteScheme.size())};

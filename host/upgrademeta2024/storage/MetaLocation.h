@@ -9,12 +9,12 @@ struct SMetaLocation {
   enum EKind { kUnknown, kDocument, kSqlite, kPostgresql };
 
   EKind kind = kUnknown;
-  /// The path of a document or of an SQLite database; of PostgreSQL what follows "postgresql://".
+  /// The path of a document or of an SQLite database; of PostgreSQL what follows the scheme.
   std::string name;
 };
 
-/// Takes a location apart: "sqlite3://PATH" or a path ending in ".db" or ".sqlite", "postgresql://…", or a path ending
-/// in ".json", capital letters or small ones. Anything else is of unknown kind.
+/// Takes a location apart: "sqlite3://PATH" or a path ending in ".db" or ".sqlite", "postgresql://…" or "postgres://…",
+/// or a path ending in ".json", capital letters or small ones. Anything else is of unknown kind.
 SMetaLocation ParseMetaLocation(const std::string& location);
 
 /// The location with a relative path in it, which is taken to start at `directory`, made to start there. Connections

@@ -10,7 +10,8 @@
 /// parts:
 /// - a path that ends in ".json": a metamodel document;
 /// - "sqlite3://PATH", or a path that ends in ".db" or ".sqlite": an SQLite database;
-/// - "postgresql://" followed by libpq's connection words, "host=… dbname=…" or nothing, or by the rest of a
+/// - "postgresql://" or "postgres://" followed by libpq's connection words, "host=… dbname=…" or nothing, or by the
+/// rest of a
 ///   connection URI: a database of a PostgreSQL server. What is not given comes from libpq's environment variables,
 ///   service file and password file.
 /// Throws CKVXException (kvx::kMetamodelError) for a location of no known form.

@@ -4,6 +4,7 @@
 #include <soci/postgresql/soci-postgresql.h>
 
 #include <cctype>
+#include <set>
 #include <sstream>
 
 #include "kvxsptexception/ErrorCodes.h"
@@ -109,6 +110,24 @@ std::string WithoutSociPreface(std::string text) {
   return text;
 }
 
+/// Why no connection came about. libpq tells it of every address that it tried, and asks questions on lines of their
+/// own, which begin with a tab; one sentence is left for each reason.
+std::string ConnectionProblem(const std::string& text) {
+  std::istringstream lines(text);
+  std::set<std::string> reasons;
+  std::string problem;
+  for (std::string line; std::getline(lines, line);) {
+    if (line.empty() || line.front() == '\t') {
+      continue;
+    }
+    const std::size_t reason = line.find(" failed: ");
+    if (reasons.insert(reason == std::string::npos ? line : line.substr(reason)).second) {
+      problem += (problem.empty() ? "" : "; ") + line;
+    }
+  }
+  return problem;
+}
+
 }  // namespace
 
 CPostgresqlDatabase::CPostgresqlDatabase(const std::string& words) {
@@ -191,10 +210,11 @@ std::string CPostgresqlDatabase::OneLine(const std::string& text) const {
 }
 
 SFailure CPostgresqlDatabase::Explain(const soci::soci_error& error) const {
-  const std::string problem = OneLine(WithoutSociPreface(error.get_error_message()));
+  const std::string text = WithoutSociPreface(error.get_error_message());
+  const std::string problem = OneLine(text);
   const auto* serverError = dynamic_cast<const soci::postgresql_soci_error*>(&error);
   if (serverError == nullptr) {
-    return {kvx::kFileError, problem,
+    return {kvx::kFileError, OneLine(ConnectionProblem(text)),
             "check that the server runs and that host, port, database, user and password are right"};
   }
   const std::string state = serverError->sqlstate();
