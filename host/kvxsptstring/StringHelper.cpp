@@ -39,9 +39,13 @@ std::size_t CharacterSize(const std::string& text, std::size_t position) {
   return isShortest && !isSurrogate && code <= 0x10FFFF ? size : 0;
 }
 
-/// Controls that make a terminal show what follows in another order than it is written.
-bool ChangesDirection(std::uint32_t code) {
-  return (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
+/// Controls that no terminal shows, but that make it show a text in another order than it is written, or on more lines.
+bool IsInvisibleControl(std::uint32_t code) {
+  constexpr std::uint32_t kArabicLetterMark = 0x061C;
+  const bool isMark = code == 0x200E || code == 0x200F || code == kArabicLetterMark;
+  const bool isEmbedding = (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
+  const bool isLineEnd = code == 0x2028 || code == 0x2029;
+  return isMark || isEmbedding || isLineEnd;
 }
 
 void AppendHexadecimal(std::string& target, const char* prefix, std::uint32_t number, int digits) {
@@ -89,7 +93,7 @@ std::string CStringHelper::ToVisible(const std::string& text) {
       visible += "\\t";
     } else if (code < 0x20 || code == 0x7F) {
       AppendHexadecimal(visible, "\\x", code, 2);
-    } else if ((code >= 0x80 && code < 0xA0) || ChangesDirection(code)) {
+    } else if ((code >= 0x80 && code < 0xA0) || IsInvisibleControl(code)) {
       // U+009B begins an escape sequence.
       AppendHexadecimal(visible, "\\u", code, 4);
     } else {

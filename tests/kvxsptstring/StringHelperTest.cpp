@@ -122,7 +122,17 @@ TEST(StringHelperTest, ToVisibleShowsC1ControlsAndKeepsTheirNeighbours) {
 
 TEST(StringHelperTest, ToVisibleShowsControlsOfTheDirectionAndKeepsTheirNeighbours) {
   EXPECT_EQ(CStringHelper::ToVisible("a\u202Ab\u202Ec\u2066d\u2069"), R"(a\u202Ab\u202Ec\u2066d\u2069)");
-  EXPECT_EQ(CStringHelper::ToVisible("\u2029\u202F\u2065\u206A"), "\u2029\u202F\u2065\u206A");
+  EXPECT_EQ(CStringHelper::ToVisible("\u202F\u2065\u206A"), "\u202F\u2065\u206A");
+}
+
+TEST(StringHelperTest, ToVisibleShowsMarksOfTheDirectionAndKeepsTheirNeighbours) {
+  EXPECT_EQ(CStringHelper::ToVisible("a\u200Eb\u200Fc\u061Cd"), R"(a\u200Eb\u200Fc\u061Cd)");
+  EXPECT_EQ(CStringHelper::ToVisible("\u200D\u2010\u061B\u061D"), "\u200D\u2010\u061B\u061D");
+}
+
+TEST(StringHelperTest, ToVisibleShowsLineEndsBeyondAscii) {
+  EXPECT_EQ(CStringHelper::ToVisible("a\u2028b\u2029c"), R"(a\u2028b\u2029c)");
+  EXPECT_EQ(CStringHelper::ToVisible("\u2027"), "\u2027");
 }
 
 TEST(StringHelperTest, ToVisibleShowsBytesThatAreNotUtf8) {

@@ -63,6 +63,17 @@ TEST_F(MetamodelCommandsTest, ShowCountsByKind) {
   EXPECT_EQ(Show(source_, "text").output, expected);
 }
 
+TEST_F(MetamodelCommandsTest, ShowInAPipeIsNotForgedByALineEndInThePath) {
+  const std::string path = directory_.Write("a\nclasses:    7 with 7 properties\nb.json", kMetamodel);
+  const test::SProcessResult result = Show(path, "text");
+  EXPECT_THAT(result.output,
+              StartsWith("source:     " + directory_.File("a\\nclasses:    7 with 7 properties\\nb.json") +
+                         "\ngeneration: 2024\nclasses:    2 with"));
+  CJsonObject object;
+  object.CreateFromText(Show(path, "json").output, "output");
+  EXPECT_EQ(object.GetStringValue("source"), path);
+}
+
 TEST_F(MetamodelCommandsTest, ShowAsJsonIsOneObject) {
   const test::SProcessResult result = Show(source_, "json");
   EXPECT_EQ(result.status, 0);

@@ -7,6 +7,7 @@
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptexception/KVXException.h"
 #include "kvxsptjson/JsonObject.h"
+#include "kvxsptstring/StringHelper.h"
 #include "upgrademeta2024/MetaDictionary2024.h"
 #include "upgrademeta2024/storage/OpenMetaStorage.h"
 
@@ -55,8 +56,9 @@ EExitStatus ShowMetamodel(const std::string& location, bool json) {
     behaviors.methods += static_cast<std::uint32_t>(behavior->GetMethods().size());
   }
   if (!json) {
-    WriteOutput("source:     " + storage->Describe() + "\ngeneration: 2024\n" + Line("classes", classes) +
-                Line("links", links) +
+    // A line end in a path must not look like the next of these lines.
+    WriteOutput("source:     " + CStringHelper::ToVisible(storage->Describe()) + "\ngeneration: 2024\n" +
+                Line("classes", classes) + Line("links", links) +
                 Line("behaviors", behaviors, " and " + std::to_string(behaviors.methods) + " methods"));
     return kNothingToReport;
   }
