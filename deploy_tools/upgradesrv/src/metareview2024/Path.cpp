@@ -5,14 +5,11 @@
 #include <utility>
 
 #include "kvxsptstring/StringHelper.h"
-#include "metareview2024/detail/Attributes.h"
+#include "metareview2024/PathSegments.h"
 
 namespace metareview {
 namespace {
 
-using Segments = std::vector<std::string_view>;
-
-constexpr std::string_view kWildcard = "*";
 constexpr std::array<std::pair<char, char>, 3> kEscapes = {{{'~', '0'}, {'/', '1'}, {'*', '2'}}};
 
 /// What an element may carry, and the word that says so in a path.
@@ -64,17 +61,6 @@ std::optional<std::string> Unescaped(std::string_view segment) {
   return name;
 }
 
-Segments Split(std::string_view text) {
-  Segments segments;
-  std::size_t begin = 0;
-  for (std::size_t end = text.find('/'); end != std::string_view::npos; end = text.find('/', begin)) {
-    segments.push_back(text.substr(begin, end - begin));
-    begin = end + 1;
-  }
-  segments.push_back(text.substr(begin));
-  return segments;
-}
-
 bool IsWord(std::string_view segment, std::string_view word) {
   return segment == word || segment == kWildcard;
 }
@@ -84,7 +70,7 @@ bool IsName(std::string_view segment) {
 }
 
 /// Whether the rest of a path, from `position` on, is nothing or an attribute of the thing, which `attribute` then is.
-bool EndsAt(const Segments& segments, std::size_t position, EThing thing, EAttribute& attribute) {
+bool EndsAt(const PathSegments& segments, std::size_t position, EThing thing, EAttribute& attribute) {
   if (segments.size() == position) {
     attribute = EAttribute::kNone;
     return true;
@@ -100,7 +86,7 @@ bool EndsAt(const Segments& segments, std::size_t position, EThing thing, EAttri
 }
 
 /// What a path or pattern is about if it is about an element of the kind; without names.
-std::optional<SPath> ShapeOf(const Segments& segments, EKind kind) {
+std::optional<SPath> ShapeOf(const PathSegments& segments, EKind kind) {
   constexpr std::size_t kPartPosition = 2;
   if (segments.size() < kPartPosition || !IsWord(segments[0], NameOf(kind)) || !IsName(segments[1])) {
     return std::nullopt;
@@ -123,6 +109,23 @@ std::optional<SPath> ShapeOf(const Segments& segments, EKind kind) {
 
 }  // namespace
 
+PathSegments SplitPath(std::string_view text) {
+  PathSegments segments;
+  std::size_t begin = 0;
+  for (std::size_t end = text.find('/'); end != std::string_view::npos; end = text.find('/', begin)) {
+    segments.push_back(text.substr(begin, end - begin));
+    begin = end + 1;
+  }
+  segments.push_back(text.substr(begin));
+  return segments;
+}
+
+bool FitPattern(const PathSegments& pattern, const PathSegments& path) {
+  return std::equal(
+      pattern.begin(), pattern.end(), path.begin(), path.end(),
+      [](std::string_view wanted, std::string_view segment) { return wanted == kWildcard || wanted == segment; });
+}
+
 std::string FormatPath(const SPath& path) {
   std::string text(NameOf(path.kind));
   text += '/';
@@ -144,7 +147,7 @@ std::string FormatPath(const SPath& path) {
 }
 
 std::optional<SPath> ParsePath(std::string_view text) {
-  const Segments segments = Split(text);
+  const PathSegments segments = SplitPath(text);
   const std::optional<EKind> kind = KindOf(segments[0]);
   std::optional<SPath> path = kind && !HasWildcard(text) ? ShapeOf(segments, *kind) : std::nullopt;
   if (path) {
@@ -161,7 +164,7 @@ bool HasWildcard(std::string_view pattern) {
 }
 
 std::vector<EKind> KindsOfPattern(std::string_view pattern) {
-  const Segments segments = Split(pattern);
+  const PathSegments segments = SplitPath(pattern);
   std::vector<EKind> kinds;
   std::copy_if(kKinds.begin(), kKinds.end(), std::back_inserter(kinds),
                [&segments](EKind kind) { return ShapeOf(segments, kind).has_value(); });
@@ -174,14 +177,11 @@ bool IsAboutAttributes(std::string_view pattern) {
 }
 
 bool MatchesPath(std::string_view pattern, std::string_view path) {
-  const Segments patternSegments = Split(pattern);
-  const Segments segments = Split(path);
-  return std::equal(patternSegments.begin(), patternSegments.end(), segments.begin(), segments.end(),
-                    [](std::string_view wanted, std::string_view segment) {
-                      return wanted == kWildcard ||
-                             CStringHelper::StringCompare(std::string(wanted), std::string(segment),
-                                                          /*ignoreCase=*/true) == 0;
-                    });
+  std::string lowerPattern(pattern);
+  std::string lowerPath(path);
+  CStringHelper::ToLower(lowerPattern);
+  CStringHelper::ToLower(lowerPath);
+  return FitPattern(SplitPath(lowerPattern), SplitPath(lowerPath));
 }
 
 }  // namespace metareview

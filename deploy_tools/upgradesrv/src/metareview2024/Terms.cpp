@@ -45,6 +45,23 @@ std::optional<Term> Find(const Names<N>& names, std::string_view name) {
 
 }  // namespace
 
+EThing ThingOf(EKind kind) {
+  constexpr std::array<EThing, 3> kThings = {EThing::kClass, EThing::kLink, EThing::kBehavior};
+  return kThings.at(static_cast<std::size_t>(kind));
+}
+
+const std::vector<EAttribute>& AttributesOf(EThing thing) {
+  using A = EAttribute;
+  using List = std::vector<EAttribute>;
+  static const List kOfClass = {A::kInternalName, A::kDisplayName, A::kClassId, A::kTableName};
+  static const List kNames = {A::kInternalName, A::kDisplayName};
+  static const List kOfProperty = {A::kInternalName, A::kDisplayName, A::kField, A::kType, A::kLength,
+                                   A::kDefaultValue, A::kPrecision,   A::kMax,   A::kMin,  A::kLookupInternalName};
+  // In the order of EThing.
+  static const std::array<List, 6> kLists = {kOfClass, kOfClass, kNames, List(), kNames, kOfProperty};
+  return kLists.at(static_cast<std::size_t>(thing));
+}
+
 std::string_view NameOf(EKind kind) {
   return Name(kKindNames, kind);
 }

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 #include "metareview2024/metareview2024_export.h"
 
@@ -66,6 +67,11 @@ enum class EOrigin {
 
 /// A finding against an earlier review.
 enum class ESince { kNew, kKnown, kChanged };
+
+/// What an element of the kind is as a thing.
+METAREVIEW2024_EXPORT EThing ThingOf(EKind kind);
+/// The attributes that are compared, in the order of findings; none for a listed behavior.
+METAREVIEW2024_EXPORT const std::vector<EAttribute>& AttributesOf(EThing thing);
 
 METAREVIEW2024_EXPORT std::string_view NameOf(EKind kind);
 /// "class", …, "listed-behavior", …: as names of rules begin.
