@@ -9,7 +9,7 @@
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptexception/KVXException.h"
 #include "kvxsptfile/AtomicFile.h"
-#include "kvxsptfile/File.h"
+#include "kvxsptfile/ReadFile.h"
 #include "kvxsptjson/detail/JsonParser.h"
 #include "kvxsptjson/detail/JsonTextWriter.h"
 

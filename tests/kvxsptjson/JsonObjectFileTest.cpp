@@ -80,7 +80,7 @@ TEST_F(JsonObjectFileTest, CreateFromFileNamesAMissingFile) {
 
 TEST_F(JsonObjectFileTest, CreateFromFileRefusesADirectory) {
   EXPECT_EQ(ErrorOf([&] { CJsonObject().CreateFromFile(directory_.Path()); }),
-            (SError{kvx::kFileError, directory_.Path() + ": cannot be read: Is a directory"}));
+            (SError{kvx::kFileError, directory_.Path() + ": cannot be read: is a directory, not a regular file"}));
 }
 
 TEST_F(JsonObjectFileTest, FailedReadLeavesTheViewAsItWas) {

@@ -150,7 +150,7 @@ TEST(UpgradeFileTest, ThatIsADirectoryIsTrouble) {
   const test::CUpgradeDirectory upgrade;
   std::filesystem::remove(upgrade.File("upgrade.json"));
   std::filesystem::create_directory(upgrade.File("upgrade.json"));
-  EXPECT_EQ(upgrade.Trouble(), upgrade.File("upgrade.json") + ": cannot be read: Is a directory");
+  EXPECT_EQ(upgrade.Trouble(), upgrade.File("upgrade.json") + ": cannot be read: is a directory, not a regular file");
 }
 
 TEST(UpgradeFileTest, ThatIsMalformedIsTroubleAtLineAndColumn) {

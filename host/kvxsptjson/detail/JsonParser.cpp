@@ -12,7 +12,7 @@
 
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptexception/KVXException.h"
-#include "kvxsptfile/File.h"
+#include "kvxsptfile/LineAndColumn.h"
 #include "kvxsptstring/StringHelper.h"
 
 namespace kvx {

@@ -1,5 +1,7 @@
 #include "upgrademeta2024/storage/OpenMetaStorage.h"
 
+#include <filesystem>
+
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptexception/KVXException.h"
 #include "kvxsptstring/StringHelper.h"
@@ -20,6 +22,10 @@ std::unique_ptr<CMetaStorage> OpenMetaStorage(const std::string& location) {
       return std::make_unique<CDatabaseMetaStorage>(std::make_unique<metadb::CPostgresqlDatabase>(parsed.name));
     default:
       break;
+  }
+  // A shell's <(command) is a pipe without a name of the user's choice.
+  if (std::error_code error; std::filesystem::is_fifo(location, error)) {
+    return std::make_unique<CDocumentMetaStorage>(location);
   }
   // What follows a scheme may hold a password.
   const std::size_t scheme = location.find("://");

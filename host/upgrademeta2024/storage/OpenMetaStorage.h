@@ -8,7 +8,7 @@
 
 /// The storage for a location. Opens and reads nothing yet. Locations, capital letters or small ones in their fixed
 /// parts:
-/// - a path that ends in ".json": a metamodel document;
+/// - a path that ends in ".json", or of a pipe: a metamodel document;
 /// - "sqlite3://PATH", or a path that ends in ".db" or ".sqlite": an SQLite database;
 /// - "postgresql://" or "postgres://" followed by libpq's connection words, "host=… dbname=…" or nothing, or by the
 /// rest of a

@@ -2,12 +2,14 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <string>
 
 #include "kvxsptexception/ErrorCodes.h"
 #include "support/Error.h"
 #include "support/Process.h"
+#include "support/TemporaryDirectory.h"
 #include "upgrademeta2024/storage/MetaLocation.h"
 #include "upgrademeta2024/storage/OpenMetaStorage.h"
 
@@ -42,6 +44,14 @@ TEST(LocationTest, DatabasesAreKnownByEndingOrScheme) {
                                      "postgresql://", "PostgreSQL://", "postgres://", "Postgres://"}) {
     EXPECT_NO_THROW(OpenMetaStorage(location)) << location;
   }
+}
+
+TEST(LocationTest, PipeIsADocumentWhateverItsName) {
+  const CTemporaryDirectory directory;
+  const std::string pipe = directory.File("pipe");
+  EXPECT_EQ(ErrorOf([&] { OpenMetaStorage(pipe); }).code, kvx::kMetamodelError);
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  EXPECT_EQ(Describe(pipe), pipe);
 }
 
 TEST(LocationTest, UnknownSchemesAreRefusedWithoutShowingWhatFollows) {

@@ -11,6 +11,8 @@
 #include <fstream>
 #include <vector>
 
+#include "kvxsptexception/KVXException.h"
+#include "kvxsptfile/ReadFile.h"
 #include "upgradecontext/UpgradeStrategy.h"
 #include "upgradesrv/Output.h"
 
@@ -66,6 +68,12 @@ CStrategyModule::CStrategyModule(const std::string& directory, const std::string
     throw CTrouble("module " + name + ": there is no " + path_ +
                    "; give the bare name, NAME for libNAME.so, install the module there or name its directory with "
                    "--module-dir");
+  }
+  try {
+    // The loader would wait for a pipe.
+    kvx::RequireRegularFile(path_);
+  } catch (const CKVXException& failure) {
+    throw CTrouble("module " + name + ": cannot be loaded: " + failure.what());
   }
   if (IsCutOff(path_)) {
     throw CTrouble("module " + name + ": cannot be loaded: " + path_ + ": the file is cut off; install it again");

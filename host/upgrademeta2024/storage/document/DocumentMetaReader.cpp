@@ -14,7 +14,8 @@
 
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptexception/KVXException.h"
-#include "kvxsptfile/File.h"
+#include "kvxsptfile/LineAndColumn.h"
+#include "kvxsptfile/ReadFile.h"
 #include "kvxsptstring/StringHelper.h"
 #include "upgrademeta2024/LoadProgress.h"
 #include "upgrademeta2024/MetaDictionary2024.h"
@@ -233,11 +234,14 @@ class CReader : private CJsonValueReader {
 
 std::shared_ptr<CMetaDictionary2024> ReadMetaDocument(const std::string& path, CLoadProgress& progress) {
   constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-  const std::string file =
-      kvx::ReadFile(path, simdjson::SIMDJSON_PADDING, [&progress](std::size_t done, std::size_t total) {
-        progress.SetTotal(2 * total);
-        progress.SetDone(done);
-      });
+  kvx::SReading reading;
+  reading.padding = simdjson::SIMDJSON_PADDING;
+  reading.observer = [&progress](std::size_t done, std::size_t total) {
+    progress.SetTotal(2 * total);
+    progress.SetDone(done);
+  };
+  reading.mayBePipe = true;
+  const std::string file = kvx::ReadFile(path, reading);
   progress.SetTotal(2 * file.size());
   const std::size_t begin = file.compare(0, kByteOrderMark.size(), kByteOrderMark) == 0 ? kByteOrderMark.size() : 0;
   const std::string_view text = std::string_view(file).substr(begin);

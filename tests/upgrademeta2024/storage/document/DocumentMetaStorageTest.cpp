@@ -166,7 +166,8 @@ TEST_F(DocumentMetaStorageTest, LoadNamesAMissingFile) {
 TEST_F(DocumentMetaStorageTest, LoadRefusesADirectory) {
   std::filesystem::create_directory(directory_.File("dir.json"));
   EXPECT_EQ(ErrorOf([&] { Open("dir.json")->Load(); }),
-            (SError{kvx::kFileError, directory_.File("dir.json") + ": cannot be read: Is a directory"}));
+            (SError{kvx::kFileError,
+                    directory_.File("dir.json") + ": cannot be read: is a directory, not a regular file or a pipe"}));
 }
 
 TEST_F(DocumentMetaStorageTest, MessagesShowControlCharactersOfThePath) {
