@@ -58,10 +58,10 @@ std::string SystemReason(int error) {
   return std::generic_category().message(error);
 }
 
-/// What counts the rows of a table by other pages than those from which they were read; empty when nothing does.
-std::string CountElsewhere(soci::session& session, const std::string& table, const std::string& planOfReading) {
-  const std::string count = "SELECT count(*) FROM " + table;
-  if (planOfReading.find(" INDEX ") != std::string::npos) {
+/// What counts the rows of a table by other pages than those from which they are read; empty when nothing does.
+std::string CountElsewhere(soci::session& session, const STable& table) {
+  const std::string count = "SELECT count(*) FROM " + std::string(table.name);
+  if (SqliteQueryPlan(session, SelectStatement(table)).find(" INDEX ") != std::string::npos) {
     return count + " NOT INDEXED";
   }
   // SQLite counts the entries of an index where there is one.
@@ -129,20 +129,20 @@ void CSqliteDatabase::RequireSoundViews(soci::session& session) const {
 }
 
 void CSqliteDatabase::ReadRows(soci::session& session, const STable& table, const RowHandler& row) const {
-  const SSqliteReading reading = ReadSqliteRows(session, table, row);
-  if (!reading.isStored) {
+  const std::uint64_t rows = ReadSqliteRows(session, table, row);
+  if (!IsStoredTable(session, table.name)) {
     return;
   }
   // A page that has lost rows reads without an error. An index has an entry for each, and SQLite counts these page by
   // page; checking how the table lies takes as long as reading it.
-  const std::string count = CountElsewhere(session, table.name, reading.plan);
+  const std::string count = CountElsewhere(session, table);
   if (count.empty()) {
     RequireSound(session, table.name);
     return;
   }
-  std::uint64_t rows = 0;
-  session << count, soci::into(rows);
-  if (rows != reading.rows) {
+  std::uint64_t counted = 0;
+  session << count, soci::into(counted);
+  if (counted != rows) {
     FailDamaged();
   }
 }

@@ -10,17 +10,9 @@
 
 namespace metadb {
 
-/// How a table was read.
-struct SSqliteReading {
-  /// SqliteQueryPlan of the query.
-  std::string plan;
-  std::uint64_t rows = 0;
-  /// IsStoredTable of its name.
-  bool isStored = false;
-};
-
-/// Calls `row` for each row of a table in the order of its lists. Throws soci::soci_error, and whatever `row` throws.
-SSqliteReading ReadSqliteRows(soci::session& session, const STable& table, const RowHandler& row);
+/// Calls `row` for each row of a table in the order of its lists, and answers with their number. Throws
+/// soci::soci_error, and whatever `row` throws.
+std::uint64_t ReadSqliteRows(soci::session& session, const STable& table, const RowHandler& row);
 
 /// Whether the name stands for rows that lie in the file as a table, not for a view or for what a module makes up.
 bool IsStoredTable(soci::session& session, const std::string& name);
