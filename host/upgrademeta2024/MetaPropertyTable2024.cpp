@@ -94,7 +94,7 @@ CMetaPropertyTable2024::CMetaPropertyTable2024(CMetaPropertyTable2024&&) noexcep
 
 CMetaPropertyTable2024& CMetaPropertyTable2024::operator=(CMetaPropertyTable2024&&) noexcept = default;
 
-std::string_view CMetaPropertyTable2024::Add(const SMetaPropertyValues2024& values) {
+void CMetaPropertyTable2024::Add(const SMetaPropertyValues2024& values) {
   const std::array<std::string_view, CMetaProperty2024::kTextCount> parts = {
       values.internalName, values.displayName, values.field, values.type,
       values.defaultValue, values.max,         values.min,   values.lookupClass};
@@ -122,7 +122,6 @@ std::string_view CMetaPropertyTable2024::Add(const SMetaPropertyValues2024& valu
     at += parts[i].copy(&texts[at], parts[i].size());
     property.ends_[i] = static_cast<std::uint32_t>(at);
   }
-  return std::string_view(texts).substr(begin);
 }
 
 void CMetaPropertyTable2024::Finish() {

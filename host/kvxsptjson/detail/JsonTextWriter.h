@@ -2,11 +2,10 @@
 
 #include <rapidjson/prettywriter.h>
 
+#include <algorithm>
 #include <cstddef>
-#include <cstdint>
 
 #include "kvxsptfile/AtomicFile.h"
-#include "kvxsptstring/detail/TextWords.h"
 
 namespace rapidjson {
 
@@ -29,7 +28,7 @@ class CJsonTextWriter : public rapidjson::PrettyWriter<CAtomicFile> {
   explicit CJsonTextWriter(CAtomicFile& file) : Base(file) { SetIndent(' ', 2); }
 
   bool String(const char* text, rapidjson::SizeType size, bool copy = false) {
-    if (!AllWords({text, size}, StandsAsItIs)) {
+    if (!std::all_of(text, text + size, StandsAsItIs)) {
       return Base::String(text, size, copy);
     }
     PrettyPrefix(rapidjson::kStringType);
@@ -41,9 +40,7 @@ class CJsonTextWriter : public rapidjson::PrettyWriter<CAtomicFile> {
   bool Key(const char* text, rapidjson::SizeType size, bool copy = false) { return String(text, size, copy); }
 
  private:
-  static bool StandsAsItIs(std::uint64_t word) {
-    return !HasByteBelow<' '>(word) && !HasByte(word, '"') && !HasByte(word, '\\');
-  }
+  static bool StandsAsItIs(char c) { return static_cast<unsigned char>(c) >= ' ' && c != '"' && c != '\\'; }
 };
 
 }  // namespace kvx

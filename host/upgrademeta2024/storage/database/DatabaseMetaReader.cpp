@@ -234,20 +234,17 @@ class CReader {
       }
       last = &owner;
       SMetaPropertyValues2024 values;
-      values.internalName = rows.UncheckedText(Columns::kInternalName);
-      values.displayName = rows.UncheckedText(Columns::kDisplayName);
-      values.field = rows.UncheckedText(Columns::kField);
-      values.type = rows.UncheckedText(Columns::kType);
+      values.internalName = rows.Text(Columns::kInternalName);
+      values.displayName = rows.Text(Columns::kDisplayName);
+      values.field = rows.Text(Columns::kField);
+      values.type = rows.Text(Columns::kType);
       values.length = rows.Number(Columns::kLength);
-      values.defaultValue = rows.UncheckedText(Columns::kDefaultValue);
+      values.defaultValue = rows.Text(Columns::kDefaultValue);
       values.precision = static_cast<std::uint16_t>(rows.Number(Columns::kPrecision));
-      values.max = rows.UncheckedText(Columns::kMax);
-      values.min = rows.UncheckedText(Columns::kMin);
-      values.lookupClass = rows.UncheckedText(Columns::kLookupInternalName);
-      // Nearly all texts are plain, which takes much less time to see when they stand one after the other.
-      if (!IsPlain(owner.values.properties.Add(values)) || values.internalName.empty()) {
-        rows.CheckTexts();
-      }
+      values.max = rows.Text(Columns::kMax);
+      values.min = rows.Text(Columns::kMin);
+      values.lookupClass = rows.Text(Columns::kLookupInternalName);
+      owner.values.properties.Add(values);
       owner.propertyOrdinals.Add(rows.Ordinal());
     });
   }

@@ -2,11 +2,11 @@
 
 #include <simdjson.h>
 
+#include <algorithm>
 #include <charconv>
 #include <limits>
 
 #include "kvxsptstring/StringHelper.h"
-#include "kvxsptstring/detail/TextWords.h"
 #include "upgrademeta2024/storage/database/Database.h"
 
 namespace metadb {
@@ -42,15 +42,10 @@ std::string RowPlace(const STable& table, std::uint64_t owner, std::uint64_t ord
   return RowPlace(table, std::vector<std::string>{std::to_string(owner), std::to_string(ordinal)});
 }
 
-bool IsPlain(std::string_view text) {
-  // Taking one from a NUL sets its high bit.
-  return kvx::AllWords(text,
-                       [](std::uint64_t word) { return (((word - kvx::kLowBits) | word) & kvx::kHighBits) == 0; });
-}
-
 const char* TextFault(std::string_view text) {
   // Most texts are short and ASCII, for which setting up the validation takes longer than this.
-  if (IsPlain(text)) {
+  const auto isPlain = [](char c) { return c > 0 && static_cast<unsigned char>(c) < 0x80; };
+  if (std::all_of(text.begin(), text.end(), isPlain)) {
     return nullptr;
   }
   if (text.find('\0') != std::string_view::npos) {
@@ -86,14 +81,6 @@ void CRows::Next(const std::vector<SValue>& values) {
   }
   if (owner_ == previousOwner && ordinal_ == previousOrdinal) {
     Fail("ordinal", "not greater than the ordinal of the row before it in the same list");
-  }
-}
-
-void CRows::CheckTexts() const {
-  for (std::size_t column = 0; column < table_.columns.size(); ++column) {
-    if (table_.columns[column].kind != SColumn::kNumber) {
-      Text(column);
-    }
   }
 }
 

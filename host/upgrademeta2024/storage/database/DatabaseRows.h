@@ -22,8 +22,6 @@ std::string RowPlace(const STable& table, const std::vector<std::string>& keys);
 std::string RowPlace(const STable& table, std::uint64_t ordinal);
 std::string RowPlace(const STable& table, std::uint64_t owner, std::uint64_t ordinal);
 
-/// Whether all bytes are ASCII and none is NUL.
-bool IsPlain(std::string_view text);
 /// Why a text cannot stand in a metamodel in a database, null when it can.
 const char* TextFault(std::string_view text);
 
@@ -44,14 +42,6 @@ class CRows {
   /// The values of the current row by the column's position in STable::columns; texts are valid until Next().
   std::string_view Text(std::size_t column) const;
   std::uint32_t Number(std::size_t column) const;
-
-  /// For rows of many texts: one that may still be wrong. None is when all of a row together are plain and the name is
-  /// not empty; otherwise CheckTexts() must be called, which throws for the first column that is wrong.
-  std::string_view UncheckedText(std::size_t column) const {
-    const SValue& value = values_[keyCount_ + column];
-    return value.kind == SValue::kText ? value.text : Text(column);
-  }
-  void CheckTexts() const;
 
   /// Throws for a column of the current row.
   [[noreturn]] void Fail(const char* column, const std::string& problem) const;

@@ -26,15 +26,15 @@ namespace {
 
 constexpr std::uint64_t kGeneration = 2024;
 
-constexpr std::array<CJsonKey, 4> kDictionaryMembers = {"generation", "classes", "links", "behaviors"};
+constexpr std::array<std::string_view, 4> kDictionaryMembers = {"generation", "classes", "links", "behaviors"};
 
 // The members of each kind of object, the name first, and where the texts among them go.
-constexpr std::array<CJsonKey, 6> kClassMembers = {"internal_name", "display_name", "class_id",
-                                                   "table_name",    "behaviors",    "properties"};
+constexpr std::array<std::string_view, 6> kClassMembers = {"internal_name", "display_name", "class_id",
+                                                           "table_name",    "behaviors",    "properties"};
 constexpr std::array<std::string SMetaClassValues2024::*, 6> kClassTexts = {
     &SMetaClassValues2024::internalName, &SMetaClassValues2024::displayName, nullptr, &SMetaClassValues2024::tableName};
 
-constexpr std::array<CJsonKey, 4> kBehaviorMembers = {"internal_name", "display_name", "methods", "properties"};
+constexpr std::array<std::string_view, 4> kBehaviorMembers = {"internal_name", "display_name", "methods", "properties"};
 constexpr std::array<std::string SMetaBehaviorValues2024::*, 4> kBehaviorTexts = {
     &SMetaBehaviorValues2024::internalName, &SMetaBehaviorValues2024::displayName};
 
@@ -42,13 +42,13 @@ struct SMethodValues {
   std::string internalName;
   std::string displayName;
 };
-constexpr std::array<CJsonKey, 2> kMethodMembers = {"internal_name", "display_name"};
+constexpr std::array<std::string_view, 2> kMethodMembers = {"internal_name", "display_name"};
 constexpr std::array<std::string SMethodValues::*, 2> kMethodTexts = {&SMethodValues::internalName,
                                                                       &SMethodValues::displayName};
 
-constexpr std::array<CJsonKey, 10> kPropertyMembers = {"internal_name", "display_name",        "field",     "type",
-                                                       "length",        "default_value",       "precision", "max",
-                                                       "min",           "lookup_internal_name"};
+constexpr std::array<std::string_view, 10> kPropertyMembers = {
+    "internal_name", "display_name", "field", "type", "length",
+    "default_value", "precision",    "max",   "min",  "lookup_internal_name"};
 constexpr std::array<std::string_view SMetaPropertyValues2024::*, 10> kPropertyTexts = {
     &SMetaPropertyValues2024::internalName,
     &SMetaPropertyValues2024::displayName,
@@ -194,7 +194,7 @@ class CReader : private CJsonValueReader {
   /// An object in which "internal_name", the first of the known members, is required. Texts go where `texts` says,
   /// other members to `other(position in known, value)`.
   template <std::size_t N, typename String, typename Values, typename Other>
-  void Object(Value& value, const std::array<CJsonKey, N>& known, const std::array<String Values::*, N>& texts,
+  void Object(Value& value, const std::array<std::string_view, N>& known, const std::array<String Values::*, N>& texts,
               Values& values, const Other& other) {
     RequireType(value, Type::object);
     const std::uint32_t seen = Members(value.get_object(), known, [&](std::size_t member, Value& memberValue) {

@@ -37,10 +37,10 @@ std::string CJsonValueReader::Visible(std::string_view token) {
   return CStringHelper::ToVisible(std::string(token));
 }
 
-void CJsonValueReader::FailUnknown(const CJsonKey* known, std::size_t count) const {
+void CJsonValueReader::FailUnknown(const std::string_view* known, std::size_t count) const {
   std::string names;
   for (std::size_t i = 0; i < count; ++i) {
-    names += (i == 0 ? "" : ", ") + std::string(known[i].Text());
+    names += (i == 0 ? "" : ", ") + std::string(known[i]);
   }
   Fail("unknown member; known here: " + names);
 }

@@ -10,8 +10,6 @@
 #include <string_view>
 #include <utility>
 
-#include "kvxsptstring/detail/TextWords.h"
-#include "upgrademeta2024/storage/document/JsonKey.h"
 #include "upgrademeta2024/storage/document/JsonPlace.h"
 
 /// A failure in a document's content, whose place is known; the file is added where it is caught.
@@ -47,7 +45,8 @@ class CJsonValueReader {
 
   /// Calls `member(position in known, value)` for each member; answers with the set of positions seen.
   template <std::size_t N, typename Member>
-  std::uint32_t Members(simdjson::ondemand::object object, const std::array<CJsonKey, N>& known, const Member& member) {
+  std::uint32_t Members(simdjson::ondemand::object object, const std::array<std::string_view, N>& known,
+                        const Member& member) {
     std::uint32_t seen = 0;
     std::size_t next = 0;
     for (simdjson::simdjson_result<simdjson::ondemand::field> result : object) {
@@ -59,23 +58,22 @@ class CJsonValueReader {
       const simdjson::ondemand::raw_json_string raw = field.key();
       // Documents mostly keep one order of members, so the one after the last is tried first.
       std::size_t position = next;
-      if (position == N || !known[position].IsAt(raw.raw())) {
+      if (position == N || !raw.unsafe_is_equal(known[position])) {
         position = 0;
-        while (position < N && !known[position].IsAt(raw.raw())) {
+        while (position < N && !raw.unsafe_is_equal(known[position])) {
           ++position;
         }
       }
       if (position == N) {
         // A known name may be written with escapes.
         const std::string_view key = field.unescaped_key();
-        const auto isKey = [&key](const CJsonKey& name) { return name.Text() == key; };
-        position = static_cast<std::size_t>(std::find_if(known.begin(), known.end(), isKey) - known.begin());
+        position = static_cast<std::size_t>(std::find(known.begin(), known.end(), key) - known.begin());
         place_.Enter(key);
         if (position == N) {
           FailUnknown(known.data(), N);
         }
       } else {
-        place_.Enter(known[position].Text());
+        place_.Enter(known[position]);
       }
       if ((seen & (1U << position)) != 0) {
         Fail("the member stands twice");
@@ -100,7 +98,7 @@ class CJsonValueReader {
     }
     if (token.size() >= 2 && token.back() == '"') {
       const std::string_view content(token.data() + 1, token.size() - 2);
-      if (!HasEscape(content)) {
+      if (content.find('\\') == std::string_view::npos) {
         // A value that was not taken lets the parser pass over whatever follows it up to a closing bracket.
         static_cast<void>(value.get_raw_json_string().value());
         return content;
@@ -148,19 +146,9 @@ class CJsonValueReader {
   CJsonPlace& Place() { return place_; }
 
  private:
-  /// Whether a string's content holds a backslash. Most strings are short: they are looked at a word at a time, beyond
-  /// their end, where the text is padded, and only what may hold one is searched.
-  static bool HasEscape(std::string_view content) {
-    bool found = false;
-    for (std::size_t i = 0; i < content.size(); i += sizeof(std::uint64_t)) {
-      found |= kvx::HasByte(kvx::WordAt(content.data() + i), '\\');
-    }
-    return found && content.find('\\') != std::string_view::npos;
-  }
-
   static std::string Visible(std::string_view token);
 
-  [[noreturn]] void FailUnknown(const CJsonKey* known, std::size_t count) const;
+  [[noreturn]] void FailUnknown(const std::string_view* known, std::size_t count) const;
 
   CJsonPlace place_;
 };
