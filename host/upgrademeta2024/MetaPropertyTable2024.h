@@ -23,8 +23,8 @@ class UPGRADEMETA2024_EXPORT CMetaPropertyTable2024 {
   CMetaPropertyTable2024(const CMetaPropertyTable2024&) = delete;
   CMetaPropertyTable2024& operator=(const CMetaPropertyTable2024&) = delete;
 
-  /// Appends a property. No property may have been handed out yet.
-  /// Throws CKVXException (kvx::kMetamodelError) when the texts of all properties together exceed 4 GiB.
+  /// Appends a property. No property may have been handed out yet. Throws CKVXException
+  /// (kvx::kMetamodelError) when the texts of all properties together exceed 4 GiB.
   void Add(const SMetaPropertyValues2024& values);
   /// Ends filling: gives back what was reserved in advance and sorts the names. The element that a table is moved into
   /// calls it as well; a second call does nothing.

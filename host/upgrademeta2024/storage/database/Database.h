@@ -43,11 +43,12 @@ class CDatabase {
 
   /// Whether there is anything that can be opened for reading.
   virtual bool Exists() const = 0;
-  /// Sessions for reading can change nothing. Both throw soci::soci_error or SFailure.
+  /// Sessions for reading can change nothing. Both throw soci::soci_error or SFailure; writing throws CKVXException for
+  /// a file that cannot be saved.
   virtual std::unique_ptr<soci::session> OpenForReading() = 0;
   virtual std::unique_ptr<soci::session> OpenForWriting() = 0;
   /// Ends writing, after the transaction is committed and the session closed. False, with nothing changed, when another
-  /// program has made the database meanwhile. Throws SFailure.
+  /// program has made the database meanwhile. Throws CKVXException for a file that cannot be saved.
   virtual bool Publish() { return true; }
 
   /// To be called once before rows are read. Throws SFailure when rows may be lost and ReadRows() could not tell,

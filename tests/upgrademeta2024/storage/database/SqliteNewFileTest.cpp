@@ -1,4 +1,4 @@
-// SQLite databases that do not exist yet: their files are written elsewhere and come to their place when complete.
+// SQLite databases that do not exist yet: their files are written beside their place and come there when complete.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -83,7 +83,7 @@ TEST_F(NewSqliteFileTest, FileThatComesWhileItIsWrittenIsKept) {
   }
 }
 
-TEST_F(NewSqliteFileTest, DirectoryThatItsMakerMayNotOpenIsAnError) {
+TEST_F(NewSqliteFileTest, FileThatItsMakerMayNotOpenIsAnError) {
   fs::permissions(storage_.Directory().Path(), fs::perms::all);
   OpenMetaStorage(Path("source.json"))->Save(*LargeMetamodel(1));
   fs::permissions(Path("source.json"), fs::perms::all);
@@ -96,8 +96,8 @@ TEST_F(NewSqliteFileTest, DirectoryThatItsMakerMayNotOpenIsAnError) {
   const SProcessResult result = test::Run(command);
   EXPECT_EQ(result.status, 2);
   EXPECT_EQ(result.errors, "upgradesrv: error: " + storage_.Location() +
-                               ": cannot be stored, what was there is unchanged: Permission denied; give a path where "
-                               "you may create a file\n");
+                               ": cannot be stored, what was there is unchanged: permission denied; run as a user who "
+                               "may use the file and its directory\n");
   fs::remove(Path("source.json"));
   EXPECT_TRUE(fs::is_empty(storage_.Directory().Path()));
 }
@@ -119,9 +119,7 @@ TEST_F(NewSqliteFileTest, NoMoreFilesCanBeOpened) {
   GTEST_SKIP() << "NOT TESTED: the sanitizer's check of virtual calls opens files itself";
 #endif
   EXPECT_EQ(MessageWithoutDescriptors([&] { Save("metamodel.db"); }),
-            storage_.Location() +
-                ": cannot be stored, what was there is unchanged: Too many open files; allow "
-                "more open files");
+            storage_.Location() + ": cannot be saved: Too many open files; nothing was changed");
   EXPECT_TRUE(fs::is_empty(storage_.Directory().Path()));
 }
 
@@ -142,8 +140,8 @@ TEST_F(NewSqliteFileTest, SymbolicLinksThatLeadNowhereAreRefused) {
   fs::create_symlink("b.db", Path("a.db"));
   fs::create_symlink("a.db", Path("b.db"));
   fs::create_symlink("absent/target.db", Path("link.db"));
-  const std::string before = ": cannot be stored, what was there is unchanged: ";
-  const std::string after = "; give a path where you may create a file";
+  const std::string before = ": cannot be saved: ";
+  const std::string after = "; nothing was changed";
   EXPECT_EQ(SaveError("a.db"),
             (SError{kvx::kFileError, Path("a.db") + before + "Too many levels of symbolic links" + after}));
   EXPECT_EQ(SaveError("link.db"),

@@ -12,25 +12,25 @@
 #include <vector>
 
 #include "kvxsptexception/ErrorCodes.h"
-#include "kvxsptfile/FilePlace.h"
+#include "kvxsptfile/TemporaryFile.h"
 #include "kvxsptstring/StringHelper.h"
 #include "upgrademeta2024/storage/database/DatabaseDialect.h"
 #include "upgrademeta2024/storage/database/DatabaseSchema.h"
-#include "upgrademeta2024/storage/database/sqlite/NewFile.h"
 #include "upgrademeta2024/storage/database/sqlite/SqliteRows.h"
 
 namespace metadb {
 namespace {
 
 constexpr int kBusyMilliseconds = 5000;
+constexpr const char* kWithoutLocks = "unix-none";
 
 /// SOCI takes a path for a list of words, so that not every path could be given to it, and always creates the file that
 /// it does not find: the file is opened here and put in place of an empty database. A session stays on one thread.
-std::unique_ptr<soci::session> Open(const std::string& path, int flags) {
+std::unique_ptr<soci::session> Open(const std::string& path, int flags, const char* system = nullptr) {
   auto session = std::make_unique<soci::session>(soci::sqlite3, ":memory:");
   sqlite_api::sqlite3*& connection = static_cast<soci::sqlite3_session_backend*>(session->get_backend())->conn_;
   sqlite_api::sqlite3_close(std::exchange(connection, nullptr));
-  const int result = sqlite_api::sqlite3_open_v2(path.c_str(), &connection, flags | SQLITE_OPEN_NOMUTEX, nullptr);
+  const int result = sqlite_api::sqlite3_open_v2(path.c_str(), &connection, flags | SQLITE_OPEN_NOMUTEX, system);
   if (result != SQLITE_OK) {
     throw soci::sqlite3_soci_error(sqlite_api::sqlite3_errstr(result), result);
   }
@@ -177,9 +177,6 @@ std::unique_ptr<soci::session> CSqliteDatabase::OpenForReading() {
 }
 
 std::unique_ptr<soci::session> CSqliteDatabase::OpenForWriting() {
-  std::error_code linkError;
-  const std::string target = kvx::FollowLinks(path_, linkError);
-  CNewFile::RemoveLeftovers(target);
   if (Exists()) {
     RequireReadableFile();
     auto session = Open(path_, SQLITE_OPEN_READWRITE);
@@ -187,33 +184,19 @@ std::unique_ptr<soci::session> CSqliteDatabase::OpenForWriting() {
     RequireWholePages(*session);
     return session;
   }
-  try {
-    if (linkError) {
-      throw std::system_error(linkError);
-    }
-    newFile_ = std::make_unique<CNewFile>(target);
-  } catch (const std::system_error& error) {
-    const int reason = error.code().value();
-    throw SFailure{
-        kvx::kFileError, SystemReason(reason),
-        reason == EMFILE || reason == ENFILE ? "allow more open files" : "give a path where you may create a file"};
-  }
-  auto session = Open(newFile_->Path(), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+  newFile_ = std::make_unique<kvx::CTemporaryFile>(path_);
+  auto session = Open(newFile_->GetPath(), SQLITE_OPEN_READWRITE, kWithoutLocks);
+  // Whatever interrupts the writing, the file is dropped.
+  *session << "PRAGMA journal_mode = OFF";
+  *session << "PRAGMA synchronous = OFF";
   // Reading whole tables, as is done here, takes a twentieth less time than with SQLite's usual 4096 bytes.
   *session << "PRAGMA page_size = 8192";
   return session;
 }
 
 bool CSqliteDatabase::Publish() {
-  if (newFile_ == nullptr) {
-    return true;
-  }
-  const std::unique_ptr<CNewFile> file = std::move(newFile_);
-  try {
-    return file->Publish();
-  } catch (const std::system_error& error) {
-    throw SFailure{kvx::kFileError, SystemReason(error.code().value()), "give another path"};
-  }
+  const std::unique_ptr<kvx::CTemporaryFile> file = std::move(newFile_);
+  return file == nullptr || file->CommitNew();
 }
 
 SFailure CSqliteDatabase::Explain(const soci::soci_error& error) const {

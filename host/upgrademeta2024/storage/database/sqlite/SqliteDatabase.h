@@ -5,12 +5,13 @@
 
 #include "upgrademeta2024/storage/database/Database.h"
 
+namespace kvx {
+class CTemporaryFile;
+}
+
 namespace metadb {
 
-class CNewFile;
-
-/// An SQLite database: one file. A file that does not exist yet is written under another name and gets its own when it
-/// is complete.
+/// An SQLite database: one file. A file that does not exist yet is written as kvx::CTemporaryFile writes files.
 class CSqliteDatabase : public CDatabase {
  public:
   /// `location` is the path as its user wrote it, for messages.
@@ -34,7 +35,8 @@ class CSqliteDatabase : public CDatabase {
 
   std::string location_;
   std::string path_;
-  std::unique_ptr<CNewFile> newFile_;
+  // While a file is written that does not exist yet.
+  std::unique_ptr<kvx::CTemporaryFile> newFile_;
 };
 
 }  // namespace metadb
