@@ -1,75 +1,73 @@
 #include "kvxsptlog/Log.h"
 
-#include <log4cplus/configurator.h>
-#include <log4cplus/consoleappender.h>
-#include <log4cplus/hierarchy.h>
-#include <log4cplus/initializer.h>
-#include <log4cplus/logger.h>
-
 #include <atomic>
 #include <filesystem>
 #include <memory>
+#include <mutex>
+#include <system_error>
+#include <utility>
 
-#include "kvxsptexception/ErrorCodes.h"
-#include "kvxsptexception/KVXException.h"
-#include "kvxsptlog/detail/OneLineLayout.h"
+#include "kvxsptlog/LogDestination.h"
+#include "kvxsptlog/detail/Log4cplusLibrary.h"
+#include "kvxsptlog/detail/StandardErrorLog.h"
+#include "kvxsptstring/StringHelper.h"
 
 namespace {
 
+constexpr int kErrorLevel = 40000;
+
 std::atomic<std::size_t> errorCount{0};
 
-bool HasDestination() {
-  if (!log4cplus::Logger::getRoot().getAllAppenders().empty()) {
-    return true;
-  }
-  for (log4cplus::Logger& logger : log4cplus::Logger::getCurrentLoggers()) {
-    if (!logger.getAllAppenders().empty()) {
-      return true;
-    }
-  }
-  return false;
-}
+std::mutex destinationMutex;
+/// Null for the default.
+std::unique_ptr<CLogDestination> theDestination;
 
-void ConfigureDefault() {
-  const log4cplus::SharedAppenderPtr console(
-      std::make_unique<log4cplus::ConsoleAppender>(/*logToStdErr=*/true, /*immediateFlush=*/true).release());
-  console->setLayout(std::make_unique<COneLineLayout>());
-  log4cplus::Logger::getRoot().addAppender(console);
-}
+struct SDefaultAtEnd {
+  SDefaultAtEnd() = default;
+  ~SDefaultAtEnd() { CLog::SetDestination(nullptr); }
+  SDefaultAtEnd(const SDefaultAtEnd&) = delete;
+  SDefaultAtEnd& operator=(const SDefaultAtEnd&) = delete;
+};
 
-/// Keeps log4cplus alive from the first use of the log to the end of the process.
-void EnsureInitialized() {
-  static const log4cplus::Initializer initializer;
+std::string Visible(const char* text) {
+  return CStringHelper::ToVisible(text != nullptr ? text : "");
 }
 
 }  // namespace
 
 void CLog::Configure(const std::string& propertiesFile) {
-  EnsureInitialized();
-  log4cplus::Logger::getDefaultHierarchy().resetConfiguration();
-  if (!std::filesystem::exists(propertiesFile)) {
-    ConfigureDefault();
-    return;
+  // What was configured ends first: two configurations may name one file.
+  SetDestination(nullptr);
+  std::error_code error;
+  if (std::filesystem::exists(propertiesFile, error) || error) {
+    SetDestination(kvx::OpenLog4cplus(propertiesFile));
+    // Made after log4cplus is loaded, and so gone before it is.
+    static const SDefaultAtEnd defaultAtEnd;
   }
-  log4cplus::PropertyConfigurator::doConfigure(propertiesFile);
-  if (!HasDestination()) {
-    throw CKVXException(kvx::kFileError, propertiesFile +
-                                             ": configures no log destination; name an appender for "
-                                             "log4cplus.rootLogger, or remove the file to log on standard error");
-  }
+}
+
+void CLog::SetDestination(std::unique_ptr<CLogDestination> destination) {
+  const std::lock_guard<std::mutex> lock(destinationMutex);
+  theDestination = std::move(destination);
 }
 
 void CLog::Print(const char* file, int line, const char* function, const std::string& logName, int level,
                  const std::string& message) {
-  EnsureInitialized();
-  if (level >= log4cplus::ERROR_LOG_LEVEL) {
+  if (level >= kErrorLevel) {
     ++errorCount;
   }
-  if (!HasDestination()) {
-    ConfigureDefault();
+  const SLogEvent event{Visible(file),
+                        line,
+                        Visible(function),
+                        CStringHelper::ToVisible(logName),
+                        level,
+                        CStringHelper::ToVisible(message)};
+  const std::lock_guard<std::mutex> lock(destinationMutex);
+  if (theDestination != nullptr) {
+    theDestination->Write(event);
+  } else {
+    kvx::WriteToStandardError(event);
   }
-  log4cplus::Logger::getInstance(logName).log(level, message, file != nullptr ? file : "", line,
-                                              function != nullptr ? function : "");
 }
 
 std::size_t CLog::GetErrorCount() noexcept {

@@ -1,12 +1,13 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <log4cplus/hierarchy.h>
-#include <log4cplus/logger.h>
 
 #include <cstddef>
 #include <string>
+#include <utility>
 
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptlog/Log.h"
+#include "kvxsptlog/LogDestination.h"
 #include "support/Error.h"
 #include "support/TemporaryDirectory.h"
 
@@ -15,13 +16,16 @@ namespace {
 using namespace std::string_literals;
 using test::ErrorOf;
 using test::SError;
+using testing::HasSubstr;
 
 class LogConfigurationTest : public testing::Test {
  protected:
   ~LogConfigurationTest() override { CLog::Configure(directory_.File("none.properties")); }
 
-  /// A properties file that sends ERROR and worse to `destination` as "LEVEL|LOGGER|FILE|LINE|FUNCTION|MESSAGE".
-  std::string WriteProperties(const std::string& name, const std::string& destination) const {
+  /// A properties file that sends ERROR and worse to `destination` as "LEVEL|LOGGER|FILE|LINE|FUNCTION|MESSAGE". A line
+  /// of `more` replaces an earlier one of the same key.
+  std::string WriteProperties(const std::string& name, const std::string& destination,
+                              const std::string& more = "") const {
     return directory_.Write(name,
                             "log4cplus.rootLogger=ERROR, FILE\n"
                             "log4cplus.appender.FILE=log4cplus::FileAppender\n"
@@ -30,7 +34,8 @@ class LogConfigurationTest : public testing::Test {
                                 "\n"
                                 "log4cplus.appender.FILE.ImmediateFlush=true\n"
                                 "log4cplus.appender.FILE.layout=log4cplus::PatternLayout\n"
-                                "log4cplus.appender.FILE.layout.ConversionPattern=%p|%c|%F|%L|%M|%m%n\n");
+                                "log4cplus.appender.FILE.layout.ConversionPattern=%p|%c|%F|%L|%M|%m%n\n" +
+                                more);
   }
 
   /// What the default destination gets of one event.
@@ -50,10 +55,13 @@ TEST_F(LogConfigurationTest, MissingFileGivesOneLinePerEventOnStandardError) {
             "ERROR src/File.cpp:12 CCheck::Run - class [Part] differs\n");
 }
 
-TEST_F(LogConfigurationTest, DefaultShowsWarningsAndWorseWithTheirLevel) {
+TEST_F(LogConfigurationTest, DefaultShowsEveryLevelByItsName) {
   CLog::Configure(directory_.File("log4cplus.properties"));
-  EXPECT_EQ(PrintedToStandardError("a.cpp", "A", 30000, "m"), "WARN a.cpp:12 A - m\n");
-  EXPECT_EQ(PrintedToStandardError("a.cpp", "A", 50000, "m"), "FATAL a.cpp:12 A - m\n");
+  const std::pair<int, std::string> levels[] = {{0, "TRACE"},     {10000, "DEBUG"}, {20000, "INFO"}, {30000, "WARN"},
+                                                {40000, "ERROR"}, {50000, "FATAL"}, {39999, "39999"}};
+  for (const auto& [number, name] : levels) {
+    EXPECT_EQ(PrintedToStandardError("a.cpp", "A", number, "m"), name + " a.cpp:12 A - m\n");
+  }
 }
 
 TEST_F(LogConfigurationTest, DefaultLeavesStandardOutputAlone) {
@@ -76,7 +84,6 @@ TEST_F(LogConfigurationTest, DefaultMakesControlCharactersOfTheLocationVisible) 
 }
 
 TEST_F(LogConfigurationTest, EventBeforeAnyConfigurationGoesToStandardError) {
-  log4cplus::Logger::getDefaultHierarchy().resetConfiguration();
   EXPECT_EQ(PrintedToStandardError("a.cpp", "A", 40000, "m"), "ERROR a.cpp:12 A - m\n");
   EXPECT_EQ(PrintedToStandardError("a.cpp", "A", 40000, "again"), "ERROR a.cpp:12 A - again\n");
 }
@@ -158,8 +165,58 @@ TEST_F(LogConfigurationTest, FileThatNamesAnUnknownAppenderThrows) {
   EXPECT_EQ(ConfigurationError(path), NoDestination(path));
 }
 
-TEST_F(LogConfigurationTest, DirectoryInPlaceOfTheFileThrows) {
-  EXPECT_EQ(ConfigurationError(directory_.Path()), NoDestination(directory_.Path()));
+TEST_F(LogConfigurationTest, FileThatCannotBeReadThrows) {
+  EXPECT_EQ(ConfigurationError(directory_.Path()),
+            (SError{kvx::kFileError, directory_.Path() + ": cannot be read: is a directory, not a regular file"}));
+  EXPECT_THAT(ConfigurationError(std::string(300, 'x')).message, HasSubstr(": cannot be read: File name too long"));
+}
+
+TEST_F(LogConfigurationTest, FilesAreAppendedTo) {
+  const std::string log = directory_.File("out.log");
+  for (const std::string kind : {"FileAppender", "RollingFileAppender", "DailyRollingFileAppender"}) {
+    directory_.Write("out.log", "earlier\n");
+    CLog::Configure(WriteProperties("log4cplus.properties", log, "log4cplus.appender.FILE=log4cplus::" + kind + "\n"));
+    CLog::Print("a.cpp", 12, "A", "errormsg", 40000, "m");
+    EXPECT_EQ(test::ReadFile(log), "earlier\nERROR|errormsg|a.cpp|12|A|m\n") << kind;
+  }
+}
+
+TEST_F(LogConfigurationTest, FileWithinAnAsyncAppenderIsAppendedTo) {
+  const std::string log = directory_.Write("out.log", "earlier\n");
+  CLog::Configure(directory_.Write("log4cplus.properties",
+                                   "log4cplus.rootLogger=ERROR, A\n"
+                                   "log4cplus.appender.A=log4cplus::AsyncAppender\n"
+                                   "log4cplus.appender.A.Appender=log4cplus::FileAppender\n"
+                                   "log4cplus.appender.A.Appender.File=" +
+                                       log +
+                                       "\nlog4cplus.appender.A.Appender.layout=log4cplus::PatternLayout\n"
+                                       "log4cplus.appender.A.Appender.layout.ConversionPattern=%m%n\n"));
+  CLog::Print("a.cpp", 12, "A", "errormsg", 40000, "m");
+  CLog::SetDestination(nullptr);
+  EXPECT_EQ(test::ReadFile(log), "earlier\nm\n");
+}
+
+TEST_F(LogConfigurationTest, FileWhoseAppenderIsToldNotToAppendIsEmptied) {
+  const std::string log = directory_.Write("out.log", "earlier\n");
+  CLog::Configure(WriteProperties("log4cplus.properties", log, "log4cplus.appender.FILE.Append=false\n"));
+  CLog::Print("a.cpp", 12, "A", "errormsg", 40000, "m");
+  EXPECT_EQ(test::ReadFile(log), "ERROR|errormsg|a.cpp|12|A|m\n");
+}
+
+TEST_F(LogConfigurationTest, NoLayoutLetsAnEventBeginALineOfItsOwn) {
+  const std::string log = directory_.File("out.log");
+  CLog::Configure(
+      WriteProperties("log4cplus.properties", log, "log4cplus.appender.FILE.layout.ConversionPattern=%F %M - %m%n\n"));
+  CLog::Print("a\nb.cpp", 12, "A\nforged", "errormsg", 40000, "one\nERROR forged\r\x1B[2J");
+  EXPECT_EQ(test::ReadFile(log), "a\\nb.cpp A\\nforged - one\\nERROR forged\\x0D\\x1B[2J\n");
+}
+
+TEST_F(LogConfigurationTest, EachLogNameIsALoggerOfItsOwn) {
+  const std::string log = directory_.File("out.log");
+  CLog::Configure(WriteProperties("log4cplus.properties", log, "log4cplus.logger.silent=OFF\n"));
+  CLog::Print("a.cpp", 12, "A", "silent", 40000, "m");
+  CLog::Print("a.cpp", 12, "A", "upgrade.run", 40000, "m");
+  EXPECT_EQ(test::ReadFile(log), "ERROR|upgrade.run|a.cpp|12|A|m\n");
 }
 
 TEST_F(LogConfigurationTest, EventAfterAFailedConfigurationIsNotLost) {

@@ -30,7 +30,7 @@ TEST(LogTest, EventsArriveInOrder) {
   EXPECT_THAT(log.Messages(), ElementsAre("first", "second", "first"));
 }
 
-TEST(LogTest, EachLogNameIsALoggerOfItsOwn) {
+TEST(LogTest, LogNamesArrive) {
   const CLogCapture log;
   CLog::Print("a.cpp", 1, "A", "errormsg", 40000, "m");
   CLog::Print("a.cpp", 1, "A", "upgrade.run", 40000, "m");
@@ -39,7 +39,7 @@ TEST(LogTest, EachLogNameIsALoggerOfItsOwn) {
   EXPECT_EQ(log.Lines()[1].logName, "upgrade.run");
 }
 
-TEST(LogTest, LevelsAreTheNumbersOfTheLogLibrary) {
+TEST(LogTest, LevelsArriveAsNumbers) {
   const CLogCapture log;
   for (const int level : {10000, 20000, 30000, 40000, 50000}) {
     CLog::Print("a.cpp", 1, "A", "errormsg", level, "m");
@@ -55,11 +55,16 @@ TEST(LogTest, NullFileAndFunctionCountAsEmpty) {
   EXPECT_THAT(log.Lines(), ElementsAre(SLogLine{"", 0, "", "errormsg", 40000, "m"}));
 }
 
-TEST(LogTest, MessageArrivesByteForByte) {
+TEST(LogTest, MessageArrivesByteForByteButForControlCharacters) {
   const CLogCapture log;
-  const std::string message = "\u96F6\u4EF6\n\t%s %n \0 after"s;
-  CLog::Print("a.cpp", 1, "A", "errormsg", 40000, message);
-  EXPECT_THAT(log.Messages(), ElementsAre(message));
+  CLog::Print("a.cpp", 1, "A", "errormsg", 40000, "\u96F6\u4EF6 %s %n\n\t\0\x1B[2J \u202E after"s);
+  EXPECT_THAT(log.Messages(), ElementsAre("\u96F6\u4EF6 %s %n\\n\\t\\x00\\x1B[2J \\u202E after"));
+}
+
+TEST(LogTest, ControlCharactersOfLocationAndLogNameAreVisible) {
+  const CLogCapture log;
+  CLog::Print("a\n.cpp", 1, "A\rB", "error\nmsg", 40000, "m");
+  EXPECT_THAT(log.Lines(), ElementsAre(SLogLine{"a\\n.cpp", 1, "A\\x0DB", "error\\nmsg", 40000, "m"}));
 }
 
 TEST(LogTest, ErrorCountCountsErrorsAndWorseOnly) {

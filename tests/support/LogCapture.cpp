@@ -1,32 +1,22 @@
 #include "support/LogCapture.h"
 
-#include <log4cplus/hierarchy.h>
-#include <log4cplus/logger.h>
-#include <log4cplus/spi/loggingevent.h>
-
 #include <memory>
 #include <tuple>
+#include <utility>
 
 #include "kvxsptlog/Log.h"
+#include "kvxsptlog/LogDestination.h"
 
 namespace test {
-namespace {
 
-class CCollector : public log4cplus::Appender {
+class CLogCollector : public CLogDestination {
  public:
-  CCollector() = default;
-  ~CCollector() override { destructorImpl(); }
-
-  void close() override { closed = true; }
-  void append(const log4cplus::spi::InternalLoggingEvent& event) override {
-    lines.push_back({event.getFile(), event.getLine(), event.getFunction(), event.getLoggerName(), event.getLogLevel(),
-                     event.getMessage()});
+  void Write(const SLogEvent& event) override {
+    lines.push_back({event.file, event.line, event.function, event.logName, event.level, event.message});
   }
 
   std::vector<SLogLine> lines;
 };
-
-}  // namespace
 
 bool operator==(const SLogLine& a, const SLogLine& b) {
   return std::tie(a.file, a.line, a.function, a.logName, a.level, a.message) ==
@@ -39,18 +29,17 @@ void PrintTo(const SLogLine& line, std::ostream* output) {
 }
 
 CLogCapture::CLogCapture() {
-  CLog::Configure("/nonexistent/log4cplus.properties");
-  log4cplus::Logger::getRoot().removeAllAppenders();
-  appender_ = log4cplus::SharedAppenderPtr(std::make_unique<CCollector>().release());
-  log4cplus::Logger::getRoot().addAppender(appender_);
+  auto collector = std::make_unique<CLogCollector>();
+  collector_ = collector.get();
+  CLog::SetDestination(std::move(collector));
 }
 
 CLogCapture::~CLogCapture() {
-  log4cplus::Logger::getRoot().removeAllAppenders();
+  CLog::SetDestination(nullptr);
 }
 
 const std::vector<SLogLine>& CLogCapture::Lines() const {
-  return static_cast<CCollector&>(*appender_).lines;
+  return collector_->lines;
 }
 
 std::vector<std::string> CLogCapture::Messages() const {

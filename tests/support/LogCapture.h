@@ -1,14 +1,12 @@
 #pragma once
 
-#include <log4cplus/appender.h>
-
 #include <ostream>
 #include <string>
 #include <vector>
 
 namespace test {
 
-/// One event of the log, as the log library delivered it.
+/// One event of the log, as a destination gets it.
 struct SLogLine {
   std::string file;
   int line;
@@ -20,6 +18,8 @@ struct SLogLine {
 
 bool operator==(const SLogLine& a, const SLogLine& b);
 void PrintTo(const SLogLine& line, std::ostream* output);
+
+class CLogCollector;
 
 /// Collects every event of the log, in place of all other destinations, while it lives.
 class CLogCapture {
@@ -33,7 +33,8 @@ class CLogCapture {
   std::vector<std::string> Messages() const;
 
  private:
-  log4cplus::SharedAppenderPtr appender_;
+  // The log owns it.
+  CLogCollector* collector_;
 };
 
 }  // namespace test

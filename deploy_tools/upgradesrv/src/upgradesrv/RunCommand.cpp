@@ -1,15 +1,12 @@
 #include "upgradesrv/RunCommand.h"
 
 #include <cstdlib>
-#include <filesystem>
 #include <memory>
 #include <new>
 #include <optional>
-#include <system_error>
 
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptexception/KVXException.h"
-#include "kvxsptfile/ReadFile.h"
 #include "kvxsptjson/JsonObject.h"
 #include "kvxsptlog/Log.h"
 #include "upgradecontext/HandlerContext.h"
@@ -87,15 +84,6 @@ std::optional<std::string> RunStrategy(const std::string& moduleDirectory, const
   throw CTrouble(strategy + " failed: " + problem);
 }
 
-void ConfigureLog(const std::string& file) {
-  std::error_code error;
-  if (std::filesystem::exists(file, error)) {
-    // The log's library would wait for a pipe.
-    kvx::RequireRegularFile(file);
-  }
-  CLog::Configure(file);
-}
-
 }  // namespace
 
 EExitStatus RunUpgrade(const SRunArguments& arguments) {
@@ -103,7 +91,7 @@ EExitStatus RunUpgrade(const SRunArguments& arguments) {
     throw CTrouble("no room to register what is done at the end of the process");
   }
   const CUpgradeConfiguration configuration(arguments.directory, arguments.overrides);
-  ConfigureLog(configuration.GetDirectory() + "/log4cplus.properties");
+  CLog::Configure(configuration.GetDirectory() + "/log4cplus.properties");
   CUpgradeContext context;
   configuration.FillContext(context);
   for (const std::string& note : RunNotes(context)) {

@@ -1,0 +1,5 @@
+#include "kvxsptlog/LogDestination.h"
+
+CLogDestination::CLogDestination() = default;
+
+CLogDestination::~CLogDestination() = default;
