@@ -8,7 +8,6 @@
 #include <functional>
 #include <new>
 #include <optional>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -37,10 +36,12 @@ using Command = std::function<EExitStatus()>;
 
 std::vector<std::string> SplitAtCommas(const std::string& list) {
   std::vector<std::string> items;
-  std::istringstream stream(list);
-  for (std::string item; std::getline(stream, item, ',');) {
-    items.push_back(item);
+  std::size_t begin = 0;
+  for (std::size_t end = list.find(','); end != std::string::npos; end = list.find(',', begin)) {
+    items.push_back(list.substr(begin, end - begin));
+    begin = end + 1;
   }
+  items.push_back(list.substr(begin));
   return items;
 }
 
@@ -212,17 +213,20 @@ EExitStatus ParseAndRun(int argumentCount, const char* const* argumentValues) {
 }  // namespace
 
 EExitStatus RunCommandLine(int argumentCount, const char* const* arguments) noexcept {
-  std::string problem;
   try {
-    return ParseAndRun(argumentCount, arguments);
-  } catch (const std::bad_alloc&) {
-    problem = "out of memory";
-  } catch (const std::exception& error) {
-    problem = error.what();
-  } catch (...) {
-    problem = "unexpected failure";
+    try {
+      return ParseAndRun(argumentCount, arguments);
+    } catch (const std::bad_alloc&) {
+      throw;
+    } catch (const std::exception& error) {
+      WriteError(error.what());
+    } catch (...) {
+      WriteError("unexpected failure");
+    }
+  } catch (const std::exception&) {
+    // There may not even have been memory for the words about another failure.
+    WriteOutOfMemory();
   }
-  WriteError(problem);
   return kTrouble;
 }
 

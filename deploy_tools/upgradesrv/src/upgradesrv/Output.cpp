@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdio>
 #include <cstring>
+#include <string_view>
 
 #include "kvxsptstring/StringHelper.h"
 
@@ -102,6 +103,11 @@ void WriteNote(const std::string& text) {
 
 void WriteError(const std::string& text) {
   WriteNote("error: " + text);
+}
+
+void WriteOutOfMemory() noexcept {
+  constexpr std::string_view kLine = "upgradesrv: error: out of memory\n";
+  static_cast<void>(write(STDERR_FILENO, kLine.data(), kLine.size()) < 0);
 }
 
 }  // namespace upgradesrv

@@ -29,5 +29,7 @@ std::string TerminalText(const std::string& text);
 /// "upgradesrv: TEXT" and "upgradesrv: error: TEXT" on standard error, each one line without passwords.
 void WriteNote(const std::string& text);
 void WriteError(const std::string& text);
+/// "upgradesrv: error: out of memory" on standard error. Asks for none.
+void WriteOutOfMemory() noexcept;
 
 }  // namespace upgradesrv

@@ -4,6 +4,7 @@
 #include <csignal>
 
 #include "upgradesrv/CommandLine.h"
+#include "upgradesrv/LastResort.h"
 
 namespace {
 
@@ -24,6 +25,7 @@ int main(int argumentCount, char** arguments) {
   if (!OccupyClosedStreams()) {
     return upgradesrv::kTrouble;
   }
+  upgradesrv::ExitOnTerminate();
   // A full disk or a closed pipe is then an error of the write, which is reported, and not the end of the process.
   static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
   static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
