@@ -44,6 +44,9 @@ struct SVerdict {
   std::size_t all = 0;
 };
 
+/// Whether a finding has to be decided first: not accepted, and loss, block or a conflict.
+METAREVIEW2024_EXPORT bool IsToDecide(const SFinding& finding);
+
 /// `attention` and `safe` leave out what is to be decided.
 METAREVIEW2024_EXPORT SVerdict CountVerdict(const SReview& review);
 

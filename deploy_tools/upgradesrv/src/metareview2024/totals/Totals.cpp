@@ -15,6 +15,11 @@ std::array<STotals, 3> CountTotals(const SReview& review) {
   return totals;
 }
 
+bool IsToDecide(const SFinding& finding) {
+  const bool isBad = finding.risk == ERisk::kLoss || finding.risk == ERisk::kBlock;
+  return finding.accepted == nullptr && (isBad || finding.origin == EOrigin::kBoth);
+}
+
 SVerdict CountVerdict(const SReview& review) {
   SVerdict verdict;
   verdict.all = review.findings.size();
@@ -30,7 +35,7 @@ SVerdict CountVerdict(const SReview& review) {
     verdict.loss += loses ? 1 : 0;
     verdict.block += blocks ? 1 : 0;
     verdict.conflicts += conflicts ? 1 : 0;
-    if (loses || blocks || conflicts) {
+    if (IsToDecide(finding)) {
       ++verdict.decide;
       verdict.otherConflicts += loses || blocks ? 0 : 1;
       verdict.decideNotReported += finding.reported ? 0 : 1;

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <string_view>
+#include <vector>
+
+#include "metareview2024/Review.h"
+#include "metareview2024/words/Words.h"
+
+/// Reviews as text in a format. A review that failed is written as one that says so, in every format.
+namespace metareview {
+
+/// Takes the text of an output, part by part.
+using Sink = std::function<void(std::string_view)>;
+
+struct SRenderOptions {
+  const CWords* words = &CWords::English();
+  /// The text report's table alone.
+  bool isTableOnly = false;
+  /// Whether the text report may use a terminal's colours.
+  bool hasColour = false;
+};
+
+struct SFormat {
+  /// As the command line has it.
+  std::string_view name;
+  void (*write)(const SReview& review, const SRenderOptions& options, const Sink& sink);
+};
+
+/// All formats, the default one first.
+const std::vector<SFormat>& Formats();
+
+/// Null when there is no format of that name.
+const SFormat* FindFormat(std::string_view name);
+
+}  // namespace metareview

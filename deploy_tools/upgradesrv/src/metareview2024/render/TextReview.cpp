@@ -1,0 +1,192 @@
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "kvxsptstring/StringHelper.h"
+#include "metareview2024/Totals.h"
+#include "metareview2024/render/TextFindings.h"
+#include "metareview2024/render/TextOutput.h"
+#include "metareview2024/render/TextTotals.h"
+#include "metareview2024/render/Writers.h"
+#include "metareview2024/words/FindingSentence.h"
+#include "metareview2024/words/Verdict.h"
+
+namespace metareview {
+
+namespace {
+
+class CTextReview {
+ public:
+  CTextReview(const SReview& review, const CWords& words, CTextOutput& output)
+      : review_(review), words_(words), output_(output) {}
+
+  void Write() {
+    WriteAnswer();
+    output_.EmptyLine();
+    WriteCompared();
+    output_.EmptyLine();
+    WriteTotals(review_, words_, output_);
+    WriteFindings(review_, words_, output_);
+    WriteDecisions();
+    WriteHints();
+  }
+
+  void WriteFailed() {
+    output_.Paragraph(ToVisible(VerdictSentence(words_, review_)), EStyle::kHeading);
+    output_.Paragraph(ToVisible(Said("report.failed", {{"problem", AsValue(review_.problem)}})));
+  }
+
+ private:
+  Sentence Said(std::string_view key, const Placeholders& values) const { return FillIn(words_.Text(key), values); }
+  Sentence Number(std::size_t number) const { return AsWords(words_.Number(number)); }
+
+  void WriteAnswer() {
+    output_.Paragraph(ToVisible(VerdictSentence(words_, review_)), EStyle::kHeading);
+    const SVerdict verdict = CountVerdict(review_);
+    std::vector<Sentence> sentences;
+    const auto add = [&](std::string_view key, std::size_t number, const Placeholders& more) {
+      Placeholders values = more;
+      values.emplace_back("n", Number(number));
+      if (number != 0) {
+        sentences.push_back(FillIn(words_.Text(key, number), values));
+      }
+    };
+    add("report.loss", verdict.loss, {});
+    add("report.block", verdict.block, {});
+    add("report.other-conflicts", verdict.otherConflicts, {});
+    if (!sentences.empty()) {
+      output_.Paragraph(ToVisible(JoinSentences(words_, sentences)));
+    }
+    sentences.clear();
+    add(verdict.decideNotReported != 0 ? "report.not-reported.decide" : "report.not-reported", verdict.notReported,
+        {{"all", Number(verdict.all)}, {"decide", Number(verdict.decideNotReported)}});
+    if (!sentences.empty()) {
+      output_.Paragraph(ToVisible(sentences.front()));
+    }
+  }
+
+  void WriteCompared() {
+    std::vector<Sentence> sentences = {Said(review_.base.has_value() ? "report.compared.base" : "report.compared",
+                                            {{"client", AsValue(review_.client)},
+                                             {"original", AsValue(review_.original)},
+                                             {"base", AsValue(review_.base.value_or(""))}})};
+    if (!review_.base.has_value()) {
+      sentences.push_back(Said("report.no-base", {}));
+    }
+    sentences.push_back(Said("report.complete", {{"kinds", Kinds(true)}}));
+    if (review_.elements.size() < kKinds.size()) {
+      sentences.push_back(Said("report.not-compared", {{"kinds", Kinds(false)}}));
+    }
+    if (review_.data.has_value()) {
+      sentences.push_back(Said("report.data", {{"data", AsValue(*review_.data)}}));
+    }
+    if (review_.against.has_value()) {
+      sentences.push_back(Said("report.against", {{"against", AsValue(*review_.against)},
+                                                  {"new", Number(CountSince(ESince::kNew))},
+                                                  {"changed", Number(CountSince(ESince::kChanged))},
+                                                  {"known", Number(CountSince(ESince::kKnown))},
+                                                  {"gone", Number(review_.gone.size())}}));
+    }
+    output_.Paragraph(ToVisible(JoinSentences(words_, sentences)));
+  }
+
+  /// The kinds that were compared, or those that were not.
+  Sentence Kinds(bool areCompared) const {
+    std::vector<Sentence> kinds;
+    for (const EKind kind : kKinds) {
+      const bool isCompared =
+          std::find(review_.elements.begin(), review_.elements.end(), kind) != review_.elements.end();
+      if (isCompared == areCompared) {
+        kinds.push_back(AsWords(words_.Text("kinds." + std::string(NameOf(kind)))));
+      }
+    }
+    return JoinList(words_, kinds);
+  }
+
+  std::size_t CountSince(ESince since) const {
+    const auto is = [&](const SFinding& finding) { return finding.since == since; };
+    return static_cast<std::size_t>(std::count_if(review_.findings.begin(), review_.findings.end(), is));
+  }
+
+  /// Decisions that accept nothing, and findings that are no more.
+  void WriteDecisions() {
+    if (review_.outdated.empty() && review_.expired.empty() && review_.stale.empty() && review_.gone.empty()) {
+      return;
+    }
+    output_.EmptyLine();
+    output_.Line(words_.Text("report.decisions"), EStyle::kHeading);
+    const auto write = [&](std::string_view label, std::string_view key, const Placeholders& values) {
+      output_.Labelled(label, EStyle::kPlain, ToVisible(Said(key, values)));
+    };
+    for (const SOutdated& outdated : review_.outdated) {
+      const SDecision& decision = outdated.decision;
+      write("label.outdated", "decision.outdated",
+            {{"path", AsValue(decision.path)},
+             {"accepted_client", ValueWords(words_, decision.client.value_or(Value()))},
+             {"accepted_original", ValueWords(words_, decision.original.value_or(Value()))},
+             {"client", ValueWords(words_, outdated.client)},
+             {"original", ValueWords(words_, outdated.original)},
+             {"reason", AsValue(decision.acceptance.reason)}});
+    }
+    for (const SDecision& decision : review_.expired) {
+      write("label.expired", "decision.expired",
+            {{"path", AsValue(decision.path)},
+             {"until", AsValue(decision.acceptance.until.value_or(""))},
+             {"reason", AsValue(decision.acceptance.reason)}});
+    }
+    for (const SDecision& decision : review_.stale) {
+      write("label.stale", "decision.stale",
+            {{"path", AsValue(decision.path)}, {"reason", AsValue(decision.acceptance.reason)}});
+    }
+    for (const SGone& gone : review_.gone) {
+      write("label.gone", "decision.gone." + std::string(NameOf(gone.change)), {{"path", AsValue(gone.path)}});
+    }
+  }
+
+  /// The commands that come next.
+  void WriteHints() {
+    if (review_.findings.empty()) {
+      return;
+    }
+    const std::string directory = CStringHelper::ToVisible(ShellWord(review_.directory));
+    output_.EmptyLine();
+    output_.Labelled("label.accept", EStyle::kPlain, "upgradesrv decide --reason '' " + directory + " PATH...");
+    output_.Labelled("label.explain", EStyle::kPlain, "upgradesrv explain RULE");
+    if (!review_.stale.empty()) {
+      output_.Labelled("label.prune", EStyle::kPlain, "upgradesrv decide --prune " + directory);
+    }
+  }
+
+  static std::string ShellWord(const std::string& text) {
+    constexpr std::string_view kPlain = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_-./,:@%+=";
+    if (!text.empty() && text.find_first_not_of(kPlain) == std::string::npos) {
+      return text;
+    }
+    std::string word = "'";
+    for (const char c : text) {
+      word += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    }
+    return word + "'";
+  }
+
+  const SReview& review_;
+  const CWords& words_;
+  CTextOutput& output_;
+};
+
+}  // namespace
+
+void WriteText(const SReview& review, const SRenderOptions& options, const Sink& sink) {
+  CTextOutput output(*options.words, options.hasColour, sink);
+  CTextReview text(review, *options.words, output);
+  if (!review.complete) {
+    text.WriteFailed();
+  } else if (options.isTableOnly) {
+    WriteTotals(review, *options.words, output);
+  } else {
+    text.Write();
+  }
+  output.Flush();
+}
+
+}  // namespace metareview
