@@ -125,7 +125,8 @@ const SMalformed kEncodings[] = {
     {"SequenceCutShort", "[\"\xE9\x9B\"]", "1:3: Invalid encoding in string."},
     {"InAName", "{\"\xFF\": 1}", "1:3: Invalid encoding in string."},
     {"OutsideOfStrings", "[\xFF]", "1:2: Invalid value."},
-    {"Utf16", "\xFF\xFE{\0}\0"s, "1:1: Invalid value."},
+    {"Utf16LittleEndianWithMark", "\xFF\xFE{\0}\0"s, "1:1: the text is in UTF-16; save it as UTF-8"},
+    {"Utf16BigEndian", "\0{\0}"s, "1:1: the text is in UTF-16; save it as UTF-8"},
     {"TwoByteOrderMarks", "\xEF\xBB\xBF\xEF\xBB\xBF{}", "1:2: Invalid value."},
 };
 

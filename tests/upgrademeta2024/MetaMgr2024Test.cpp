@@ -67,7 +67,7 @@ TEST_F(MetaMgr2024Test, MessageSaysThatTheClientMetamodelCannotBeLoaded) {
   EXPECT_EQ(ErrorOf([&] { manager_.LoadClientMeta(context_); }),
             (SError{kvx::kMalformedDocument,
                     "client metamodel: " + path +
-                        ": /generation: the metamodel is of generation 2023; only 2024 can be read"}));
+                        ":1:2: /generation: the metamodel is of generation 2023; only 2024 can be read"}));
 }
 
 TEST_F(MetaMgr2024Test, LocationOfNoKnownFormCarriesTheSideToo) {

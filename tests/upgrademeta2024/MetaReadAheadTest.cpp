@@ -131,7 +131,7 @@ TEST_F(MetaReadAheadTest, FailureOfTheOriginalShowsWhenItIsAskedForAndOnlyThen) 
   EXPECT_EQ(ErrorOf([&] { manager_.LoadOriginalMeta(context_); }),
             (SError{kvx::kMalformedDocument,
                     "original metamodel: " + path +
-                        ": /generation: the metamodel is of generation 2023; only 2024 can be read"}));
+                        ":1:2: /generation: the metamodel is of generation 2023; only 2024 can be read"}));
 }
 
 TEST_F(MetaReadAheadTest, FailureOfTheClientComesFirst) {

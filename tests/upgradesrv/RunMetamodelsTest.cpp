@@ -50,25 +50,25 @@ INSTANTIATE_TEST_SUITE_P(
         SDocument{
             "Malformed", "{\n  \"generation\": 2024,\n  \"classes\": [\n",
             "FILE:3:15: the document does not end with the } of its object; it is cut off, or text stands after it"},
-        SDocument{"NotAnObject", "[]", "FILE: /: expected an object, found an array"},
-        SDocument{"GenerationMissing", "{}", "FILE: /: member \"generation\" is missing"},
+        SDocument{"NotAnObject", "[]", "FILE:1:1: /: expected an object, found an array"},
+        SDocument{"GenerationMissing", "{}", "FILE:1:1: /: member \"generation\" is missing"},
         SDocument{"OtherGeneration", R"({"generation": 2023})",
-                  "FILE: /generation: the metamodel is of generation 2023; only 2024 can be read"},
+                  "FILE:1:2: /generation: the metamodel is of generation 2023; only 2024 can be read"},
         SDocument{"LengthOutOfRange",
                   R"({"generation": 2024, "classes": [{"internal_name": "A",
                       "properties": [{"internal_name": "P", "length": 4294967296}]}]})",
-                  "FILE: /classes/0/properties/0/length: expected a whole number from 0 to 4294967295, found "
+                  "FILE:2:61: /classes/0/properties/0/length: expected a whole number from 0 to 4294967295, found "
                   "4294967296"},
         SDocument{"PrecisionNegative",
                   R"({"generation": 2024, "links": [{"internal_name": "A",
                       "properties": [{"internal_name": "P", "precision": -1}]}]})",
-                  "FILE: /links/0/properties/0/precision: expected a whole number from 0 to 65535, found -1"},
+                  "FILE:2:61: /links/0/properties/0/precision: expected a whole number from 0 to 65535, found -1"},
         SDocument{"UnknownMember", R"({"generation": 2024, "behaviors": [{"internal_name": "A", "name": "a"}]})",
-                  "FILE: /behaviors/0/name: unknown member; known here: internal_name, display_name, methods, "
+                  "FILE:1:59: /behaviors/0/name: unknown member; known here: internal_name, display_name, methods, "
                   "properties"},
         SDocument{"NamesThatDifferInCaseOnly",
                   R"({"generation": 2024, "classes": [{"internal_name": "Part"}, {"internal_name": "PART"}]})",
-                  "FILE: /classes/1/internal_name: the name \"PART\" repeats \"Part\" of item 0 of the same list; "
+                  "FILE:1:61: /classes/1/internal_name: the name \"PART\" repeats \"Part\" of item 0 of the same list; "
                   "names must differ in more than letter case"}),
     [](const auto& test) { return test.param.name; });
 
@@ -94,8 +94,9 @@ TEST(RunMetamodelsTest, LocationOfUnknownFormIsTroubleThatNamesTheSide) {
 TEST(RunMetamodelsTest, FailureInTheSecondMetamodelLeavesNoPartOfAReport) {
   const test::CUpgradeDirectory upgrade;
   upgrade.Write("2024/metamodel.json", R"({"generation": 2024, "classes": 5})");
-  EXPECT_THAT(upgrade.Trouble({"--elements", "link,class"}), EndsWith("/2024/metamodel.json: /classes: expected an "
-                                                                      "array, found a number (code 0xA4C00011)"));
+  EXPECT_THAT(upgrade.Trouble({"--elements", "link,class"}),
+              EndsWith("/2024/metamodel.json:1:22: /classes: expected an "
+                       "array, found a number (code 0xA4C00011)"));
 }
 
 }  // namespace

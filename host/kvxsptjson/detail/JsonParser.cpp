@@ -12,6 +12,7 @@
 
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptexception/KVXException.h"
+#include "kvxsptfile/IsUtf16.h"
 #include "kvxsptfile/LineAndColumn.h"
 #include "kvxsptstring/StringHelper.h"
 
@@ -139,6 +140,9 @@ std::shared_ptr<rapidjson::Document> NewDocument() {
 std::shared_ptr<rapidjson::Document> ParseDocument(const std::string& text, const std::string& name) {
   const std::size_t begin =
       text.compare(0, std::strlen(kByteOrderMark), kByteOrderMark) == 0 ? std::strlen(kByteOrderMark) : 0;
+  if (IsUtf16(text)) {
+    Fail(name, text, 0, kUtf16Problem);
+  }
   std::shared_ptr<rapidjson::Document> document = NewDocument();
   CParse parse(text.data() + begin, text.size() - begin, *document);
   document->Populate(parse);

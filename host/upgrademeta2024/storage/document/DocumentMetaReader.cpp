@@ -14,6 +14,7 @@
 
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptexception/KVXException.h"
+#include "kvxsptfile/IsUtf16.h"
 #include "kvxsptfile/LineAndColumn.h"
 #include "kvxsptfile/ReadFile.h"
 #include "kvxsptstring/StringHelper.h"
@@ -160,7 +161,9 @@ class CReader : private CJsonValueReader {
   }
 
   void ReadProperties(Value& list, CMetaPropertyTable2024& properties) {
+    propertyStarts_.clear();
     Items(list, [&](std::size_t, Value& item) {
+      propertyStarts_.push_back(Place().Where());
       SMetaPropertyValues2024 values;
       Object(item, kPropertyMembers, kPropertyTexts, values, [&](std::size_t member, Value& value) {
         if (member == 4) {
@@ -173,7 +176,7 @@ class CReader : private CJsonValueReader {
     });
     properties.Finish();
     if (const auto repeated = properties.FindRepeatedName()) {
-      Place().Enter(repeated->second);
+      Place().Enter(repeated->second, propertyStarts_[repeated->second]);
       FailRepeated(properties.At(repeated->second).GetInternalName(), properties.At(repeated->first).GetInternalName(),
                    repeated->first);
     }
@@ -221,13 +224,15 @@ class CReader : private CJsonValueReader {
 
   /// The current place is the item's.
   [[noreturn]] void FailRepeated(const std::string& name, const std::string& earlierName, std::size_t earlier) {
-    Place().Enter("internal_name");
+    Place().Enter("internal_name", Place().Where());
     Fail("the name \"" + CStringHelper::ToVisible(name) + "\" repeats \"" + CStringHelper::ToVisible(earlierName) +
          "\" of item " + std::to_string(earlier) + " of the same list; names must differ in more than letter case");
   }
 
   std::string_view text_;
   CLoadProgress& progress_;
+  // Of the list that is being read: whether names repeat is known only once it has ended.
+  std::vector<const char*> propertyStarts_;
 };
 
 }  // namespace
@@ -245,7 +250,13 @@ std::shared_ptr<CMetaDictionary2024> ReadMetaDocument(const std::string& path, C
   progress.SetTotal(2 * file.size());
   const std::size_t begin = file.compare(0, kByteOrderMark.size(), kByteOrderMark) == 0 ? kByteOrderMark.size() : 0;
   const std::string_view text = std::string_view(file).substr(begin);
-  const std::string name = CStringHelper::ToVisible(path);
+  const auto fault = [&](std::size_t offset, const std::string& problem) {
+    const std::string place = CStringHelper::ToVisible(path) + ":" + kvx::LineAndColumn(file.data(), begin + offset);
+    return CKVXException(kvx::kMalformedDocument, place + ": " + problem);
+  };
+  if (kvx::IsUtf16(text)) {
+    throw fault(0, kvx::kUtf16Problem);
+  }
 
   simdjson::ondemand::parser parser;
   simdjson::ondemand::document document;
@@ -261,12 +272,11 @@ std::shared_ptr<CMetaDictionary2024> ReadMetaDocument(const std::string& path, C
     }
     return dictionary;
   } catch (const SJsonContentError& error) {
-    throw CKVXException(kvx::kMalformedDocument, name + ": " + error.message);
+    throw fault(error.where != nullptr ? static_cast<std::size_t>(error.where - text.data()) : 0, error.message);
   } catch (const simdjson::simdjson_error& error) {
     const char* location = nullptr;
     const bool located = iterating && document.current_location().get(location) == simdjson::SUCCESS;
     const std::size_t offset = FindJsonTextFault(text, error.error(), located ? location - text.data() : -1);
-    throw CKVXException(kvx::kMalformedDocument, name + ":" + kvx::LineAndColumn(file.data(), begin + offset) + ": " +
-                                                     JsonTextFaultMessage(error.error()));
+    throw fault(offset, JsonTextFaultMessage(error.error()));
   }
 }

@@ -26,7 +26,7 @@ const char* TypeName(simdjson::ondemand::json_type type) {
 }  // namespace
 
 void CJsonValueReader::Fail(const std::string& problem) const {
-  throw SJsonContentError{place_.ToPointer() + ": " + problem};
+  throw SJsonContentError{place_.ToPointer() + ": " + problem, place_.Where()};
 }
 
 void CJsonValueReader::FailType(Type expected, Type found) const {

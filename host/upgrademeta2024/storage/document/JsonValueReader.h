@@ -12,9 +12,12 @@
 
 #include "upgrademeta2024/storage/document/JsonPlace.h"
 
-/// A failure in a document's content, whose place is known; the file is added where it is caught.
+/// A failure in a document's content. The file, line and column are added where it is caught.
 struct SJsonContentError {
+  /// Begins with the JSON pointer.
   std::string message;
+  /// The character of the text at which it lies; null for the document as a whole.
+  const char* where;
 };
 
 /// Reads the values of a JSON document in the order in which they stand. What is not as expected throws
@@ -34,9 +37,9 @@ class CJsonValueReader {
       if (result.error() != simdjson::SUCCESS) {
         throw simdjson::simdjson_error(result.error());
       }
-      place_.Enter(index);
       // NOLINTNEXTLINE(performance-move-const-arg): chooses the overload that hands out a reference.
       Value&& value = std::move(result).value_unsafe();
+      place_.Enter(index, value.raw_json_token().data());
       item(index, value);
       place_.Leave();
       ++index;
@@ -56,6 +59,7 @@ class CJsonValueReader {
       // In place: copies of a value made for each member take as long as the parsing.
       simdjson::ondemand::field&& field = std::move(result).value_unsafe();
       const simdjson::ondemand::raw_json_string raw = field.key();
+      const char* where = raw.raw() - 1;
       // Documents mostly keep one order of members, so the one after the last is tried first.
       std::size_t position = next;
       if (position == N || !raw.unsafe_is_equal(known[position])) {
@@ -68,12 +72,12 @@ class CJsonValueReader {
         // A known name may be written with escapes.
         const std::string_view key = field.unescaped_key();
         position = static_cast<std::size_t>(std::find(known.begin(), known.end(), key) - known.begin());
-        place_.Enter(key);
+        place_.Enter(key, where);
         if (position == N) {
           FailUnknown(known.data(), N);
         }
       } else {
-        place_.Enter(known[position]);
+        place_.Enter(known[position], where);
       }
       if ((seen & (1U << position)) != 0) {
         Fail("the member stands twice");

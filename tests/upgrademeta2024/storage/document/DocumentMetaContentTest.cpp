@@ -12,7 +12,7 @@
 namespace {
 
 using test::ContentError;
-using test::LoadError;
+using test::LoadErrorAtPointer;
 using test::LoadText;
 using test::SObjectPlace;
 using test::With;
@@ -33,7 +33,8 @@ template <typename MakeDocument>
 void ExpectOnly(const std::string& type, const std::string& pointer, const MakeDocument& makeDocument) {
   for (const auto& [found, value] : kValues) {
     if (type != found) {
-      EXPECT_EQ(LoadError(makeDocument(value)), ContentError(pointer, "expected " + type + ", found " + found));
+      EXPECT_EQ(LoadErrorAtPointer(makeDocument(value)),
+                ContentError(pointer, "expected " + type + ", found " + found));
     }
   }
 }
@@ -51,8 +52,8 @@ TEST(DocumentMetaContentTest, MembersOfTheRootMustBeOfTheirType) {
 }
 
 TEST(DocumentMetaContentTest, GenerationIsRequired) {
-  EXPECT_EQ(LoadError("{}"), ContentError("/", "member \"generation\" is missing"));
-  EXPECT_EQ(LoadError(R"({"classes": [], "links": [], "behaviors": []})"),
+  EXPECT_EQ(LoadErrorAtPointer("{}"), ContentError("/", "member \"generation\" is missing"));
+  EXPECT_EQ(LoadErrorAtPointer(R"({"classes": [], "links": [], "behaviors": []})"),
             ContentError("/", "member \"generation\" is missing"));
 }
 
@@ -62,28 +63,28 @@ TEST(DocumentMetaContentTest, GenerationMayStandLast) {
 
 TEST(DocumentMetaContentTest, OtherGenerationsAreRefused) {
   for (const std::string generation : {"2023", "2025", "0", "20240"}) {
-    EXPECT_EQ(LoadError("{\"generation\": " + generation + "}"),
+    EXPECT_EQ(LoadErrorAtPointer("{\"generation\": " + generation + "}"),
               ContentError("/generation", "the metamodel is of generation " + generation + "; only 2024 can be read"));
   }
 }
 
 TEST(DocumentMetaContentTest, GenerationMustBeAWholeNumber) {
   for (const std::string generation : {"-2024", "2024.0", "2024e0", "99999999999999999999"}) {
-    EXPECT_EQ(LoadError("{\"generation\": " + generation + "}"),
+    EXPECT_EQ(LoadErrorAtPointer("{\"generation\": " + generation + "}"),
               ContentError("/generation", "expected a whole number from 0 to 4294967295, found " + generation));
   }
 }
 
 TEST(DocumentMetaContentTest, UnknownMemberOfTheRootIsRefused) {
-  EXPECT_EQ(LoadError(R"({"generation": 2024, "class": []})"),
+  EXPECT_EQ(LoadErrorAtPointer(R"({"generation": 2024, "class": []})"),
             ContentError("/class", std::string("unknown member; known here: ") + kRootMembers));
 }
 
 TEST(DocumentMetaContentTest, RepeatedMemberOfTheRootIsRefused) {
-  EXPECT_EQ(LoadError(R"({"generation": 2024, "generation": 2024})"),
+  EXPECT_EQ(LoadErrorAtPointer(R"({"generation": 2024, "generation": 2024})"),
             ContentError("/generation", "the member stands twice"));
   for (const std::string list : {"classes", "links", "behaviors"}) {
-    EXPECT_EQ(LoadError(R"({"generation": 2024, ")" + list + R"(": [], ")" + list + R"(": []})"),
+    EXPECT_EQ(LoadErrorAtPointer(R"({"generation": 2024, ")" + list + R"(": [], ")" + list + R"(": []})"),
               ContentError("/" + list, "the member stands twice"));
   }
 }
@@ -113,32 +114,33 @@ TEST_P(DocumentMetaObjectTest, NeedsNothingButItsName) {
 
 TEST_P(DocumentMetaObjectTest, NeedsItsName) {
   for (const char* object : {"{}", R"({"display_name": "A"})"}) {
-    EXPECT_EQ(LoadError(With(Place(), object)), ContentError(Place().pointer, "member \"internal_name\" is missing"));
+    EXPECT_EQ(LoadErrorAtPointer(With(Place(), object)),
+              ContentError(Place().pointer, "member \"internal_name\" is missing"));
   }
 }
 
 TEST_P(DocumentMetaObjectTest, NameMustNotBeEmpty) {
-  EXPECT_EQ(LoadError(WithMember(Place(), "internal_name", R"("")")),
+  EXPECT_EQ(LoadErrorAtPointer(WithMember(Place(), "internal_name", R"("")")),
             ContentError(Place().pointer + "/internal_name", "the name is empty"));
 }
 
 TEST_P(DocumentMetaObjectTest, UnknownMemberIsRefused) {
   for (const std::string member : {"x", "Internal_name", "internal_nam", "internal_name2", ""}) {
-    EXPECT_EQ(LoadError(WithMember(Place(), member, "1")),
+    EXPECT_EQ(LoadErrorAtPointer(WithMember(Place(), member, "1")),
               ContentError(Place().pointer + "/" + member, "unknown member; known here: " + Place().knownMembers));
   }
 }
 
 TEST_P(DocumentMetaObjectTest, MemberNameMayBeWrittenWithEscapes) {
   EXPECT_NO_THROW(LoadText(With(Place(), R"({"inter\u006eal_name": "A", "\u0064isplay_name": "B"})")));
-  EXPECT_EQ(LoadError(With(Place(), R"({"internal_name": "A", "internal\u005fname": "A"})")),
+  EXPECT_EQ(LoadErrorAtPointer(With(Place(), R"({"internal_name": "A", "internal\u005fname": "A"})")),
             ContentError(Place().pointer + "/internal_name", "the member stands twice"));
 }
 
 TEST_P(DocumentMetaObjectTest, PointerToAnUnknownMemberIsEscapedAndVisible) {
-  EXPECT_EQ(LoadError(WithMember(Place(), "a/b~c", "1")),
+  EXPECT_EQ(LoadErrorAtPointer(WithMember(Place(), "a/b~c", "1")),
             ContentError(Place().pointer + "/a~1b~0c", "unknown member; known here: " + Place().knownMembers));
-  EXPECT_EQ(LoadError(WithMember(Place(), R"(\u96F6\n\u001B)", "1")),
+  EXPECT_EQ(LoadErrorAtPointer(WithMember(Place(), R"(\u96F6\n\u001B)", "1")),
             ContentError(Place().pointer + "/\u96F6\\n\\x1B", "unknown member; known here: " + Place().knownMembers));
 }
 
@@ -188,7 +190,7 @@ TEST_P(DocumentMetaMemberTest, ValueOfEveryOtherTypeIsRefused) {
 TEST_P(DocumentMetaMemberTest, MemberThatStandsTwiceIsRefused) {
   const std::string member = std::string("\"") + GetParam().name + "\": " + GetParam().value;
   for (const SObjectPlace& place : GetParam().places) {
-    EXPECT_EQ(LoadError(With(place, "{" + member + ", " + member + "}")),
+    EXPECT_EQ(LoadErrorAtPointer(With(place, "{" + member + ", " + member + "}")),
               ContentError(place.pointer + "/" + GetParam().name, "the member stands twice"));
   }
 }
@@ -199,7 +201,7 @@ TEST(DocumentMetaContentTest, MembersOfOtherKindsAreUnknown) {
       {test::kBehavior, "table_name"},    {test::kBehavior, "behaviors"},   {test::kMethod, "properties"},
       {test::kClassProperty, "class_id"}, {test::kLinkProperty, "methods"}, {test::kClass, "generation"}};
   for (const auto& [place, member] : strangers) {
-    EXPECT_EQ(LoadError(WithMember(place, member, "1")),
+    EXPECT_EQ(LoadErrorAtPointer(WithMember(place, member, "1")),
               ContentError(place.pointer + "/" + member, "unknown member; known here: " + place.knownMembers));
   }
 }
@@ -233,7 +235,7 @@ TEST(DocumentMetaContentTest, NumbersOutOfRangeAreRefused) {
     for (const SObjectPlace& place : number.places) {
       for (const std::string value :
            {number.justTooLarge, "-1", "1.5", "1.0", "1e2", "-0", "01", "18446744073709551616", "1x"}) {
-        EXPECT_EQ(LoadError(WithMember(place, number.member, value)),
+        EXPECT_EQ(LoadErrorAtPointer(WithMember(place, number.member, value)),
                   ContentError(place.pointer + "/" + number.member,
                                "expected a whole number from 0 to " + number.max + ", found " + value));
       }
@@ -242,11 +244,11 @@ TEST(DocumentMetaContentTest, NumbersOutOfRangeAreRefused) {
 }
 
 TEST(DocumentMetaContentTest, PointerNamesTheVeryItem) {
-  EXPECT_EQ(LoadError(R"({"generation": 2024, "classes": [
+  EXPECT_EQ(LoadErrorAtPointer(R"({"generation": 2024, "classes": [
               {"internal_name": "A"}, {"internal_name": "B"}, {"internal_name": "C"},
               {"internal_name": "D", "properties": [{"internal_name": "p"}, {"internal_name": "q", "length": -1}]}]})"),
             ContentError("/classes/3/properties/1/length", "expected a whole number from 0 to 4294967295, found -1"));
-  EXPECT_EQ(LoadError(R"({"generation": 2024, "behaviors": [
+  EXPECT_EQ(LoadErrorAtPointer(R"({"generation": 2024, "behaviors": [
               {"internal_name": "A"}, {"internal_name": "B", "methods": [{"internal_name": "m"}, {}]}]})"),
             ContentError("/behaviors/1/methods/1", "member \"internal_name\" is missing"));
 }

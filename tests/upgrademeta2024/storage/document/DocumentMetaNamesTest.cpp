@@ -10,7 +10,7 @@
 namespace {
 
 using test::ContentError;
-using test::LoadError;
+using test::LoadErrorAtPointer;
 using test::LoadText;
 using test::SError;
 using test::SObjectPlace;
@@ -42,11 +42,11 @@ INSTANTIATE_TEST_SUITE_P(List, DocumentMetaNamesTest, testing::ValuesIn(test::kP
                          [](const auto& instance) { return instance.param.name; });
 
 TEST_P(DocumentMetaNamesTest, SameNameTwiceIsRefused) {
-  EXPECT_EQ(LoadError(With(GetParam(), Objects({"A", "Part", "Part"}))), Repeated(2, "Part", 1, "Part"));
+  EXPECT_EQ(LoadErrorAtPointer(With(GetParam(), Objects({"A", "Part", "Part"}))), Repeated(2, "Part", 1, "Part"));
 }
 
 TEST_P(DocumentMetaNamesTest, NamesThatDifferOnlyInAsciiCaseAreRefusedAndBothNamed) {
-  EXPECT_EQ(LoadError(With(GetParam(), Objects({"Part", "A", "B", "pART"}))), Repeated(3, "pART", 0, "Part"));
+  EXPECT_EQ(LoadErrorAtPointer(With(GetParam(), Objects({"Part", "A", "B", "pART"}))), Repeated(3, "pART", 0, "Part"));
 }
 
 TEST_P(DocumentMetaNamesTest, NamesThatDifferInNonAsciiCaseAreAccepted) {
@@ -58,12 +58,13 @@ TEST_P(DocumentMetaNamesTest, NamesThatDifferInASpaceAreAccepted) {
 }
 
 TEST_P(DocumentMetaNamesTest, EarliestRepetitionIsReported) {
-  EXPECT_EQ(LoadError(With(GetParam(), Objects({"B", "A", "a", "b", "A"}))), Repeated(2, "a", 1, "A"));
+  EXPECT_EQ(LoadErrorAtPointer(With(GetParam(), Objects({"B", "A", "a", "b", "A"}))), Repeated(2, "a", 1, "A"));
 }
 
 TEST_P(DocumentMetaNamesTest, ControlCharactersOfTheNamesAreShown) {
-  EXPECT_EQ(LoadError(With(GetParam(), Objects({"a\\n", "A\\n"}))), Repeated(1, "A\\n", 0, "a\\n"));
-  EXPECT_EQ(LoadError(With(GetParam(), Objects({"a\\u0000x", "A\\u0000x"}))), Repeated(1, "A\\x00x", 0, "a\\x00x"));
+  EXPECT_EQ(LoadErrorAtPointer(With(GetParam(), Objects({"a\\n", "A\\n"}))), Repeated(1, "A\\n", 0, "a\\n"));
+  EXPECT_EQ(LoadErrorAtPointer(With(GetParam(), Objects({"a\\u0000x", "A\\u0000x"}))),
+            Repeated(1, "A\\x00x", 0, "a\\x00x"));
 }
 
 TEST_P(DocumentMetaNamesTest, NamesThatDifferAfterANulByteAreAccepted) {

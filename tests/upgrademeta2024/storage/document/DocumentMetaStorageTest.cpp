@@ -173,7 +173,7 @@ TEST_F(DocumentMetaStorageTest, LoadRefusesADirectory) {
 TEST_F(DocumentMetaStorageTest, MessagesShowControlCharactersOfThePath) {
   directory_.Write("a\nb.json", "{}");
   EXPECT_EQ(ErrorOf([&] { Open("a\nb.json")->Load(); }),
-            (SError{kvx::kMalformedDocument, directory_.File("a\\nb.json: /: member \"generation\" is missing")}));
+            (SError{kvx::kMalformedDocument, directory_.File("a\\nb.json:1:1: /: member \"generation\" is missing")}));
 }
 
 TEST_F(DocumentMetaStorageTest, ElementsOutliveTheLoadedDictionary) {

@@ -51,6 +51,14 @@ const SFault kEmpty[] = {
     {"LoneByteOrderMark", "\xEF\xBB\xBF", "1:2", "the document is empty"},
 };
 
+constexpr const char* kUtf16 = "the text is in UTF-16; save it as UTF-8";
+const SFault kUtf16Texts[] = {
+    {"Utf16LittleEndianWithMark", "\xFF\xFE{\0}\0"s, "1:1", kUtf16},
+    {"Utf16BigEndianWithMark", "\xFE\xFF\0{\0}"s, "1:1", kUtf16},
+    {"Utf16LittleEndian", "{\0\"\0"s, "1:1", kUtf16},
+    {"Utf16BigEndian", "\0{\0\""s, "1:1", kUtf16},
+};
+
 const SFault kStructure[] = {
     {"MissingColon", R"({"generation" 2024})", "1:15", kNotJson},
     {"TwoColons", R"({"generation":: 2024})", "1:15", kNotJson},
@@ -133,6 +141,7 @@ const SFault kEncodings[] = {
     {"TwoByteOrderMarks", "\xEF\xBB\xBF\xEF\xBB\xBF{\"generation\": 2024}", "1:2", kNotJson},
 };
 
+INSTANTIATE_TEST_SUITE_P(Utf16, DocumentMetaTextTest, testing::ValuesIn(kUtf16Texts), NameOf);
 INSTANTIATE_TEST_SUITE_P(Empty, DocumentMetaTextTest, testing::ValuesIn(kEmpty), NameOf);
 INSTANTIATE_TEST_SUITE_P(Structure, DocumentMetaTextTest, testing::ValuesIn(kStructure), NameOf);
 INSTANTIATE_TEST_SUITE_P(End, DocumentMetaTextTest, testing::ValuesIn(kEnd), NameOf);
@@ -181,13 +190,14 @@ TEST(DocumentMetaDamageTest, DamagedByteNeverDoesMoreThanFailTheLoad) {
 }
 
 TEST(DocumentMetaDamageTest, NulByteInANumberIsRefusedAndShown) {
-  EXPECT_EQ(LoadError("{\"generation\": 2024\0xyz}"s),
+  EXPECT_EQ(test::LoadErrorAtPointer("{\"generation\": 2024\0xyz}"s),
             test::ContentError("/generation", "expected a whole number from 0 to 4294967295, found 2024\\x00xyz"));
 }
 
 TEST(DocumentMetaDamageTest, DeepNestingIsRefused) {
-  EXPECT_EQ(LoadError(std::string(2000000, '[')), test::ContentError("/", "expected an object, found an array"));
-  EXPECT_EQ(LoadError(test::With(test::kClass, std::string(1000000, '[') + std::string(1000000, ']'))),
+  EXPECT_EQ(test::LoadErrorAtPointer(std::string(2000000, '[')),
+            test::ContentError("/", "expected an object, found an array"));
+  EXPECT_EQ(test::LoadErrorAtPointer(test::With(test::kClass, std::string(1000000, '[') + std::string(1000000, ']'))),
             test::ContentError("/classes/0", "expected an object, found an array"));
 }
 

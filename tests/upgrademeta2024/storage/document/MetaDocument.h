@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <ostream>
+#include <regex>
 #include <string>
 
 #include "kvxsptexception/ErrorCodes.h"
@@ -26,6 +27,13 @@ inline SError LoadError(const std::string& text) {
   if (error.message.compare(0, directory.Path().size() + 1, directory.Path() + "/") == 0) {
     error.message.erase(0, directory.Path().size() + 1);
   }
+  return error;
+}
+
+/// The same for a document of which something is wrong at a JSON pointer, without the line and column before that.
+inline SError LoadErrorAtPointer(const std::string& text) {
+  SError error = LoadError(text);
+  error.message = std::regex_replace(error.message, std::regex("^meta\\.json:[0-9]+:[0-9]+: /"), "meta.json: /");
   return error;
 }
 
