@@ -11,6 +11,7 @@
 #include <array>
 #include <chrono>
 #include <cstddef>
+#include <filesystem>
 #include <fstream>
 #include <string>
 #include <thread>
@@ -88,6 +89,16 @@ TEST(ReadFileTest, NamesWhatCannotBeRead) {
   const std::string below = directory.Write("file", "") + "/below";
   EXPECT_EQ(ErrorOf([&] { kvx::ReadFile(below); }), CannotBeRead(below, "Not a directory"));
   EXPECT_EQ(ErrorOf([&] { kvx::ReadFile(""); }), CannotBeRead("", "No such file or directory"));
+}
+
+TEST(ReadFileTest, CallsALinkThatLeadsNowhereALink) {
+  const test::CTemporaryDirectory directory;
+  const std::string link = directory.File("link");
+  std::filesystem::create_symlink("absent\n", link);
+  EXPECT_EQ(ErrorOf([&] { kvx::ReadFile(link); }),
+            CannotBeRead(link, "is a symbolic link to absent\\n, which leads nowhere"));
+  directory.Write("absent\n", "text");
+  EXPECT_EQ(kvx::ReadFile(link), "text");
 }
 
 TEST(ReadFileTest, RefusesWhatIsNoRegularFile) {

@@ -13,6 +13,7 @@
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptexception/KVXException.h"
 #include "kvxsptfile/LoadDeadline.h"
+#include "kvxsptfile/OpeningProblem.h"
 #include "kvxsptstring/StringHelper.h"
 
 namespace kvx {
@@ -52,7 +53,7 @@ CInputFile::CInputFile(const std::string& path, bool mayBePipe, const SPipeWait&
   struct stat status {};
   if (!file_.IsOpen() || fstat(file_.Get(), &status) != 0) {
     // What open(2) says of sockets and of devices without a driver.
-    Fail(errno == ENXIO ? "is not a regular file" : std::strerror(errno));
+    Fail(errno == ENXIO ? "is not a regular file" : OpeningProblem(path, errno));
   }
   isPipe_ = S_ISFIFO(status.st_mode);
   if (!S_ISREG(status.st_mode) && !(isPipe_ && mayBePipe)) {

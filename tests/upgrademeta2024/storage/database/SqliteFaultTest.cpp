@@ -95,6 +95,13 @@ void ExpectOneLineOfTrouble(const SProcessResult& result, const std::string& mes
   EXPECT_EQ(result.errors.find('\n'), result.errors.size() - 1) << result.errors;
 }
 
+TEST_F(SqliteFaultTest, LinkThatLeadsNowhereIsCalledOne) {
+  std::filesystem::create_symlink("absent.db", Path());
+  EXPECT_EQ(LoadError(), (SError{kvx::kFileError,
+                                 Path() + ": cannot be opened: is a symbolic link to absent.db, which leads nowhere; "
+                                          "give the path of an SQLite database that you may read"}));
+}
+
 TEST_F(SqliteFaultTest, MissingFileIsNotCreated) {
   EXPECT_EQ(LoadError(),
             (SError{kvx::kFileError, Path() + ": cannot be opened: No such file or directory; give the path "

@@ -42,7 +42,8 @@ const SFault kFaults[] = {
      "{\"generation\": 2024,\n \"classes\": [ {\"internal_name\": \"A\"},\n"
      "              {\"internal_name\": \"B\",\n               \"class_id\":\n -1 } ] }",
      "4:16: /classes/1/class_id"},
-    {"NameOfABehavior", "{\"generation\": 2024,\n \"classes\": [ {\"internal_name\": \"A\", \"behaviors\": [\"B\",\n\n 7]}]}",
+    {"NameOfABehavior",
+     "{\"generation\": 2024,\n \"classes\": [ {\"internal_name\": \"A\", \"behaviors\": [\"B\",\n\n 7]}]}",
      "4:2: /classes/0/behaviors/1"},
     {"ColumnsAreCharacters", "{\"generation\": 2024, \"classes\": [\n{\"internal_name\": \"\u96F6\u00C4\", \"x\": 1}]}",
      "2:25: /classes/0/x"},

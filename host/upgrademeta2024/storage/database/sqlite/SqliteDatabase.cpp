@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "kvxsptexception/ErrorCodes.h"
+#include "kvxsptfile/OpeningProblem.h"
 #include "kvxsptfile/TemporaryFile.h"
 #include "kvxsptstring/StringHelper.h"
 #include "upgrademeta2024/storage/database/DatabaseDialect.h"
@@ -54,10 +55,6 @@ void ReadHeader(soci::session& session) {
   session << "SELECT count(*) FROM sqlite_master", soci::into(count);
 }
 
-std::string SystemReason(int error) {
-  return std::generic_category().message(error);
-}
-
 /// What counts the rows of a table by other pages than those from which they are read; empty when nothing does.
 std::string CountElsewhere(soci::session& session, const STable& table) {
   const std::string count = "SELECT count(*) FROM " + std::string(table.name);
@@ -94,7 +91,8 @@ bool CSqliteDatabase::Exists() const {
 void CSqliteDatabase::RequireReadableFile() const {
   struct stat status {};
   if (stat(path_.c_str(), &status) != 0 || access(path_.c_str(), R_OK) != 0) {
-    throw SFailure{kvx::kFileError, SystemReason(errno), "give the path of an SQLite database that you may read"};
+    throw SFailure{kvx::kFileError, kvx::OpeningProblem(path_, errno),
+                   "give the path of an SQLite database that you may read"};
   }
   if (!S_ISREG(status.st_mode)) {
     throw SFailure{kvx::kFileError, "not a regular file", "give the path of an SQLite database"};
