@@ -12,18 +12,20 @@
 
 #include "fuzz/support/Failure.h"
 #include "fuzz/support/Input.h"
+#include "kvxsptjson/JsonAllocator.h"
 #include "kvxsptjson/JsonObject.h"
 
 extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, std::size_t maxSize);
 
 namespace {
 
+using kvx::JsonDocument;
 using rapidjson::SizeType;
-using rapidjson::Value;
+using Value = kvx::JsonValue;
 
 class CTreeMutator {
  public:
-  CTreeMutator(rapidjson::Document& document, unsigned seed)
+  CTreeMutator(JsonDocument& document, unsigned seed)
       : document_(document), allocator_(document.GetAllocator()), random_(seed) {}
 
   void Mutate() {
@@ -78,7 +80,7 @@ class CTreeMutator {
     static const std::array<const char*, 16> texts = {
         "null",  "true",  "0",      "-1", "1.5", "65535",  "65536", "4294967295", "4294967296", "18446744073709551616",
         "1e308", R"("")", R"("a")", "[]", "{}",  R"([""])"};
-    rapidjson::Document value(&allocator_);
+    JsonDocument value(&allocator_);
     value.Parse(texts[Below(texts.size())]);
     node.Swap(value);
   }
@@ -141,8 +143,8 @@ class CTreeMutator {
     node.SetString(text.data(), static_cast<SizeType>(text.size()), allocator_);
   }
 
-  rapidjson::Document& document_;
-  rapidjson::Document::AllocatorType& allocator_;
+  JsonDocument& document_;
+  JsonDocument::AllocatorType& allocator_;
   std::minstd_rand random_;
   std::vector<Value*> nodes_;
 };
@@ -156,7 +158,7 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t s
   if (isText || !fuzz::Succeeded(test::ErrorOf([&] { input.CreateFromText(fuzz::Text(data, size), "input"); }))) {
     return LLVMFuzzerMutate(data, size, maxSize);
   }
-  const std::shared_ptr<rapidjson::Document> document = input.Share();
+  const std::shared_ptr<JsonDocument> document = input.Share();
   CTreeMutator(*document, seed).Mutate();
   rapidjson::StringBuffer buffer;
   rapidjson::Writer<rapidjson::StringBuffer> writer(buffer);

@@ -1,17 +1,19 @@
 #include "kvxsptexception/KVXException.h"
 
-#include <ios>
-#include <locale>
-#include <sstream>
+#include <array>
+#include <charconv>
 
 namespace {
 
 std::string CodeText(std::uint32_t code) {
-  std::ostringstream text;
-  // The process may have set a locale that groups digits.
-  text.imbue(std::locale::classic());
-  text << "0x" << std::uppercase << std::hex << code;
-  return text.str();
+  // Not by a stream: it would keep a failed allocation to itself.
+  std::array<char, 8> digits{};
+  char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), code, 16).ptr;
+  std::string text = "0x";
+  for (const char* digit = digits.data(); digit != end; ++digit) {
+    text += *digit >= 'a' ? static_cast<char>(*digit - 'a' + 'A') : *digit;
+  }
+  return text;
 }
 
 }  // namespace

@@ -1,8 +1,6 @@
 #include "kvxsptjson/JsonObject.h"
 
 #include <rapidjson/document.h>
-#include <rapidjson/prettywriter.h>
-#include <rapidjson/stringbuffer.h>
 
 #include <algorithm>
 
@@ -10,14 +8,16 @@
 #include "kvxsptexception/KVXException.h"
 #include "kvxsptfile/AtomicFile.h"
 #include "kvxsptfile/ReadFile.h"
+#include "kvxsptjson/JsonAllocator.h"
+#include "kvxsptjson/JsonWriter.h"
 #include "kvxsptjson/detail/JsonParser.h"
 #include "kvxsptjson/detail/JsonTextWriter.h"
 
 namespace {
 
-using rapidjson::Document;
 using rapidjson::SizeType;
-using rapidjson::Value;
+using Document = kvx::JsonDocument;
+using Value = kvx::JsonValue;
 
 [[noreturn]] void FailMissing(const std::string& key) {
   throw CKVXException(kvx::kJsonMemberMissing, "json member [" + key + "] not exist!");
@@ -49,8 +49,8 @@ bool ReadString(const Value& value, std::string& text) {
   if (!value.IsNumber()) {
     return false;
   }
-  rapidjson::StringBuffer buffer;
-  rapidjson::Writer<rapidjson::StringBuffer> writer(buffer);
+  kvx::JsonTextBuffer buffer;
+  kvx::JsonWriter<kvx::JsonTextBuffer> writer(buffer);
   value.Accept(writer);
   text = {buffer.GetString(), buffer.GetSize()};
   return true;
@@ -102,8 +102,8 @@ void CJsonObject::SaveToFile(const std::string& path) const {
 }
 
 std::string CJsonObject::ToText() const {
-  rapidjson::StringBuffer buffer;
-  rapidjson::PrettyWriter<rapidjson::StringBuffer> writer(buffer);
+  kvx::JsonTextBuffer buffer;
+  kvx::PrettyJsonWriter<kvx::JsonTextBuffer> writer(buffer);
   writer.SetIndent(' ', 2);
   value_->Accept(writer);
   return {buffer.GetString(), buffer.GetSize()};

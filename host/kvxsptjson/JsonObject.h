@@ -10,6 +10,17 @@
 
 #include "kvxsptjson/kvxsptjson_export.h"
 
+namespace kvx {
+
+class CJsonAllocator;
+
+/// RapidJSON's document and value, on an allocator that throws (see JsonAllocator.h).
+using JsonDocument =
+    rapidjson::GenericDocument<rapidjson::UTF8<char>, rapidjson::MemoryPoolAllocator<CJsonAllocator>, CJsonAllocator>;
+using JsonValue = rapidjson::GenericValue<rapidjson::UTF8<char>, rapidjson::MemoryPoolAllocator<CJsonAllocator>>;
+
+}  // namespace kvx
+
 /// A view on one object node of a JSON document (UTF-8, members in insertion order). Several views may share one
 /// document and keep it alive together. Use from one thread at a time per document.
 ///
@@ -30,13 +41,13 @@ class KVXSPTJSON_EXPORT CJsonObject {
   /// The root of a new document, an object without members.
   CJsonObject();
   /// A view on a value inside `document`. Neither may be null.
-  CJsonObject(std::shared_ptr<rapidjson::Document> document, rapidjson::Value* value);
+  CJsonObject(std::shared_ptr<kvx::JsonDocument> document, kvx::JsonValue* value);
   CJsonObject(const CJsonObject&) = default;
   CJsonObject& operator=(const CJsonObject&) = default;
   ~CJsonObject();
 
   /// The document that this view and others share.
-  std::shared_ptr<rapidjson::Document> Share() const;
+  std::shared_ptr<kvx::JsonDocument> Share() const;
 
   /// Turns this view to the root of a new document, the file's; views that shared the old document keep that. The text
   /// must be RFC 8259 JSON in valid UTF-8, at most 512 levels deep, without a lone surrogate, its numbers within the
@@ -90,14 +101,14 @@ class KVXSPTJSON_EXPORT CJsonObject {
   std::uint32_t GetLastError() const noexcept;
 
  private:
-  rapidjson::Value* Find(const std::string& key) const;
-  rapidjson::Value& Require(const std::string& key) const;
-  rapidjson::Value* FindNotNull(const std::string& key) const;
-  void SetMember(const std::string& key, rapidjson::Value& value);
+  kvx::JsonValue* Find(const std::string& key) const;
+  kvx::JsonValue& Require(const std::string& key) const;
+  kvx::JsonValue* FindNotNull(const std::string& key) const;
+  void SetMember(const std::string& key, kvx::JsonValue& value);
   void RequireObject() const;
-  std::shared_ptr<CJsonObject> View(rapidjson::Value& value) const;
+  std::shared_ptr<CJsonObject> View(kvx::JsonValue& value) const;
 
-  std::shared_ptr<rapidjson::Document> document_;
-  rapidjson::Value* value_;
+  std::shared_ptr<kvx::JsonDocument> document_;
+  kvx::JsonValue* value_;
   mutable std::uint32_t lastError_ = 0;
 };

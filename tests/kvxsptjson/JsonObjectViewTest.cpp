@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 
+#include "kvxsptjson/JsonAllocator.h"
 #include "kvxsptjson/JsonObject.h"
 #include "kvxsptjson/JsonText.h"
 
@@ -29,7 +30,7 @@ TEST(JsonObjectViewTest, NewObjectIsAnEmptyObjectInADocumentOfItsOwn) {
 
 TEST(JsonObjectViewTest, ViewCanBeMadeOfTheSharedDocumentAndAValueInIt) {
   const auto object = Json(R"({"a": [{"n": "1"}, {"n": "2"}]})");
-  const std::shared_ptr<rapidjson::Document> document = object->Share();
+  const std::shared_ptr<kvx::JsonDocument> document = object->Share();
   CJsonObject view(document, &(*document)["a"][1]);
   EXPECT_EQ(view.GetStringValue("n"), "2");
   EXPECT_EQ(view.Share(), document);

@@ -9,6 +9,7 @@
 #include <cstring>
 #include <locale>
 #include <sstream>
+#include <system_error>
 
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptexception/KVXException.h"
@@ -26,22 +27,22 @@ constexpr unsigned kMaxDepth = 512;
 constexpr const char* kByteOrderMark = "\xEF\xBB\xBF";
 
 struct SDocumentMemory {
-  rapidjson::Document::AllocatorType allocator{kFirstChunk};
-  rapidjson::Document document{&allocator};
+  JsonDocument::AllocatorType allocator{kFirstChunk};
+  JsonDocument document{&allocator};
 };
 
 /// Passes a parse on to a document, and stops it at what RapidJSON itself would let through.
 class CStrictHandler : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, CStrictHandler> {
  public:
-  explicit CStrictHandler(rapidjson::Document& document) : document_(document) {}
+  explicit CStrictHandler(JsonDocument& document) : document_(document) {}
 
   bool Null() { return document_.Null(); }
   bool Bool(bool value) { return document_.Bool(value); }
   /// RapidJSON's own conversion makes 1.8e308 an infinity, which cannot be written, and overflows an int on exponents
   /// near -2147483648. Every number arrives here as text instead.
   bool RawNumber(const char* text, rapidjson::SizeType size, bool /*copy*/) {
-    return *text == '-' ? Number<std::int64_t>(text, text + size, &rapidjson::Document::Int64)
-                        : Number<std::uint64_t>(text, text + size, &rapidjson::Document::Uint64);
+    return *text == '-' ? Number<std::int64_t>(text, text + size, &JsonDocument::Int64)
+                        : Number<std::uint64_t>(text, text + size, &JsonDocument::Uint64);
   }
   bool String(const char* text, rapidjson::SizeType size, bool copy) {
     return IsUnicode(text, size) && document_.String(text, size, copy);
@@ -69,13 +70,15 @@ class CStrictHandler : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, CS
     return true;
   }
   template <typename Integer>
-  bool Number(const char* begin, const char* end, bool (rapidjson::Document::*integer)(Integer)) {
+  bool Number(const char* begin, const char* end, bool (JsonDocument::*integer)(Integer)) {
     Integer value = 0;
     if (const auto [at, error] = std::from_chars(begin, end, value); at == end && error == std::errc()) {
       return (document_.*integer)(value);
     }
     std::istringstream text(std::string(begin, end));
     text.imbue(std::locale::classic());
+    // What throws in it, for want of memory, would count as a number too big otherwise.
+    text.exceptions(std::ios::badbit);
     double number = 0;
     if (!(text >> number)) {
       problem_ = rapidjson::GetParseError_En(rapidjson::kParseErrorNumberTooBig);
@@ -95,7 +98,7 @@ class CStrictHandler : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, CS
     return true;
   }
 
-  rapidjson::Document& document_;
+  JsonDocument& document_;
   unsigned depth_ = 0;
   const char* problem_ = nullptr;
 };
@@ -103,12 +106,12 @@ class CStrictHandler : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, CS
 /// Feeds Document::Populate and keeps the parse's result.
 class CParse {
  public:
-  CParse(const char* text, std::size_t size, rapidjson::Document& document) : stream_(text, size), handler_(document) {}
+  CParse(const char* text, std::size_t size, JsonDocument& document) : stream_(text, size), handler_(document) {}
 
-  bool operator()(rapidjson::Document& /*document*/) {
+  bool operator()(JsonDocument& /*document*/) {
     constexpr unsigned kFlags =
         rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag | rapidjson::kParseNumbersAsStringsFlag;
-    rapidjson::Reader reader;
+    rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, CJsonAllocator> reader;
     result_ = reader.Parse<kFlags>(stream_, handler_);
     return !result_.IsError();
   }
@@ -132,18 +135,18 @@ class CParse {
 
 }  // namespace
 
-std::shared_ptr<rapidjson::Document> NewDocument() {
+std::shared_ptr<JsonDocument> NewDocument() {
   const auto memory = std::make_shared<SDocumentMemory>();
   return {memory, &memory->document};
 }
 
-std::shared_ptr<rapidjson::Document> ParseDocument(const std::string& text, const std::string& name) {
+std::shared_ptr<JsonDocument> ParseDocument(const std::string& text, const std::string& name) {
   const std::size_t begin =
       text.compare(0, std::strlen(kByteOrderMark), kByteOrderMark) == 0 ? std::strlen(kByteOrderMark) : 0;
   if (IsUtf16(text)) {
     Fail(name, text, 0, kUtf16Problem);
   }
-  std::shared_ptr<rapidjson::Document> document = NewDocument();
+  std::shared_ptr<JsonDocument> document = NewDocument();
   CParse parse(text.data() + begin, text.size() - begin, *document);
   document->Populate(parse);
   if (parse.GetResult().IsError()) {

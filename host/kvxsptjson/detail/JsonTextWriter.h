@@ -1,11 +1,10 @@
 #pragma once
 
-#include <rapidjson/prettywriter.h>
-
 #include <algorithm>
 #include <cstddef>
 
 #include "kvxsptfile/AtomicFile.h"
+#include "kvxsptjson/JsonWriter.h"
 
 namespace rapidjson {
 
@@ -21,9 +20,9 @@ namespace kvx {
 
 /// Writes JSON text into a file, indented by two spaces. Strings without anything to escape, nearly all there are, are
 /// written as a whole instead of character by character.
-class CJsonTextWriter : public rapidjson::PrettyWriter<CAtomicFile> {
+class CJsonTextWriter : public PrettyJsonWriter<CAtomicFile> {
  public:
-  using Base = rapidjson::PrettyWriter<CAtomicFile>;
+  using Base = PrettyJsonWriter<CAtomicFile>;
 
   explicit CJsonTextWriter(CAtomicFile& file) : Base(file) { SetIndent(' ', 2); }
 

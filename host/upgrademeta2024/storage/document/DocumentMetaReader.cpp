@@ -7,6 +7,7 @@
 #include <iterator>
 #include <limits>
 #include <list>
+#include <new>
 #include <string_view>
 #include <unordered_map>
 #include <utility>
@@ -274,6 +275,10 @@ std::shared_ptr<CMetaDictionary2024> ReadMetaDocument(const std::string& path, C
   } catch (const SJsonContentError& error) {
     throw fault(error.where != nullptr ? static_cast<std::size_t>(error.where - text.data()) : 0, error.message);
   } catch (const simdjson::simdjson_error& error) {
+    if (error.error() == simdjson::MEMALLOC) {
+      // No fault of the document.
+      throw std::bad_alloc();
+    }
     const char* location = nullptr;
     const bool located = iterating && document.current_location().get(location) == simdjson::SUCCESS;
     const std::size_t offset = FindJsonTextFault(text, error.error(), located ? location - text.data() : -1);

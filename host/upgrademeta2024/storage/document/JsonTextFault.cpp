@@ -94,7 +94,6 @@ std::string JsonTextFaultMessage(simdjson::error_code error) {
     case simdjson::INCOMPLETE_ARRAY_OR_OBJECT:
       return "the document does not end with the } of its object; it is cut off, or text stands after it";
     case simdjson::CAPACITY:
-    case simdjson::MEMALLOC:
       return "the document is too large";
     default:
       return "not valid JSON";

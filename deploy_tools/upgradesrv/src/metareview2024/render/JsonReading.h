@@ -10,6 +10,9 @@
 #include <string_view>
 #include <vector>
 
+#include "kvxsptjson/JsonAllocator.h"
+#include "kvxsptjson/JsonObject.h"
+
 namespace metareview {
 
 /// What is wrong with a value, and where it is: a JSON pointer.
@@ -21,7 +24,7 @@ struct SJsonFault {
 /// Reads values of a parsed document strictly: what is not as expected throws SJsonFault.
 class CJsonReading {
  public:
-  using Json = rapidjson::Value;
+  using Json = kvx::JsonValue;
 
   /// A member of an object that is read into a T.
   template <typename T>

@@ -9,9 +9,9 @@ namespace metareview {
 
 namespace {
 
-using Writer = rapidjson::Writer<rapidjson::StringBuffer>;
+using Writer = kvx::JsonWriter<kvx::JsonTextBuffer>;
 
-std::string_view Text(const rapidjson::StringBuffer& buffer) {
+std::string_view Text(const kvx::JsonTextBuffer& buffer) {
   return {buffer.GetString(), buffer.GetSize()};
 }
 
@@ -155,7 +155,7 @@ void PutGone(Writer& writer, const SGone& gone) {
 }
 
 std::string Written(const std::function<void(Writer&)>& put) {
-  rapidjson::StringBuffer buffer;
+  kvx::JsonTextBuffer buffer;
   Writer writer(buffer);
   put(writer);
   return std::string(Text(buffer));

@@ -1,12 +1,10 @@
 #pragma once
 
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
-
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "kvxsptjson/JsonWriter.h"
 #include "metareview2024/Review.h"
 
 /// A saved review as JSON text, in parts; the formats that use it differ in where they break lines.
@@ -24,8 +22,8 @@ class CFindingJson {
   std::string_view Of(const SFinding& finding);
 
  private:
-  rapidjson::StringBuffer buffer_;
-  rapidjson::Writer<rapidjson::StringBuffer> writer_;
+  kvx::JsonTextBuffer buffer_;
+  kvx::JsonWriter<kvx::JsonTextBuffer> writer_;
 };
 
 /// A member of the document besides its findings. Values and items are JSON text without line ends.

@@ -114,6 +114,8 @@ std::string WithoutSociPreface(std::string text) {
 /// own, which begin with a tab; one sentence is left for each reason.
 std::string ConnectionProblem(const std::string& text) {
   std::istringstream lines(text);
+  // A failed allocation would look like the end.
+  lines.exceptions(std::ios::badbit);
   std::set<std::string> reasons;
   std::string problem;
   for (std::string line; std::getline(lines, line);) {
@@ -191,6 +193,8 @@ void CPostgresqlDatabase::ReadRows(soci::session& session, const STable& table, 
 
 std::string CPostgresqlDatabase::OneLine(const std::string& text) const {
   std::istringstream lines(text);
+  // A failed allocation would look like the end.
+  lines.exceptions(std::ios::badbit);
   std::string result;
   for (std::string line; std::getline(lines, line);) {
     const std::size_t begin = line.find_first_not_of(" \t");
