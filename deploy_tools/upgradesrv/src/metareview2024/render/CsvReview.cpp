@@ -41,7 +41,7 @@ Cell TablesText(const SFinding& finding) {
   }
   std::string tables;
   for (const std::string& table : finding.data->tables) {
-    tables += (tables.empty() ? "" : " ") + table;
+    tables += (tables.empty() ? "" : ";") + table;
   }
   return tables;
 }

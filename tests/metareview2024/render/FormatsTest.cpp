@@ -1,0 +1,69 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "metareview2024/MadeReview.h"
+#include "metareview2024/render/Render.h"
+#include "metareview2024/render/RenderedReview.h"
+
+namespace metareview {
+namespace {
+
+TEST(FormatsTest, FindsAFormatByItsName) {
+  for (const SFormat& format : Formats()) {
+    EXPECT_EQ(FindFormat(format.name), &format);
+  }
+}
+
+TEST(FormatsTest, KnowsNoOther) {
+  EXPECT_EQ(FindFormat("xml"), nullptr);
+  EXPECT_EQ(FindFormat("JSON"), nullptr);
+  EXPECT_EQ(FindFormat(""), nullptr);
+}
+
+TEST(FormatsTest, TextIsTheDefault) {
+  EXPECT_EQ(Formats().front().name, "text");
+}
+
+TEST(FormatsTest, EveryFormatSaysThatAReviewFailedAndWhy) {
+  SReview failed = test::FullReview();
+  failed.complete = false;
+  failed.problem = "client.json: cannot be read";
+  for (const SFormat& format : Formats()) {
+    const std::string text = test::Rendered(std::string(format.name), failed);
+    EXPECT_THAT(text, testing::HasSubstr("client.json: cannot be read")) << format.name;
+    EXPECT_THAT(text, testing::Not(testing::HasSubstr("class/Part"))) << format.name;
+  }
+}
+
+TEST(FormatsTest, EveryFormatSaysTheReasonOfAnAcceptedFinding) {
+  for (const SFormat& format : Formats()) {
+    EXPECT_THAT(test::Rendered(std::string(format.name), test::FullReview()), testing::HasSubstr("ours"))
+        << format.name;
+  }
+}
+
+TEST(FormatsTest, OutputsDoNotDependOnWhatWasWrittenBefore) {
+  for (const SFormat& format : Formats()) {
+    const std::string name(format.name);
+    EXPECT_EQ(test::Rendered(name, test::FullReview()), test::Rendered(name, test::FullReview())) << name;
+  }
+}
+
+TEST(FormatsTest, LargeOutputsComeInParts) {
+  const SReview review =
+      test::MadeReview(std::vector<SFinding>(2000, test::Made("class/Own", EChange::kInserted, "class-inserted")));
+  std::size_t parts = 0;
+  std::size_t size = 0;
+  FindFormat("ndjson")->write(review, {}, [&](std::string_view part) {
+    ++parts;
+    size += part.size();
+  });
+  EXPECT_GT(parts, 2U);
+  EXPECT_EQ(size, test::Rendered("ndjson", review).size());
+}
+
+}  // namespace
+}  // namespace metareview
