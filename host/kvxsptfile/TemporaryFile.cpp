@@ -7,17 +7,21 @@
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
+#include <system_error>
+#include <utility>
 
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptexception/KVXException.h"
-#include "kvxsptfile/FilePlace.h"
+#include "kvxsptfile/FileNotes.h"
+#include "kvxsptfile/FollowLinks.h"
+#include "kvxsptfile/ProtectedFiles.h"
+#include "kvxsptfile/detail/FileAttributes.h"
+#include "kvxsptfile/detail/RenameToNew.h"
 #include "kvxsptfile/detail/UnfinishedName.h"
 #include "kvxsptstring/StringHelper.h"
 
 namespace kvx {
 namespace {
-
-constexpr mode_t kPermissionBits = 07777;
 
 std::string DirectoryOf(const std::string& file) {
   const std::filesystem::path parent = std::filesystem::path(file).parent_path();
@@ -27,26 +31,15 @@ std::string DirectoryOf(const std::string& file) {
 }  // namespace
 
 CTemporaryFile::CTemporaryFile(const std::string& path) : path_(path) {
-  std::error_code linkError;
-  target_ = FollowLinks(path, linkError);
-  if (linkError) {
-    Fail(linkError.value());
+  SFollowedPath followed = FollowLinks(path);
+  if (!followed.problem.empty()) {
+    Fail(followed.problem);
   }
-  struct stat status {};
-  const bool exists = stat(target_.c_str(), &status) == 0;
-  if (!exists && errno != ENOENT) {
-    // Nothing can be said of what is there, for example of links that lead in a circle.
-    Fail(errno);
-  }
-  if (exists && !S_ISREG(status.st_mode)) {
-    Fail(S_ISDIR(status.st_mode) ? EISDIR : EINVAL);
-  }
+  target_ = std::move(followed.path);
+  LookAtTarget();
   directory_ = CFileDescriptor(open(DirectoryOf(target_).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (!directory_.IsOpen() && errno != EACCES) {
     Fail(errno);
-  }
-  if (exists) {
-    mode_ = status.st_mode & kPermissionBits;
   }
   RemoveLeftovers(target_);
   constexpr int kAttempts = 100;
@@ -65,10 +58,31 @@ CTemporaryFile::~CTemporaryFile() {
   }
 }
 
+void CTemporaryFile::LookAtTarget() {
+  struct stat status {};
+  if (stat(target_.c_str(), &status) != 0) {
+    if (errno != ENOENT) {
+      Fail(errno);
+    }
+    return;
+  }
+  if (!S_ISREG(status.st_mode)) {
+    Fail(S_ISDIR(status.st_mode) ? std::strerror(EISDIR) : "Not a regular file");
+  }
+  if (const std::string input = CProtectedFiles::Find(target_); !input.empty()) {
+    Fail("it is the same file as " + input + ", which is read here");
+  }
+  try {
+    attributes_ = std::make_unique<CFileAttributes>(target_);
+  } catch (const std::system_error& error) {
+    Fail(error.code().value());
+  }
+}
+
 bool CTemporaryFile::TryCreate() {
   temporary_ = MakeUnfinishedName(target_);
   // What is written in place of a file is nobody else's business before it has that file's permissions.
-  const mode_t mode = mode_ ? 0600 : 0666;
+  const mode_t mode = attributes_ != nullptr ? 0600 : 0666;
   file_ = CFileDescriptor(open(temporary_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode));
   if (!file_.IsOpen()) {
     if (errno == EEXIST) {
@@ -85,14 +99,34 @@ bool CTemporaryFile::TryCreate() {
 }
 
 void CTemporaryFile::Fail(int error) const {
-  throw CKVXException(kFileError, CStringHelper::ToVisible(path_) + ": cannot be saved: " + std::strerror(error) +
-                                      "; nothing was changed");
+  Fail(std::strerror(error));
+}
+
+void CTemporaryFile::Fail(const std::string& reason) const {
+  throw CKVXException(kFileError,
+                      CStringHelper::ToVisible(path_ + ": cannot be saved: " + reason) + "; nothing was changed");
+}
+
+void CTemporaryFile::KeepAttributes() {
+  if (attributes_ == nullptr) {
+    return;
+  }
+  std::string words;
+  try {
+    for (const std::string& word : attributes_->GiveTo(file_.Get())) {
+      words += (words.empty() ? "" : ", ") + word;
+    }
+  } catch (const std::system_error& error) {
+    Fail(error.code().value());
+  }
+  if (!words.empty()) {
+    note_ = CStringHelper::ToVisible(path_) + ": was replaced, but this process may not give the new file the " +
+            words + " of the old one";
+  }
 }
 
 void CTemporaryFile::Finish() {
-  if (mode_ && fchmod(file_.Get(), *mode_) != 0) {
-    Fail(errno);
-  }
+  KeepAttributes();
   if (fsync(file_.Get()) != 0) {
     Fail(errno);
   }
@@ -111,8 +145,7 @@ void CTemporaryFile::Commit() {
   if (rename(temporary_.c_str(), target_.c_str()) != 0) {
     Fail(errno);
   }
-  temporary_.clear();
-  SyncDirectory("was replaced");
+  EndAs("was replaced");
 }
 
 bool CTemporaryFile::CommitNew() {
@@ -124,12 +157,15 @@ bool CTemporaryFile::CommitNew() {
   if (error != 0) {
     Fail(error);
   }
-  temporary_.clear();
-  SyncDirectory("was created");
+  EndAs("was created");
   return true;
 }
 
-void CTemporaryFile::SyncDirectory(const std::string& done) const {
+void CTemporaryFile::EndAs(const std::string& done) {
+  temporary_.clear();
+  if (!note_.empty()) {
+    CFileNotes::Tell(note_);
+  }
   // A directory that may not be read cannot be flushed alone, but its whole file system can.
   const int result = directory_.IsOpen() ? fsync(directory_.Get()) : syncfs(file_.Get());
   // Some file systems cannot flush a directory; the rename has happened either way.

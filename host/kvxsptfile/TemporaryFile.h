@@ -1,8 +1,6 @@
 #pragma once
 
-#include <sys/types.h>
-
-#include <optional>
+#include <memory>
 #include <string>
 
 #include "kvxsptfile/FileDescriptor.h"
@@ -10,10 +8,16 @@
 
 namespace kvx {
 
+class CFileAttributes;
+
 /// A new file that takes its target's place as a whole. It is made beside the target under a name of its own,
 /// "TARGET.unfinished-XXXXXX"; Commit() flushes it to disk and renames it. Until Commit() has returned the target is as
 /// it was, and without Commit() the new file is removed again. A target that is a symbolic link keeps being one: the
-/// file that it points to is replaced. An existing target's permissions are kept.
+/// file that it points to is replaced, unless another user has put the link into a directory that all may write to. A
+/// file of CProtectedFiles is not replaced.
+///
+/// The new file has the owner, group, permissions and access control list of the one that it replaces, without its
+/// set-user-ID and set-group-ID bits. What of these the process may not give, a note tells (CFileNotes).
 ///
 /// What a killed process has left under such a name is removed by the next file with the same target. The file of a
 /// process that still works is locked (flock) and stays; where the file system has no such locks, leftovers stay too.
@@ -43,17 +47,22 @@ class KVXSPTFILE_EXPORT CTemporaryFile {
   [[noreturn]] void Fail(int error) const;
 
  private:
+  [[noreturn]] void Fail(const std::string& reason) const;
+  void LookAtTarget();
   /// Whether a new file has been made that no other process takes for a leftover.
   bool TryCreate();
+  void KeepAttributes();
   /// Brings all that was written to disk.
   void Finish();
-  void SyncDirectory(const std::string& done) const;
+  /// What is done once the new file has its target's name.
+  void EndAs(const std::string& done);
 
   std::string path_;
   std::string target_;
   std::string temporary_;
-  // The target's, when that exists.
-  std::optional<mode_t> mode_;
+  // The target's; null when there is none.
+  std::unique_ptr<CFileAttributes> attributes_;
+  std::string note_;
   CFileDescriptor file_;
   // None where the directory may be written to, but not be read.
   CFileDescriptor directory_;

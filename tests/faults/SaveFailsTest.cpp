@@ -66,16 +66,26 @@ TEST_P(SaveFailsTest, FromEachTimeOnLeavesTheEarlierDocumentOrTheNewOneAndTellsW
   EXPECT_GE(FailInTurn("+"), std::get<SCall>(GetParam()).count);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Calls, SaveFailsTest,
-    testing::Combine(testing::Values(SCall{"stat", EIO, 2}, SCall{"lstat", EIO, 1}, SCall{"fstat", EIO, 3},
-                                     SCall{"readlink", EIO, 1}, SCall{"open", EMFILE, 5}, SCall{"read", EIO, 4},
-                                     SCall{"flock", ENOLCK, 1}, SCall{"write", ENOSPC, 3}, SCall{"fsync", EIO, 2},
-                                     SCall{"close", EIO, 5}, SCall{"rename", EXDEV, 1}),
-                     testing::Values(ETarget::kFile, ETarget::kNothing, ETarget::kLink)),
-    [](const auto& test) {
-      return std::get<SCall>(test.param).name + ("_" + test::NameOf(std::get<ETarget>(test.param)));
-    });
+std::string NameOfFaults(const testing::TestParamInfo<SaveFailsTest::ParamType>& test) {
+  return std::get<SCall>(test.param).name + ("_" + std::to_string(std::get<SCall>(test.param).error)) + "_" +
+         test::NameOf(std::get<ETarget>(test.param));
+}
+
+INSTANTIATE_TEST_SUITE_P(Calls, SaveFailsTest,
+                         testing::Combine(testing::Values(SCall{"stat", EIO, 2}, SCall{"lstat", EIO, 1},
+                                                          SCall{"fstat", EIO, 3}, SCall{"readlink", EIO, 1},
+                                                          SCall{"open", EMFILE, 5}, SCall{"read", EIO, 4},
+                                                          SCall{"flock", ENOLCK, 1}, SCall{"flock", EWOULDBLOCK, 1},
+                                                          SCall{"write", ENOSPC, 3}, SCall{"fsync", EIO, 2},
+                                                          SCall{"close", EIO, 5}, SCall{"rename", EXDEV, 1}),
+                                          testing::Values(ETarget::kFile, ETarget::kNothing, ETarget::kLink)),
+                         NameOfFaults);
+
+// Only where there is a file whose permissions are handed on.
+INSTANTIATE_TEST_SUITE_P(CallsOverAFile, SaveFailsTest,
+                         testing::Combine(testing::Values(SCall{"fchmod", EPERM, 1}, SCall{"fchmod", EIO, 1}),
+                                          testing::Values(ETarget::kFile, ETarget::kLink)),
+                         NameOfFaults);
 
 class SaveTest : public testing::Test {
  protected:

@@ -83,4 +83,23 @@ TEST(SaveSurroundingsTest, DirectoryThatCannotBeWrittenToLeavesTheEarlierDocumen
   test::ExpectTruth(outcome, run.Report());
 }
 
+TEST(SaveSurroundingsTest, OwnerThatCannotBeKeptIsNoted) {
+  CSavingRun run(ETarget::kFile);
+  const test::CUpgradeDirectory& upgrade = run.Directory();
+  // Another user may replace the document of this one in a directory of theirs both.
+  const SOutcome outcome = run.RunInShell(R"(
+      chmod 0755 "$1" && chmod 0777 "$1/2024" && chmod 0644 "$1/2024/checkMetaError.json" || exit 77
+      setpriv --reuid 65534 --regid 65534 --clear-groups test -x "$0" || exit 77
+      exec setpriv --reuid 65534 --regid 65534 --clear-groups "$0" run "$1")");
+  if (outcome.process.status == 77) {
+    GTEST_SKIP() << "NOT TESTED: only an administrator can run the tool as another user, who may read it: "
+                 << outcome.process.errors;
+  }
+  EXPECT_THAT(outcome.process.errors,
+              HasSubstr("upgradesrv: " + upgrade.File("2024/checkMetaError.json") +
+                        ": was replaced, but this process may not give the new file the group 0, owner 0 of the old "
+                        "one\n"));
+  test::ExpectTruth(outcome, run.Report());
+}
+
 }  // namespace

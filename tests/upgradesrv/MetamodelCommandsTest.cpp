@@ -160,6 +160,17 @@ TEST_F(MetamodelCommandsTest, CopyOntoItselfNeedsReplaceAndKeepsTheMetamodel) {
   EXPECT_EQ(Compare(before, source_), 0);
 }
 
+TEST_F(MetamodelCommandsTest, CopyNeverTurnsItsSourceIntoAFileOfAnotherKindThroughALink) {
+  const std::string database = directory_.File("source.db");
+  const std::string link = directory_.File("link.json");
+  ASSERT_EQ(Copy(source_, database).status, 0);
+  fs::create_symlink("source.db", link);
+  const std::string before = test::ReadFile(database);
+  EXPECT_EQ(test::TroubleOf(Replace(database, link)), link + ": cannot be saved: it is the same file as " + database +
+                                                          ", which is read here; nothing was changed");
+  EXPECT_TRUE(test::ReadFile(database) == before);
+}
+
 TEST_F(MetamodelCommandsTest, CopyToAPlaceThatCannotBeWrittenIsTrouble) {
   const std::string target = directory_.File("absent/target.json");
   EXPECT_THAT(test::TroubleOf(Copy(source_, target)),

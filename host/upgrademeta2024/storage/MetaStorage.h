@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "upgrademeta2024/upgrademeta2024_export.h"
 
@@ -21,6 +22,9 @@ class UPGRADEMETA2024_EXPORT CMetaStorage {
 
   /// The location for messages and reports: passwords are not shown.
   virtual std::string Describe() const = 0;
+
+  /// The files that hold the metamodel; none where a server does.
+  virtual std::vector<std::string> GetFiles() const = 0;
 
   /// Reads the whole metamodel; never an empty pointer. Changes nothing. Throws CKVXException: kvx::kFileError for what
   /// cannot be read, kvx::kMalformedDocument for content that is not a metamodel, with the place.

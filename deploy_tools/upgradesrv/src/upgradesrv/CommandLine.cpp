@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "kvxsptexception/KVXException.h"
+#include "kvxsptfile/FileNotes.h"
 #include "kvxsptstring/StringHelper.h"
 #include "upgradesrv/MetamodelCommands.h"
 #include "upgradesrv/ProgressLine.h"
@@ -206,6 +207,7 @@ EExitStatus ParseAndRun(int argumentCount, const char* const* argumentValues) {
                          "see upgradesrv --help"
                        : UsageProblem(app, error));
   }
+  kvx::CFileNotes::SetReceiver(WriteNote);
   const CProgressLine progress(!quiet);
   return command();
 }

@@ -3,9 +3,12 @@
 #include <cstdint>
 #include <list>
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptexception/KVXException.h"
+#include "kvxsptfile/ProtectedFiles.h"
 #include "kvxsptjson/JsonObject.h"
 #include "kvxsptstring/StringHelper.h"
 #include "upgrademeta2024/MetaDictionary2024.h"
@@ -77,6 +80,10 @@ EExitStatus ShowMetamodel(const std::string& location, bool json) {
 EExitStatus CopyMetamodel(const std::string& source, const std::string& target, bool replace) {
   const std::unique_ptr<CMetaStorage> from = OpenMetaStorage(source);
   const std::unique_ptr<CMetaStorage> to = OpenMetaStorage(target);
+  // Copied onto itself under its own name a metamodel is what it was; under another it might become a file of another
+  // kind.
+  const bool isOntoItself = from->Describe() == to->Describe();
+  const kvx::CProtectedFiles read(isOntoItself ? std::vector<std::string>() : from->GetFiles());
   try {
     // Nobody is to wait for a long load only to be refused; Save() looks again. Where there is no source, loading says
     // so: whoever gave --replace would only meet the next error.

@@ -7,14 +7,17 @@
 
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptexception/KVXException.h"
+#include "kvxsptfile/ProtectedFiles.h"
 #include "kvxsptjson/JsonObject.h"
 #include "kvxsptlog/Log.h"
 #include "upgradecontext/HandlerContext.h"
 #include "upgradecontext/UpgradeContext.h"
 #include "upgradecontext/UpgradeStrategy.h"
 #include "upgrademeta2024/MetaReadAhead.h"
+#include "upgradesrv/RunInputs.h"
 #include "upgradesrv/RunNotes.h"
 #include "upgradesrv/StrategyModule.h"
+#include "upgradesrv/UpgradeFiles.h"
 
 namespace upgradesrv {
 namespace {
@@ -91,7 +94,8 @@ EExitStatus RunUpgrade(const SRunArguments& arguments) {
     throw CTrouble("no room to register what is done at the end of the process");
   }
   const CUpgradeConfiguration configuration(arguments.directory, arguments.overrides);
-  CLog::Configure(configuration.GetDirectory() + "/log4cplus.properties");
+  CLog::Configure(configuration.GetDirectory() + kLogConfigurationFile);
+  const kvx::CProtectedFiles inputs(RunInputs(configuration, arguments.moduleDirectory));
   CUpgradeContext context;
   configuration.FillContext(context);
   for (const std::string& note : RunNotes(context)) {

@@ -10,11 +10,10 @@
 #include "kvxsptjson/JsonObject.h"
 #include "upgradecontext/UpgradeContext.h"
 #include "upgrademeta2024/storage/OpenMetaStorage.h"
+#include "upgradesrv/UpgradeFiles.h"
 
 namespace upgradesrv {
 namespace {
-
-constexpr const char* kDisplayTexts = "/multilanguage/strings/info.json";
 
 bool IsSameFile(const std::string& a, const std::string& b) {
   std::error_code error;
@@ -31,7 +30,7 @@ void NoteMetamodels(const CUpgradeContext& context, std::vector<std::string>& no
 }
 
 void NoteLanguage(const CUpgradeContext& context, std::vector<std::string>& notes) {
-  const std::string file = context.GetUpgradeCfgPath() + kDisplayTexts;
+  const std::string file = context.GetUpgradeCfgPath() + kDisplayTextsFile;
   CJsonObject texts;
   texts.CreateFromFile(file);
   std::list<std::string> keys;

@@ -57,12 +57,16 @@ bool IsCutOff(const std::string& path) {
 
 }  // namespace
 
+std::string ModulePath(const std::string& directory, const std::string& name) {
+  return std::filesystem::absolute(directory) / ("lib" + name + ".so");
+}
+
 CStrategyModule::CStrategyModule(const std::string& directory, const std::string& name) {
   if (name.empty() || name.find('/') != std::string::npos || name.find('\0') != std::string::npos) {
     throw CTrouble("module \"" + name + "\": must be a bare name; its file is looked up in the module directory");
   }
   // With a separator in it the loader takes the path as it is and searches nowhere else.
-  path_ = std::filesystem::absolute(directory) / ("lib" + name + ".so");
+  path_ = ModulePath(directory, name);
   std::error_code error;
   if (!std::filesystem::exists(path_, error)) {
     throw CTrouble("module " + name + ": there is no " + path_ +

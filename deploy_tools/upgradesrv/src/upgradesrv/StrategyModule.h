@@ -29,6 +29,9 @@ class CStrategyModule {
   Factory* factory_ = nullptr;
 };
 
+/// Where a module of that name is loaded from.
+std::string ModulePath(const std::string& directory, const std::string& name);
+
 /// The directory "modules" beside the running executable.
 std::string DefaultModuleDirectory();
 

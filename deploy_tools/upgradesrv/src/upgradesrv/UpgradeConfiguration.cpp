@@ -12,6 +12,7 @@
 #include "upgradecontext/UpgradeContext.h"
 #include "upgrademeta2024/storage/MetaLocation.h"
 #include "upgradesrv/Output.h"
+#include "upgradesrv/UpgradeFiles.h"
 
 namespace upgradesrv {
 namespace {
@@ -92,7 +93,7 @@ class CNode {
 }  // namespace
 
 CUpgradeConfiguration::CUpgradeConfiguration(const std::string& directory, const SConfigurationOverrides& overrides)
-    : directory_(WithoutTrailingSeparator(directory)), file_(directory_ + "/upgrade.json") {
+    : directory_(WithoutTrailingSeparator(directory)), file_(directory_ + kConfigurationFile) {
   std::error_code error;
   if (!std::filesystem::is_directory(directory_, error)) {
     throw CTrouble(directory_ + ": " + (error ? error.message() : "not a directory") +

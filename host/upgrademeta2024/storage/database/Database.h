@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "kvxsptexception/ErrorCodes.h"
 #include "upgrademeta2024/storage/database/DatabaseValue.h"
@@ -40,6 +41,8 @@ class CDatabase {
   /// The location for messages, without passwords.
   virtual std::string Describe() const = 0;
   virtual const SDatabaseDialect& Dialect() const = 0;
+  /// The files that hold the database; none where a server does.
+  virtual std::vector<std::string> GetFiles() const { return {}; }
 
   /// Whether there is anything that can be opened for reading.
   virtual bool Exists() const = 0;

@@ -43,6 +43,10 @@ CDatabaseMetaStorage::CDatabaseMetaStorage(std::unique_ptr<metadb::CDatabase> da
 
 CDatabaseMetaStorage::~CDatabaseMetaStorage() = default;
 
+std::vector<std::string> CDatabaseMetaStorage::GetFiles() const {
+  return database_->GetFiles();
+}
+
 std::string CDatabaseMetaStorage::Describe() const {
   return database_->Describe();
 }

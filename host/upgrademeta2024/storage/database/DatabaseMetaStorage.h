@@ -15,6 +15,7 @@ class CDatabaseMetaStorage : public CMetaStorage {
   ~CDatabaseMetaStorage() override;
 
   std::string Describe() const override;
+  std::vector<std::string> GetFiles() const override;
   std::shared_ptr<CMetaDictionary2024> Load() override;
   /// Whether the database has any of a metamodel's tables.
   bool Exists() override;

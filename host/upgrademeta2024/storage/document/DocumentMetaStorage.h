@@ -12,6 +12,7 @@ class CDocumentMetaStorage : public CMetaStorage {
   ~CDocumentMetaStorage() override;
 
   std::string Describe() const override { return path_; }
+  std::vector<std::string> GetFiles() const override { return {path_}; }
   std::shared_ptr<CMetaDictionary2024> Load() override;
   bool Exists() override;
   using CMetaStorage::Save;

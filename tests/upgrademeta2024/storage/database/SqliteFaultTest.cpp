@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <soci/soci.h>
 #include <soci/sqlite3/soci-sqlite3.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <chrono>
@@ -312,6 +313,22 @@ TEST_F(SqliteFaultTest, InterruptedWriteThatMayNotBeUndone) {
   ShowEverybody(Path("crashed.db-journal"));
   ExpectOneLineOfTrouble(RunAsNobody({"metamodel", "show", Path("crashed.db")}),
                          "permission denied; run as a user who may");
+}
+
+TEST_F(SqliteFaultTest, LinkOfAnotherUserIsNotWrittenThrough) {
+  if (geteuid() != 0) {
+    GTEST_SKIP() << "NOT TESTED: only an administrator can make links of other users";
+  }
+  Save();
+  const std::string before = test::ReadFile(Path());
+  const CTemporaryDirectory shared;
+  ASSERT_EQ(chmod(shared.Path().c_str(), 01777), 0);
+  const std::string link = shared.File("link.db");
+  fs::create_symlink(Path(), link);
+  ASSERT_EQ(lchown(link.c_str(), 65534, 65534), 0);
+  EXPECT_THAT(ErrorOf([&] { OpenMetaStorage(link)->Save(*LargeMetamodel(1)); }).message,
+              HasSubstr(link + " is a symbolic link of another user in a directory that all may write to"));
+  EXPECT_TRUE(test::ReadFile(Path()) == before);
 }
 
 }  // namespace

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "kvxsptexception/ErrorCodes.h"
+#include "kvxsptfile/FollowLinks.h"
 #include "kvxsptfile/OpeningProblem.h"
 #include "kvxsptfile/TemporaryFile.h"
 #include "kvxsptstring/StringHelper.h"
@@ -81,6 +82,10 @@ CSqliteDatabase::~CSqliteDatabase() = default;
 
 const SDatabaseDialect& CSqliteDatabase::Dialect() const {
   return kDialect;
+}
+
+std::vector<std::string> CSqliteDatabase::GetFiles() const {
+  return {path_, path_ + "-wal", path_ + "-journal"};
 }
 
 bool CSqliteDatabase::Exists() const {
@@ -177,7 +182,11 @@ std::unique_ptr<soci::session> CSqliteDatabase::OpenForReading() {
 std::unique_ptr<soci::session> CSqliteDatabase::OpenForWriting() {
   if (Exists()) {
     RequireReadableFile();
-    auto session = Open(path_, SQLITE_OPEN_READWRITE);
+    const kvx::SFollowedPath followed = kvx::FollowLinks(path_);
+    if (!followed.problem.empty()) {
+      throw SFailure{kvx::kFileError, followed.problem, "give the path of the database itself"};
+    }
+    auto session = Open(followed.path, SQLITE_OPEN_READWRITE);
     ReadHeader(*session);
     RequireWholePages(*session);
     return session;

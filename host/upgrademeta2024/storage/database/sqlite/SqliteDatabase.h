@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "upgrademeta2024/storage/database/Database.h"
 
@@ -20,6 +21,7 @@ class CSqliteDatabase : public CDatabase {
 
   std::string Describe() const override { return location_; }
   const SDatabaseDialect& Dialect() const override;
+  std::vector<std::string> GetFiles() const override;
   bool Exists() const override;
   std::unique_ptr<soci::session> OpenForReading() override;
   std::unique_ptr<soci::session> OpenForWriting() override;

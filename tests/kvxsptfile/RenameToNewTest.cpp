@@ -1,4 +1,4 @@
-#include "kvxsptfile/FilePlace.h"
+// Committing where nothing may be replaced, on file systems that can and cannot rename so.
 
 #include <gtest/gtest.h>
 #include <sys/syscall.h>
@@ -6,9 +6,13 @@
 
 #include <cerrno>
 #include <filesystem>
-#include <iterator>
+#include <fstream>
+#include <memory>
 #include <string>
 
+#include "kvxsptexception/ErrorCodes.h"
+#include "kvxsptfile/TemporaryFile.h"
+#include "support/Error.h"
 #include "support/TemporaryDirectory.h"
 
 namespace {
@@ -34,46 +38,51 @@ namespace {
 
 class RenameToNewTest : public testing::TestWithParam<int> {
  protected:
-  RenameToNewTest() { theRenameError = GetParam(); }
+  RenameToNewTest() {
+    fs::create_directory(directory_.File("inner"));
+    file_ = std::make_unique<kvx::CTemporaryFile>(to_);
+    std::ofstream(file_->GetPath()) << "new";
+    theRenameError = GetParam();
+  }
   ~RenameToNewTest() override { theRenameError = 0; }
 
-  int Rename() const { return kvx::RenameToNew(from_, to_); }
-
   test::CTemporaryDirectory directory_;
-  std::string from_ = directory_.Write("from", "new");
-  std::string to_ = directory_.File("to");
+  std::string to_ = directory_.File("inner/to");
+  std::unique_ptr<kvx::CTemporaryFile> file_;
 };
 
 TEST_P(RenameToNewTest, MovesToANameThatNothingHas) {
-  EXPECT_EQ(Rename(), 0);
+  const std::string from = file_->GetPath();
+  EXPECT_TRUE(file_->CommitNew());
   EXPECT_EQ(test::ReadFile(to_), "new");
-  EXPECT_FALSE(fs::exists(from_));
+  EXPECT_FALSE(fs::exists(from));
   EXPECT_EQ(fs::hard_link_count(to_), 1U);
 }
 
 TEST_P(RenameToNewTest, LeavesAFileAsItIs) {
-  directory_.Write("to", "old");
-  EXPECT_EQ(Rename(), EEXIST);
+  directory_.Write("inner/to", "old");
+  EXPECT_FALSE(file_->CommitNew());
   EXPECT_EQ(test::ReadFile(to_), "old");
-  EXPECT_EQ(test::ReadFile(from_), "new");
+  EXPECT_EQ(test::ReadFile(file_->GetPath()), "new");
 }
 
 TEST_P(RenameToNewTest, LeavesADirectoryAsItIs) {
   fs::create_directory(to_);
-  EXPECT_EQ(Rename(), EEXIST);
+  EXPECT_FALSE(file_->CommitNew());
   EXPECT_TRUE(fs::is_empty(to_));
 }
 
 TEST_P(RenameToNewTest, LeavesASymbolicLinkToNothingAsItIs) {
   fs::create_symlink("absent", to_);
-  EXPECT_EQ(Rename(), EEXIST);
+  EXPECT_FALSE(file_->CommitNew());
   EXPECT_TRUE(fs::is_symlink(to_));
   EXPECT_FALSE(fs::exists(to_));
 }
 
 TEST_P(RenameToNewTest, SaysWhyItCannot) {
-  EXPECT_EQ(kvx::RenameToNew(from_, directory_.File("absent/to")), ENOENT);
-  EXPECT_EQ(test::ReadFile(from_), "new");
+  fs::remove_all(directory_.File("inner"));
+  EXPECT_EQ(test::ErrorOf([this] { file_->CommitNew(); }),
+            (test::SError{kvx::kFileError, to_ + ": cannot be saved: No such file or directory; nothing was changed"}));
 }
 
 INSTANTIATE_TEST_SUITE_P(FileSystem, RenameToNewTest, testing::Values(0, EINVAL, ENOSYS), [](const auto& test) {

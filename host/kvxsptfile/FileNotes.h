@@ -1,0 +1,22 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "kvxsptfile/kvxsptfile_export.h"
+
+namespace kvx {
+
+/// What a user has to know of a file that was saved all the same, one line a note.
+class KVXSPTFILE_EXPORT CFileNotes {
+ public:
+  using Receiver = std::function<void(const std::string& note)>;
+
+  CFileNotes() = delete;
+
+  /// Who is told from now on; an empty one for nobody, as at the beginning. For one thread, before files are saved.
+  static void SetReceiver(Receiver receiver);
+  static void Tell(const std::string& note);
+};
+
+}  // namespace kvx
