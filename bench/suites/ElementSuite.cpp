@@ -54,7 +54,7 @@ void FetchProperties(benchmark::State& state) {
     benchmark::DoNotOptimize(element.GetProperties());
     benchmark::DoNotOptimize(element.GetPropertyDict());
   }
-  bench::CountProperties(state, element.GetPropertyTable().GetSize());
+  bench::CountProperties(state, element.GetValues().properties.GetSize());
 }
 
 void PropertyJson(benchmark::State& state) {

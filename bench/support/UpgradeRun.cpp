@@ -72,7 +72,7 @@ std::size_t CountProperties(const CMetaDictionary2024& dictionary) {
   std::size_t count = 0;
   const auto add = [&count](const auto& elements) {
     for (const auto& element : elements) {
-      count += element->GetPropertyTable().GetSize();
+      count += element->GetValues().properties.GetSize();
     }
   };
   add(dictionary.GetClasses());

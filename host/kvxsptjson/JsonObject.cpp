@@ -9,9 +9,9 @@
 #include "kvxsptfile/AtomicFile.h"
 #include "kvxsptfile/ReadFile.h"
 #include "kvxsptjson/JsonAllocator.h"
+#include "kvxsptjson/JsonTextWriter.h"
 #include "kvxsptjson/JsonWriter.h"
 #include "kvxsptjson/detail/JsonParser.h"
-#include "kvxsptjson/detail/JsonTextWriter.h"
 
 namespace {
 

@@ -41,6 +41,6 @@ std::map<std::string, std::shared_ptr<CMetaProperty2024>> CMetaBehavior2024::Get
   return values_.properties.GetPropertyDict();
 }
 
-const CMetaPropertyTable2024& CMetaBehavior2024::GetPropertyTable() const {
-  return values_.properties;
+const SMetaBehaviorValues2024& CMetaBehavior2024::GetValues() const {
+  return values_;
 }

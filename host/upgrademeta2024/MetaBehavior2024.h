@@ -36,7 +36,8 @@ class UPGRADEMETA2024_EXPORT CMetaBehavior2024 {
   /// The same properties by lower-cased internal name.
   std::map<std::string, std::shared_ptr<CMetaProperty2024>> GetPropertyDict() const;
 
-  const CMetaPropertyTable2024& GetPropertyTable() const;
+  /// Everything at once, without copies; valid as long as the element.
+  const SMetaBehaviorValues2024& GetValues() const;
 
  private:
   SMetaBehaviorValues2024 values_;

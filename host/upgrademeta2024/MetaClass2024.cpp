@@ -36,6 +36,6 @@ std::map<std::string, std::shared_ptr<CMetaProperty2024>> CMetaClass2024::GetPro
   return values_.properties.GetPropertyDict();
 }
 
-const CMetaPropertyTable2024& CMetaClass2024::GetPropertyTable() const {
-  return values_.properties;
+const SMetaClassValues2024& CMetaClass2024::GetValues() const {
+  return values_;
 }

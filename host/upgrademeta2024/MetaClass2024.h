@@ -38,7 +38,8 @@ class UPGRADEMETA2024_EXPORT CMetaClass2024 {
   /// The same properties by lower-cased internal name.
   std::map<std::string, std::shared_ptr<CMetaProperty2024>> GetPropertyDict() const;
 
-  const CMetaPropertyTable2024& GetPropertyTable() const;
+  /// Everything at once, without copies; valid as long as the element.
+  const SMetaClassValues2024& GetValues() const;
 
  private:
   SMetaClassValues2024 values_;

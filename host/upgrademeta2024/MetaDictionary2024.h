@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <list>
 #include <memory>
 #include <string>
@@ -14,6 +15,9 @@
 /// Names are looked up without regard to ASCII case, each kind for itself.
 class UPGRADEMETA2024_EXPORT CMetaDictionary2024 {
  public:
+  /// The generation that every document and database of a metamodel names.
+  static constexpr std::uint32_t kGeneration = 2024;
+
   CMetaDictionary2024();
   ~CMetaDictionary2024();
   CMetaDictionary2024(const CMetaDictionary2024&) = delete;

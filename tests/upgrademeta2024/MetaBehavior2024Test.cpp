@@ -63,7 +63,7 @@ TEST(MetaBehavior2024Test, PropertiesAreInTheElementsOrderAndKeyedByTheLowerCase
   EXPECT_EQ(properties.back()->GetInternalName(), "Iteration");
   EXPECT_EQ(versioned->GetPropertyDict().size(), 2U);
   EXPECT_EQ(versioned->GetPropertyDict().at("iteration"), properties.back());
-  EXPECT_EQ(versioned->GetPropertyTable().GetSize(), 2U);
+  EXPECT_EQ(versioned->GetValues().properties.GetSize(), 2U);
 }
 
 TEST(MetaBehavior2024Test, BehaviorOfNothingIsEmpty) {

@@ -56,8 +56,8 @@ TEST(MetaClass2024Test, PropertyDictIsKeyedByTheLowerCasedName) {
 
 TEST(MetaClass2024Test, PropertyTableIsThatOfTheProperties) {
   const auto part = test::MakeClass(PartValues());
-  EXPECT_EQ(part->GetPropertyTable().GetSize(), 2U);
-  EXPECT_EQ(&part->GetPropertyTable().At(0), part->GetProperties().front().get());
+  EXPECT_EQ(part->GetValues().properties.GetSize(), 2U);
+  EXPECT_EQ(&part->GetValues().properties.At(0), part->GetProperties().front().get());
 }
 
 TEST(MetaClass2024Test, ClassOfNothingIsEmpty) {

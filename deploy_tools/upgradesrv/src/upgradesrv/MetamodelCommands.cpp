@@ -28,7 +28,7 @@ SCounts Count(const std::list<std::shared_ptr<Element>>& elements) {
   SCounts counts;
   counts.elements = static_cast<std::uint32_t>(elements.size());
   for (const std::shared_ptr<Element>& element : elements) {
-    counts.properties += static_cast<std::uint32_t>(element->GetPropertyTable().GetSize());
+    counts.properties += static_cast<std::uint32_t>(element->GetValues().properties.GetSize());
   }
   return counts;
 }
@@ -60,14 +60,15 @@ EExitStatus ShowMetamodel(const std::string& location, bool json) {
   }
   if (!json) {
     // A line end in a path must not look like the next of these lines.
-    WriteOutput("source:     " + CStringHelper::ToVisible(storage->Describe()) + "\ngeneration: 2024\n" +
-                Line("classes", classes) + Line("links", links) +
+    WriteOutput("source:     " + CStringHelper::ToVisible(storage->Describe()) +
+                "\ngeneration: " + std::to_string(CMetaDictionary2024::kGeneration) + "\n" + Line("classes", classes) +
+                Line("links", links) +
                 Line("behaviors", behaviors, " and " + std::to_string(behaviors.methods) + " methods"));
     return kNothingToReport;
   }
   CJsonObject object;
   object.SetStringValue("source", storage->Describe());
-  object.SetUInt32Value("generation", 2024);
+  object.SetUInt32Value("generation", CMetaDictionary2024::kGeneration);
   object.SetObjectValue("classes", ToJson(classes));
   object.SetObjectValue("links", ToJson(links));
   const std::shared_ptr<CJsonObject> behaviorCounts = ToJson(behaviors);

@@ -2,15 +2,15 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <list>
-#include <unordered_map>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
-#include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptstring/StringHelper.h"
 #include "upgrademeta2024/LoadProgress.h"
 #include "upgrademeta2024/MetaDictionary2024.h"
+#include "upgrademeta2024/storage/MetaMembers.h"
+#include "upgrademeta2024/storage/MetaRules.h"
 #include "upgrademeta2024/storage/database/Database.h"
 #include "upgrademeta2024/storage/database/DatabaseDialect.h"
 #include "upgrademeta2024/storage/database/DatabaseRows.h"
@@ -19,61 +19,51 @@
 namespace metadb {
 namespace {
 
-/// The ordinals of a list's items in their order. They are nearly always 0, 1, 2 and so on.
-class COrdinals {
- public:
-  void Add(std::uint64_t ordinal) {
-    if (others_.empty() && ordinal == first_) {
-      ++first_;
-    } else {
-      others_.push_back(ordinal);
-    }
-  }
-  std::uint64_t operator[](std::size_t position) const {
-    return position < first_ ? position : others_[position - first_];
-  }
-
- private:
-  // How many there are before the first that is not its own position.
-  std::uint64_t first_ = 0;
-  std::vector<std::uint64_t> others_;
-};
-
 /// An element under construction.
 template <typename Values>
 struct SOwner {
   std::uint64_t ordinal = 0;
   Values values;
-  COrdinals propertyOrdinals;
 };
 
-struct SNamedRow {
-  std::uint64_t ordinal;
-  std::string name;
-};
+constexpr const char* kOrdinal = "ordinal";
 
-[[noreturn]] void FailRepeated(const std::string& place, const std::string& name, const SNamedRow& earlier) {
-  throw SContentError{place + ": internal_name: the name \"" + CStringHelper::ToVisible(name) + "\" repeats \"" +
-                      CStringHelper::ToVisible(earlier.name) + "\" of ordinal " + std::to_string(earlier.ordinal) +
-                      " of the same list; names must differ in more than letter case"};
+/// Takes the values of the current row.
+template <typename Members, typename Values>
+void Take(const CRows& rows, const Members& members, Values& values) {
+  for (std::size_t i = 0; i < members.size(); ++i) {
+    metamembers::Visit(
+        members[i], values, [&](auto& text) { text = rows.Text(i); },
+        [&](auto& number) { number = static_cast<std::decay_t<decltype(number)>>(rows.Number(i)); });
+  }
 }
 
-/// The names of one list, ASCII case ignored.
-class CNames {
- public:
-  /// Null, or the row that has the name already.
-  const SNamedRow* Add(std::uint64_t ordinal, const std::string& name) {
-    std::string key = name;
-    CStringHelper::ToLower(key);
-    const auto [row, isNew] = rows_.emplace(std::move(key), SNamedRow{ordinal, name});
-    return isNew ? nullptr : &row->second;
+void RequireUnique(metarules::CUniqueNames& names, const CRows& rows, const std::string& name) {
+  if (const std::string problem = names.Add({kOrdinal, rows.Ordinal(), name}); !problem.empty()) {
+    rows.Fail(metamembers::kProperty.front().name, problem);
   }
-  void Clear() { rows_.clear(); }
+}
 
- private:
-  std::unordered_map<std::string, SNamedRow> rows_;
-};
+/// `ordinals` are those of the properties, in their order.
+void RequireUnique(const CMetaPropertyTable2024& properties, const STable& table, std::uint64_t owner,
+                   const std::vector<std::uint64_t>& ordinals) {
+  if (const auto repeated = properties.FindRepeatedName()) {
+    const auto [first, second] = *repeated;
+    FailRow(table, {std::to_string(owner), std::to_string(ordinals[second])}, metamembers::kProperty.front().name,
+            metarules::RepeatedName(properties.At(second).GetInternalName(),
+                                    {kOrdinal, ordinals[first], properties.At(first).GetInternalName()}));
+  }
+}
 
+/// Reads a metamodel, table by table. Each table comes in the order of its lists, through these layers:
+/// - CDatabase::ReadRows asks the database and hands on one row after the other, whatever its values are.
+/// - CRows holds one row. It checks that rows come in order and that each value may stand in its column.
+/// - ReadRows connects the two and counts for the progress line.
+/// - ReadOwners makes a list of elements from a table of classes, links or behaviors; ReadItems finds, for a row of
+///   one of the other tables, the element that it belongs to. Both tables being ordered, that is mostly the one of
+///   the row before.
+/// - ReadClasses and ReadBehaviors put the elements together, and then into the dictionary.
+/// Where a row is wrong and the file is damaged, the damage is reported, not the row.
 class CReader {
  public:
   CReader(soci::session& session, const CDatabase& database, std::string& activity, CLoadProgress& progress)
@@ -145,10 +135,9 @@ class CReader {
                           (hasVersion == soci::i_ok ? CStringHelper::ToVisible(version) : "NULL") +
                           "; read it with the program that stored it, or store it anew"};
     }
-    if (hasGeneration != soci::i_ok || generation != std::to_string(kGeneration)) {
-      throw SContentError{table + ", row 1: generation: the metamodel is of generation " +
-                          (hasGeneration == soci::i_ok ? CStringHelper::ToVisible(generation) : "NULL") + "; only " +
-                          std::to_string(kGeneration) + " can be read"};
+    if (hasGeneration != soci::i_ok || generation != std::to_string(CMetaDictionary2024::kGeneration)) {
+      throw SContentError{table + ", row 1: generation: " +
+                          metarules::WrongGeneration(hasGeneration == soci::i_ok ? generation : "NULL")};
     }
     if (head.fetch()) {
       throw SContentError{table + " has more than one row; a database holds one metamodel"};
@@ -157,52 +146,44 @@ class CReader {
 
   template <typename Element, typename Add>
   void ReadClasses(const STable& elements, const STable& behaviors, const STable& properties, const Add& add) {
-    auto owners = ReadOwners<SMetaClassValues2024>(elements, [](SMetaClassValues2024& values, const CRows& rows) {
-      values.classId = rows.Number(SElementColumns::kClassId);
-      values.tableName = rows.Text(SElementColumns::kTableName);
-    });
+    auto owners = ReadOwners<SMetaClassValues2024>(elements, metamembers::kClass);
     ReadItems(behaviors, owners,
               [](auto& owner, const CRows& rows) { owner.values.behaviors.emplace_back(rows.Text(0)); });
     ReadProperties(properties, owners);
-    AddElements<Element>(properties, owners, add);
+    for (auto& owner : owners) {
+      add(std::make_shared<Element>(std::move(owner.values)));
+    }
   }
 
   void ReadBehaviors(CMetaDictionary2024& dictionary) {
-    auto owners = ReadOwners<SMetaBehaviorValues2024>(kBehaviors, [](SMetaBehaviorValues2024&, const CRows&) {});
-    CNames names;
+    auto owners = ReadOwners<SMetaBehaviorValues2024>(kBehaviors, metamembers::kBehavior);
+    metarules::CUniqueNames names;
     ReadItems(kMethods, owners, [&names](auto& owner, const CRows& rows) {
       if (owner.values.methods.empty()) {
-        names.Clear();
+        names = {};
       }
-      const std::string name(rows.Text(SElementColumns::kInternalName));
-      if (const SNamedRow* earlier = names.Add(rows.Ordinal(), name); earlier != nullptr) {
-        FailRepeated(RowPlace(kMethods, owner.ordinal, rows.Ordinal()), name, *earlier);
-      }
+      metamembers::SMethodValues values;
+      Take(rows, metamembers::kMethod, values);
+      RequireUnique(names, rows, values.internalName);
       owner.values.methods.push_back(
-          std::make_shared<CMetaMethod2024>(name, std::string(rows.Text(SElementColumns::kDisplayName))));
+          std::make_shared<CMetaMethod2024>(std::move(values.internalName), std::move(values.displayName)));
     });
     ReadProperties(kBehaviorProperties, owners);
-    AddElements<CMetaBehavior2024>(kBehaviorProperties, owners,
-                                   [&](const auto& element) { dictionary.AddBehavior(element); });
+    for (auto& owner : owners) {
+      dictionary.AddBehavior(std::make_shared<CMetaBehavior2024>(std::move(owner.values)));
+    }
   }
 
-  /// The elements of a table, in ascending order of their ordinals, with what `fill(values, rows)` reads beside the
-  /// names.
-  template <typename Values, typename Fill>
-  std::vector<SOwner<Values>> ReadOwners(const STable& table, const Fill& fill) {
+  /// The elements of a table, in ascending order of their ordinals.
+  template <typename Values, typename Members>
+  std::vector<SOwner<Values>> ReadOwners(const STable& table, const Members& members) {
     std::vector<SOwner<Values>> owners;
-    CNames names;
+    metarules::CUniqueNames names;
     ReadRows(table, [&](const CRows& rows) {
-      SOwner<Values> owner;
+      SOwner<Values>& owner = owners.emplace_back();
       owner.ordinal = rows.Ordinal();
-      owner.values.internalName = rows.Text(SElementColumns::kInternalName);
-      owner.values.displayName = rows.Text(SElementColumns::kDisplayName);
-      fill(owner.values, rows);
-      const std::string& name = owner.values.internalName;
-      if (const SNamedRow* earlier = names.Add(owner.ordinal, name); earlier != nullptr) {
-        FailRepeated(RowPlace(table, owner.ordinal), name, *earlier);
-      }
-      owners.push_back(std::move(owner));
+      Take(rows, members, owner.values);
+      RequireUnique(names, rows, owner.values.internalName);
     });
     return owners;
   }
@@ -225,43 +206,26 @@ class CReader {
 
   template <typename Values>
   void ReadProperties(const STable& table, std::vector<SOwner<Values>>& owners) {
-    using Columns = SPropertyColumns;
     SOwner<Values>* last = nullptr;
-    ReadItems(table, owners, [&last](auto& owner, const CRows& rows) {
-      if (last != nullptr && last != &owner) {
-        // While its texts are still in the processor's cache.
+    std::vector<std::uint64_t> ordinals;
+    const auto finishLast = [&] {
+      if (last != nullptr) {
         last->values.properties.Finish();
+        RequireUnique(last->values.properties, table, last->ordinal, ordinals);
       }
-      last = &owner;
+      ordinals.clear();
+    };
+    ReadItems(table, owners, [&](auto& owner, const CRows& rows) {
+      if (last != &owner) {
+        finishLast();
+        last = &owner;
+      }
       SMetaPropertyValues2024 values;
-      values.internalName = rows.Text(Columns::kInternalName);
-      values.displayName = rows.Text(Columns::kDisplayName);
-      values.field = rows.Text(Columns::kField);
-      values.type = rows.Text(Columns::kType);
-      values.length = rows.Number(Columns::kLength);
-      values.defaultValue = rows.Text(Columns::kDefaultValue);
-      values.precision = static_cast<std::uint16_t>(rows.Number(Columns::kPrecision));
-      values.max = rows.Text(Columns::kMax);
-      values.min = rows.Text(Columns::kMin);
-      values.lookupClass = rows.Text(Columns::kLookupInternalName);
+      Take(rows, metamembers::kProperty, values);
       owner.values.properties.Add(values);
-      owner.propertyOrdinals.Add(rows.Ordinal());
+      ordinals.push_back(rows.Ordinal());
     });
-  }
-
-  template <typename Element, typename Values, typename Add>
-  void AddElements(const STable& propertyTable, std::vector<SOwner<Values>>& owners, const Add& add) {
-    for (SOwner<Values>& owner : owners) {
-      const auto element = std::make_shared<Element>(std::move(owner.values));
-      const CMetaPropertyTable2024& properties = element->GetPropertyTable();
-      if (const auto repeated = properties.FindRepeatedName()) {
-        const auto [first, second] = *repeated;
-        FailRepeated(RowPlace(propertyTable, owner.ordinal, owner.propertyOrdinals[second]),
-                     properties.At(second).GetInternalName(),
-                     {owner.propertyOrdinals[first], properties.At(first).GetInternalName()});
-      }
-      add(element);
-    }
+    finishLast();
   }
 
   /// Calls `row(rows)` for each row of a table.

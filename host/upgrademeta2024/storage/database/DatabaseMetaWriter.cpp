@@ -1,6 +1,7 @@
 #include "upgrademeta2024/storage/database/DatabaseMetaWriter.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <initializer_list>
 #include <list>
 #include <memory>
@@ -9,6 +10,7 @@
 #include <vector>
 
 #include "upgrademeta2024/MetaDictionary2024.h"
+#include "upgrademeta2024/storage/MetaMembers.h"
 #include "upgrademeta2024/storage/MetaStorage.h"
 #include "upgrademeta2024/storage/database/DatabaseDialect.h"
 #include "upgrademeta2024/storage/database/DatabaseMetaReader.h"
@@ -22,46 +24,64 @@ namespace {
 class CInserter {
  public:
   CInserter(soci::session& session, const STable& table)
-      : session_(session), table_(table), full_(session), columns_(KeyColumns(table)) {
-    keyCount_ = columns_.size();
-    for (const SColumn& column : table.columns) {
-      columns_.emplace_back(column.name);
-    }
+      : session_(session), table_(table), full_(session), columns_(AllColumns(table)) {
     values_.resize(kRows * columns_.size());
     Prepare(full_, kRows);
   }
 
-  /// The values of a row in the order of SelectStatement.
-  void Add(std::initializer_list<std::string_view> row) {
-    const std::size_t begin = rowCount_ * columns_.size();
-    std::size_t column = 0;
-    for (const std::string_view value : row) {
-      values_[begin + column] = value;
-      if (const char* fault = TextFault(value); fault != nullptr) {
-        const std::vector<std::string> keys(values_.begin() + static_cast<std::ptrdiff_t>(begin),
-                                            values_.begin() + static_cast<std::ptrdiff_t>(begin + keyCount_));
-        throw SContentError{RowPlace(table_, keys) + ": " + columns_[column] + ": " + fault +
-                            ", which a database does not hold; change it in the source"};
-      }
-      ++column;
+  /// Adds a row: the values of the key columns, then those of an element.
+  template <typename Members, typename Values>
+  void Add(std::initializer_list<std::size_t> keys, const Members& members, const Values& values) {
+    BeginRow(keys);
+    for (const auto& member : members) {
+      metamembers::Visit(
+          member, values, [this](std::string_view text) { Put(text); },
+          [this](std::uint32_t number) { Put(std::to_string(number)); });
     }
-    if (++rowCount_ == kRows) {
-      full_.execute(/*withDataExchange=*/true);
-      rowCount_ = 0;
-    }
+    EndRow();
+  }
+  void Add(std::initializer_list<std::size_t> keys, std::string_view text) {
+    BeginRow(keys);
+    Put(text);
+    EndRow();
   }
 
   /// Stores the rows that do not fill a statement.
   void Finish() {
-    if (rowCount_ > 0) {
+    if (count_ > 0) {
       soci::statement rest(session_);
-      Prepare(rest, rowCount_);
+      Prepare(rest, count_ / columns_.size());
       rest.execute(/*withDataExchange=*/true);
     }
   }
 
  private:
   static constexpr std::size_t kRows = 50;
+
+  void BeginRow(std::initializer_list<std::size_t> keys) {
+    for (const std::size_t key : keys) {
+      Put(std::to_string(key));
+    }
+  }
+
+  void Put(std::string_view value) {
+    values_[count_] = value;
+    if (const char* fault = TextFault(value); fault != nullptr) {
+      const std::size_t column = count_ % columns_.size();
+      const auto row = values_.begin() + static_cast<std::ptrdiff_t>(count_ - column);
+      const std::vector<std::string> keys(row, row + static_cast<std::ptrdiff_t>(KeyColumns(table_).size()));
+      throw SContentError{RowPlace(table_, keys) + ": " + columns_[column] + ": " + fault +
+                          ", which a database does not hold; change it in the source"};
+    }
+    ++count_;
+  }
+
+  void EndRow() {
+    if (count_ == values_.size()) {
+      full_.execute(/*withDataExchange=*/true);
+      count_ = 0;
+    }
+  }
 
   void Prepare(soci::statement& statement, std::size_t rows) {
     statement.alloc();
@@ -76,9 +96,9 @@ class CInserter {
   const STable& table_;
   soci::statement full_;
   std::vector<std::string> columns_;
-  std::size_t keyCount_ = 0;
+  // Of the rows that are still to be stored, one after the other.
   std::vector<std::string> values_;
-  std::size_t rowCount_ = 0;
+  std::size_t count_ = 0;
 };
 
 class CWriter {
@@ -98,14 +118,13 @@ class CWriter {
   template <typename Element>
   void WriteClasses(const STable& elements, const STable& behaviors, const STable& properties,
                     const List<Element>& classes) {
-    WriteItems(elements, classes, [](CInserter& rows, const std::string& ordinal, const Element& element) {
-      rows.Add({ordinal, element.GetInternalName(), element.GetDisplayName(), std::to_string(element.GetClassId()),
-                element.GetTableName()});
+    WriteItems(elements, classes, [](CInserter& rows, std::size_t ordinal, const Element& element) {
+      rows.Add({ordinal}, metamembers::kClass, element.GetValues());
     });
-    WriteItems(behaviors, classes, [](CInserter& rows, const std::string& owner, const Element& element) {
+    WriteItems(behaviors, classes, [](CInserter& rows, std::size_t owner, const Element& element) {
       std::size_t ordinal = 0;
-      for (const std::string& name : element.GetBehaviors()) {
-        rows.Add({owner, std::to_string(ordinal++), name});
+      for (const std::string& name : element.GetValues().behaviors) {
+        rows.Add({owner, ordinal++}, name);
       }
     });
     WriteItems(properties, classes, AddProperties<Element>);
@@ -113,26 +132,24 @@ class CWriter {
 
   void WriteBehaviors(const List<CMetaBehavior2024>& behaviors) {
     using Element = CMetaBehavior2024;
-    WriteItems(kBehaviors, behaviors, [](CInserter& rows, const std::string& ordinal, const Element& element) {
-      rows.Add({ordinal, element.GetInternalName(), element.GetDisplayName()});
+    WriteItems(kBehaviors, behaviors, [](CInserter& rows, std::size_t ordinal, const Element& element) {
+      rows.Add({ordinal}, metamembers::kBehavior, element.GetValues());
     });
-    WriteItems(kMethods, behaviors, [](CInserter& rows, const std::string& owner, const Element& element) {
+    WriteItems(kMethods, behaviors, [](CInserter& rows, std::size_t owner, const Element& element) {
       std::size_t ordinal = 0;
-      for (const std::shared_ptr<CMetaMethod2024>& method : element.GetMethods()) {
-        rows.Add({owner, std::to_string(ordinal++), method->GetInternalName(), method->GetDisplayName()});
+      for (const std::shared_ptr<CMetaMethod2024>& method : element.GetValues().methods) {
+        rows.Add({owner, ordinal++}, metamembers::kMethod,
+                 metamembers::SMethodValues{method->GetInternalName(), method->GetDisplayName()});
       }
     });
     WriteItems(kBehaviorProperties, behaviors, AddProperties<Element>);
   }
 
   template <typename Element>
-  static void AddProperties(CInserter& rows, const std::string& owner, const Element& element) {
-    const CMetaPropertyTable2024& properties = element.GetPropertyTable();
+  static void AddProperties(CInserter& rows, std::size_t owner, const Element& element) {
+    const CMetaPropertyTable2024& properties = element.GetValues().properties;
     for (std::size_t i = 0; i < properties.GetSize(); ++i) {
-      const SMetaPropertyValues2024 values = properties.At(i).GetValues();
-      rows.Add({owner, std::to_string(i), values.internalName, values.displayName, values.field, values.type,
-                std::to_string(values.length), values.defaultValue, std::to_string(values.precision), values.max,
-                values.min, values.lookupClass});
+      rows.Add({owner, i}, metamembers::kProperty, properties.At(i).GetValues());
     }
   }
 
@@ -142,7 +159,7 @@ class CWriter {
     CInserter rows(session_, table);
     std::size_t ordinal = 0;
     for (const std::shared_ptr<Element>& element : elements) {
-      add(rows, std::to_string(ordinal++), *element);
+      add(rows, ordinal++, *element);
     }
     rows.Finish();
   }
@@ -168,8 +185,8 @@ bool WriteMetamodel(soci::session& session, const SDatabaseDialect& dialect, con
   Execute(session, CreateStatements(dialect));
   CWriter(session).Write(dictionary);
   Execute(session, IndexStatements(dialect));
-  session << "INSERT INTO " << kHeadTable << " (generation, schema_version) VALUES (" << kGeneration << ", "
-          << kSchemaVersion << ")";
+  session << "INSERT INTO " << kHeadTable << " (generation, schema_version) VALUES ("
+          << CMetaDictionary2024::kGeneration << ", " << kSchemaVersion << ")";
   session << "COMMIT";
   return true;
 }

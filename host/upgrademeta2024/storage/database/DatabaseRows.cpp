@@ -7,6 +7,7 @@
 #include <limits>
 
 #include "kvxsptstring/StringHelper.h"
+#include "upgrademeta2024/storage/MetaRules.h"
 #include "upgrademeta2024/storage/database/Database.h"
 
 namespace metadb {
@@ -34,12 +35,10 @@ std::string RowPlace(const STable& table, const std::vector<std::string>& keys) 
   return place;
 }
 
-std::string RowPlace(const STable& table, std::uint64_t ordinal) {
-  return RowPlace(table, std::vector<std::string>{std::to_string(ordinal)});
-}
-
-std::string RowPlace(const STable& table, std::uint64_t owner, std::uint64_t ordinal) {
-  return RowPlace(table, std::vector<std::string>{std::to_string(owner), std::to_string(ordinal)});
+void FailRow(const STable& table, const std::vector<std::string>& keys, const char* column,
+             const std::string& problem) {
+  throw SContentError{RowPlace(table, keys) + ": " + column + ": " + problem +
+                      "; correct the row or store the metamodel anew"};
 }
 
 const char* TextFault(std::string_view text) {
@@ -91,7 +90,7 @@ std::string_view CRows::Text(std::size_t column) const {
     Fail(description.name, fault);
   }
   if (description.kind == SColumn::kName && text.empty()) {
-    Fail(description.name, "the name is empty");
+    Fail(description.name, metarules::kEmptyName);
   }
   return text;
 }
@@ -120,8 +119,7 @@ std::uint64_t CRows::ParseNumber(std::size_t index, const char* column, std::uin
     }
   }
   const std::string text = AsText(value);
-  Fail(column, "expected a whole number from 0 to " + std::to_string(max) + ", found " +
-                   CStringHelper::ToVisible(text.empty() ? "an empty text" : text));
+  Fail(column, metarules::WrongNumber(max, text.empty() ? "an empty text" : text));
 }
 
 void CRows::Fail(const char* column, const std::string& problem) const {
@@ -129,8 +127,7 @@ void CRows::Fail(const char* column, const std::string& problem) const {
   for (std::size_t i = 0; i < keyCount_; ++i) {
     keys.push_back(AsText(values_[i]));
   }
-  throw SContentError{RowPlace(table_, keys) + ": " + column + ": " + problem +
-                      "; correct the row or store the metamodel anew"};
+  FailRow(table_, keys, column, problem);
 }
 
 }  // namespace metadb

@@ -18,9 +18,10 @@ struct SContentError {
 
 /// "table TABLE, row COLUMN 1, COLUMN 2", `keys` being the values of the key columns.
 std::string RowPlace(const STable& table, const std::vector<std::string>& keys);
-/// The same for a row without an owner and for one with an owner.
-std::string RowPlace(const STable& table, std::uint64_t ordinal);
-std::string RowPlace(const STable& table, std::uint64_t owner, std::uint64_t ordinal);
+
+/// Throws for a column of a row.
+[[noreturn]] void FailRow(const STable& table, const std::vector<std::string>& keys, const char* column,
+                          const std::string& problem);
 
 /// Why a text cannot stand in a metamodel in a database, null when it can.
 const char* TextFault(std::string_view text);
@@ -43,7 +44,7 @@ class CRows {
   std::string_view Text(std::size_t column) const;
   std::uint32_t Number(std::size_t column) const;
 
-  /// Throws for a column of the current row.
+  /// FailRow() for the current row.
   [[noreturn]] void Fail(const char* column, const std::string& problem) const;
 
  private:

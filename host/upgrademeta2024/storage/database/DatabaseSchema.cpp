@@ -1,35 +1,20 @@
 #include "upgrademeta2024/storage/database/DatabaseSchema.h"
 
-#include <limits>
-
+#include "upgrademeta2024/MetaDictionary2024.h"
+#include "upgrademeta2024/storage/MetaMembers.h"
 #include "upgrademeta2024/storage/database/DatabaseDialect.h"
 
 namespace metadb {
 namespace {
 
-constexpr std::uint64_t kMaxUint16 = std::numeric_limits<std::uint16_t>::max();
-constexpr std::uint64_t kMaxUint32 = std::numeric_limits<std::uint32_t>::max();
-
-std::vector<SColumn> ElementColumns() {
-  return {
-      {"internal_name", SColumn::kName}, {"display_name"}, {"class_id", SColumn::kNumber, kMaxUint32}, {"table_name"}};
-}
-
-std::vector<SColumn> NamedColumns() {
-  return {{"internal_name", SColumn::kName}, {"display_name"}};
-}
-
-std::vector<SColumn> PropertyColumns() {
-  return {{"internal_name", SColumn::kName},
-          {"display_name"},
-          {"field"},
-          {"type"},
-          {"length", SColumn::kNumber, kMaxUint32},
-          {"default_value"},
-          {"precision", SColumn::kNumber, kMaxUint16},
-          {"max"},
-          {"min"},
-          {"lookup_internal_name"}};
+template <typename Members>
+std::vector<SColumn> ColumnsOf(const Members& members) {
+  std::vector<SColumn> columns;
+  for (const auto& member : members) {
+    columns.push_back(member.IsText() ? SColumn{member.name} : SColumn{member.name, SColumn::kNumber, member.GetMax()});
+  }
+  columns.front().kind = SColumn::kName;
+  return columns;
 }
 
 std::string ColumnDefinition(const SColumn& column, const SDatabaseDialect& dialect) {
@@ -75,15 +60,17 @@ std::string Join(const std::vector<std::string>& words, const std::string& separ
 
 const char* const kHeadTable = "metamodel";
 
-const STable kClasses = {"meta_classes", ElementColumns()};
+const STable kClasses = {"meta_classes", ColumnsOf(metamembers::kClass)};
 const STable kClassBehaviors = {"meta_class_behaviors", {{"behavior"}}, &kClasses, "class_ordinal"};
-const STable kClassProperties = {"meta_class_properties", PropertyColumns(), &kClasses, "class_ordinal"};
-const STable kLinks = {"meta_links", ElementColumns()};
+const STable kClassProperties = {"meta_class_properties", ColumnsOf(metamembers::kProperty), &kClasses,
+                                 "class_ordinal"};
+const STable kLinks = {"meta_links", ColumnsOf(metamembers::kClass)};
 const STable kLinkBehaviors = {"meta_link_behaviors", {{"behavior"}}, &kLinks, "link_ordinal"};
-const STable kLinkProperties = {"meta_link_properties", PropertyColumns(), &kLinks, "link_ordinal"};
-const STable kBehaviors = {"meta_behaviors", NamedColumns()};
-const STable kMethods = {"meta_methods", NamedColumns(), &kBehaviors, "behavior_ordinal"};
-const STable kBehaviorProperties = {"meta_behavior_properties", PropertyColumns(), &kBehaviors, "behavior_ordinal"};
+const STable kLinkProperties = {"meta_link_properties", ColumnsOf(metamembers::kProperty), &kLinks, "link_ordinal"};
+const STable kBehaviors = {"meta_behaviors", ColumnsOf(metamembers::kBehavior)};
+const STable kMethods = {"meta_methods", ColumnsOf(metamembers::kMethod), &kBehaviors, "behavior_ordinal"};
+const STable kBehaviorProperties = {"meta_behavior_properties", ColumnsOf(metamembers::kProperty), &kBehaviors,
+                                    "behavior_ordinal"};
 
 const std::vector<const STable*>& ListTables() {
   static const std::vector<const STable*> tables = {&kClasses,   &kClassBehaviors, &kClassProperties,
@@ -128,8 +115,8 @@ std::vector<std::string> CreateStatements(const SDatabaseDialect& dialect) {
   const std::string integer = dialect.integerType;
   std::vector<std::string> statements = {
       "CREATE TABLE " + std::string(kHeadTable) + " (\n  generation " + integer +
-      " PRIMARY KEY CHECK (generation = " + std::to_string(kGeneration) + "),\n  schema_version " + integer +
-      " NOT NULL CHECK (schema_version = " + std::to_string(kSchemaVersion) + ")\n)"};
+      " PRIMARY KEY CHECK (generation = " + std::to_string(CMetaDictionary2024::kGeneration) + "),\n  schema_version " +
+      integer + " NOT NULL CHECK (schema_version = " + std::to_string(kSchemaVersion) + ")\n)"};
   for (const STable* table : ListTables()) {
     statements.push_back(CreateStatement(*table, dialect));
   }

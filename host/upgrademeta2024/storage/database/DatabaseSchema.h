@@ -11,7 +11,6 @@ struct SDatabaseDialect;
 /// creating, writing and reading.
 namespace metadb {
 
-constexpr std::uint64_t kGeneration = 2024;
 /// Grows with every change to the tables; only this version is read.
 constexpr std::uint64_t kSchemaVersion = 1;
 
@@ -36,25 +35,7 @@ struct STable {
 /// The table of the one row that says what the other tables hold.
 extern const char* const kHeadTable;
 
-/// The columns of these tables in their order.
-struct SElementColumns {
-  enum { kInternalName, kDisplayName, kClassId, kTableName };
-};
-struct SPropertyColumns {
-  enum {
-    kInternalName,
-    kDisplayName,
-    kField,
-    kType,
-    kLength,
-    kDefaultValue,
-    kPrecision,
-    kMax,
-    kMin,
-    kLookupInternalName
-  };
-};
-
+/// Their columns are the values of elements (storage/MetaMembers.h), in the same order.
 extern const STable kClasses;
 extern const STable kClassBehaviors;
 extern const STable kClassProperties;

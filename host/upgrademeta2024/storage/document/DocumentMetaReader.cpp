@@ -2,14 +2,11 @@
 
 #include <simdjson.h>
 
-#include <algorithm>
 #include <array>
-#include <iterator>
-#include <limits>
 #include <list>
 #include <new>
 #include <string_view>
-#include <unordered_map>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -21,47 +18,33 @@
 #include "kvxsptstring/StringHelper.h"
 #include "upgrademeta2024/LoadProgress.h"
 #include "upgrademeta2024/MetaDictionary2024.h"
+#include "upgrademeta2024/storage/MetaMembers.h"
+#include "upgrademeta2024/storage/MetaRules.h"
+#include "upgrademeta2024/storage/document/DocumentMembers.h"
 #include "upgrademeta2024/storage/document/JsonTextFault.h"
 #include "upgrademeta2024/storage/document/JsonValueReader.h"
 
 namespace {
 
-constexpr std::uint64_t kGeneration = 2024;
+/// The names of an object's members: first those that hold one value, then those that hold a list.
+template <std::size_t N, typename Member, typename... Lists>
+constexpr std::array<std::string_view, N + sizeof...(Lists)> NamesOf(const std::array<Member, N>& members,
+                                                                     Lists... lists) {
+  std::array<std::string_view, N + sizeof...(Lists)> names{};
+  std::size_t count = 0;
+  for (const Member& member : members) {
+    names[count++] = member.name;
+  }
+  ((names[count++] = lists), ...);
+  return names;
+}
 
-constexpr std::array<std::string_view, 4> kDictionaryMembers = {"generation", "classes", "links", "behaviors"};
-
-// The members of each kind of object, the name first, and where the texts among them go.
-constexpr std::array<std::string_view, 6> kClassMembers = {"internal_name", "display_name", "class_id",
-                                                           "table_name",    "behaviors",    "properties"};
-constexpr std::array<std::string SMetaClassValues2024::*, 6> kClassTexts = {
-    &SMetaClassValues2024::internalName, &SMetaClassValues2024::displayName, nullptr, &SMetaClassValues2024::tableName};
-
-constexpr std::array<std::string_view, 4> kBehaviorMembers = {"internal_name", "display_name", "methods", "properties"};
-constexpr std::array<std::string SMetaBehaviorValues2024::*, 4> kBehaviorTexts = {
-    &SMetaBehaviorValues2024::internalName, &SMetaBehaviorValues2024::displayName};
-
-struct SMethodValues {
-  std::string internalName;
-  std::string displayName;
-};
-constexpr std::array<std::string_view, 2> kMethodMembers = {"internal_name", "display_name"};
-constexpr std::array<std::string SMethodValues::*, 2> kMethodTexts = {&SMethodValues::internalName,
-                                                                      &SMethodValues::displayName};
-
-constexpr std::array<std::string_view, 10> kPropertyMembers = {
-    "internal_name", "display_name", "field", "type", "length",
-    "default_value", "precision",    "max",   "min",  "lookup_internal_name"};
-constexpr std::array<std::string_view SMetaPropertyValues2024::*, 10> kPropertyTexts = {
-    &SMetaPropertyValues2024::internalName,
-    &SMetaPropertyValues2024::displayName,
-    &SMetaPropertyValues2024::field,
-    &SMetaPropertyValues2024::type,
-    nullptr,
-    &SMetaPropertyValues2024::defaultValue,
-    nullptr,
-    &SMetaPropertyValues2024::max,
-    &SMetaPropertyValues2024::min,
-    &SMetaPropertyValues2024::lookupClass};
+constexpr std::array<std::string_view, 4> kDictionaryNames = {kGenerationMember, kClassesMember, kLinksMember,
+                                                              kBehaviorsMember};
+constexpr auto kClassNames = NamesOf(metamembers::kClass, kBehaviorsMember, kPropertiesMember);
+constexpr auto kBehaviorNames = NamesOf(metamembers::kBehavior, kMethodsMember, kPropertiesMember);
+constexpr auto kMethodNames = NamesOf(metamembers::kMethod);
+constexpr auto kPropertyNames = NamesOf(metamembers::kProperty);
 
 class CReader : private CJsonValueReader {
  public:
@@ -73,69 +56,61 @@ class CReader : private CJsonValueReader {
       FailType(Type::object, type);
     }
     auto dictionary = std::make_shared<CMetaDictionary2024>();
-    bool hasGeneration = false;
-    Members(document.get_object(), kDictionaryMembers, [&](std::size_t member, Value& value) {
-      switch (member) {
-        case 0:
-          hasGeneration = true;
-          if (const std::uint64_t generation = Number(value, std::numeric_limits<std::uint32_t>::max());
-              generation != kGeneration) {
-            Fail("the metamodel is of generation " + std::to_string(generation) + "; only 2024 can be read");
-          }
-          break;
-        case 1:
-          ReadClasses<CMetaClass2024>(value, [&](const auto& element) { return dictionary->AddClass(element); });
-          break;
-        case 2:
-          ReadClasses<CMetaLink2024>(value, [&](const auto& element) { return dictionary->AddLink(element); });
-          break;
-        default:
-          ReadBehaviors(value, *dictionary);
+    Members(document.get_object(), kDictionaryNames, [&](std::size_t member, Value& value) {
+      const std::string_view name = kDictionaryNames[member];
+      if (name == kGenerationMember) {
+        RequireGeneration(value);
+      } else if (name == kClassesMember) {
+        ReadClasses<CMetaClass2024>(value, [&](const auto& element) { dictionary->AddClass(element); });
+      } else if (name == kLinksMember) {
+        ReadClasses<CMetaLink2024>(value, [&](const auto& element) { dictionary->AddLink(element); });
+      } else {
+        ReadBehaviors(value, *dictionary);
       }
     });
-    if (!hasGeneration) {
-      Fail("member \"generation\" is missing");
-    }
     return dictionary;
   }
 
  private:
+  void RequireGeneration(Value& value) {
+    const std::uint32_t generation = Number<std::uint32_t>(value);
+    if (generation != CMetaDictionary2024::kGeneration) {
+      Fail(metarules::WrongGeneration(std::to_string(generation)));
+    }
+  }
+
   template <typename Element, typename Add>
   void ReadClasses(Value& list, const Add& add) {
-    std::vector<std::string> names;
-    Items(list, [&](std::size_t, Value& item) {
+    metarules::CUniqueNames names;
+    Items(list, [&](std::size_t index, Value& item) {
       CountUpTo(item);
       SMetaClassValues2024 values;
-      Object(item, kClassMembers, kClassTexts, values, [&](std::size_t member, Value& value) {
-        switch (member) {
-          case 2:
-            values.classId = Uint32(value);
-            break;
-          case 4:
-            Items(value, [&](std::size_t, Value& name) { values.behaviors.emplace_back(Text(name)); });
-            break;
-          default:
-            ReadProperties(value, values.properties);
+      Object(item, kClassNames, metamembers::kClass, values, [&](std::string_view name, Value& value) {
+        if (name == kBehaviorsMember) {
+          Items(value, [&](std::size_t, Value& behavior) { values.behaviors.emplace_back(Text(behavior)); });
+        } else {
+          ReadProperties(value, values.properties);
         }
       });
-      AddElement(names, std::make_shared<Element>(std::move(values)), add);
+      RequireUnique(names, index, values.internalName);
+      add(std::make_shared<Element>(std::move(values)));
     });
   }
 
   void ReadBehaviors(Value& list, CMetaDictionary2024& dictionary) {
-    std::vector<std::string> names;
-    Items(list, [&](std::size_t, Value& item) {
+    metarules::CUniqueNames names;
+    Items(list, [&](std::size_t index, Value& item) {
       CountUpTo(item);
       SMetaBehaviorValues2024 values;
-      Object(item, kBehaviorMembers, kBehaviorTexts, values, [&](std::size_t member, Value& value) {
-        if (member == 2) {
+      Object(item, kBehaviorNames, metamembers::kBehavior, values, [&](std::string_view name, Value& value) {
+        if (name == kMethodsMember) {
           ReadMethods(value, values.methods);
         } else {
           ReadProperties(value, values.properties);
         }
       });
-      const auto add = [&dictionary](const auto& element) { return dictionary.AddBehavior(element); };
-      AddElement(names, std::make_shared<CMetaBehavior2024>(std::move(values)), add);
+      RequireUnique(names, index, values.internalName);
+      dictionary.AddBehavior(std::make_shared<CMetaBehavior2024>(std::move(values)));
     });
   }
 
@@ -145,17 +120,11 @@ class CReader : private CJsonValueReader {
   }
 
   void ReadMethods(Value& list, std::list<std::shared_ptr<CMetaMethod2024>>& methods) {
-    std::unordered_map<std::string, std::size_t> positions;
+    metarules::CUniqueNames names;
     Items(list, [&](std::size_t index, Value& item) {
-      SMethodValues values;
-      Object(item, kMethodMembers, kMethodTexts, values, [](std::size_t, Value&) {});
-      std::string key = values.internalName;
-      CStringHelper::ToLower(key);
-      if (const auto [earlier, isNew] = positions.emplace(std::move(key), index); !isNew) {
-        FailRepeated(values.internalName,
-                     (*std::next(methods.begin(), static_cast<std::ptrdiff_t>(earlier->second)))->GetInternalName(),
-                     earlier->second);
-      }
+      metamembers::SMethodValues values;
+      Object(item, kMethodNames, metamembers::kMethod, values);
+      RequireUnique(names, index, values.internalName);
       methods.push_back(
           std::make_shared<CMetaMethod2024>(std::move(values.internalName), std::move(values.displayName)));
     });
@@ -166,69 +135,61 @@ class CReader : private CJsonValueReader {
     Items(list, [&](std::size_t, Value& item) {
       propertyStarts_.push_back(Place().Where());
       SMetaPropertyValues2024 values;
-      Object(item, kPropertyMembers, kPropertyTexts, values, [&](std::size_t member, Value& value) {
-        if (member == 4) {
-          values.length = Uint32(value);
-        } else {
-          values.precision = static_cast<std::uint16_t>(Number(value, std::numeric_limits<std::uint16_t>::max()));
-        }
-      });
+      Object(item, kPropertyNames, metamembers::kProperty, values);
       properties.Add(values);
     });
     properties.Finish();
     if (const auto repeated = properties.FindRepeatedName()) {
-      Place().Enter(repeated->second, propertyStarts_[repeated->second]);
-      FailRepeated(properties.At(repeated->second).GetInternalName(), properties.At(repeated->first).GetInternalName(),
-                   repeated->first);
+      const auto [first, second] = *repeated;
+      Place().Enter(second, propertyStarts_[second]);
+      FailName(metarules::RepeatedName(properties.At(second).GetInternalName(),
+                                       {kItem, first, properties.At(first).GetInternalName()}));
     }
   }
 
-  /// Adds an element to the dictionary; `names` holds those of the elements before it.
-  template <typename Element, typename Add>
-  void AddElement(std::vector<std::string>& names, const std::shared_ptr<Element>& element, const Add& add) {
-    if (!add(element)) {
-      const auto earlier = std::find_if(names.begin(), names.end(), [&](const std::string& name) {
-        return CStringHelper::StringCompare(name, element->GetInternalName(), /*ignoreCase=*/true) == 0;
-      });
-      FailRepeated(element->GetInternalName(), *earlier, static_cast<std::size_t>(earlier - names.begin()));
-    }
-    names.push_back(element->GetInternalName());
-  }
-
-  /// An object in which "internal_name", the first of the known members, is required. Texts go where `texts` says,
-  /// other members to `other(position in known, value)`.
-  template <std::size_t N, typename String, typename Values, typename Other>
-  void Object(Value& value, const std::array<std::string_view, N>& known, const std::array<String Values::*, N>& texts,
-              Values& values, const Other& other) {
+  /// An object of which the first member is required and holds a name. Values go to where the member's table says,
+  /// lists to `list(name of the member, value)`.
+  template <std::size_t N, std::size_t M, typename Values, typename List>
+  void Object(Value& value, const std::array<std::string_view, N>& names,
+              const std::array<metamembers::SMember<Values>, M>& members, Values& values, const List& list) {
     RequireType(value, Type::object);
-    const std::uint32_t seen = Members(value.get_object(), known, [&](std::size_t member, Value& memberValue) {
-      if (member == 0) {
-        values.*texts[0] = Name(memberValue);
-      } else if (texts[member] != nullptr) {
-        values.*texts[member] = Text(memberValue);
-      } else {
-        other(member, memberValue);
+    Members(value.get_object(), names, [&](std::size_t i, Value& member) {
+      if (i >= M) {
+        list(names[i], member);
+        return;
       }
+      metamembers::Visit(
+          members[i], values, [&](auto& text) { text = i == 0 ? Name(member) : Text(member); },
+          [&](auto& number) { number = Number<std::decay_t<decltype(number)>>(member); });
     });
-    if ((seen & 1U) == 0) {
-      Fail("member \"internal_name\" is missing");
-    }
+  }
+  template <std::size_t N, typename Values>
+  void Object(Value& value, const std::array<std::string_view, N>& names,
+              const std::array<metamembers::SMember<Values>, N>& members, Values& values) {
+    Object(value, names, members, values, [](std::string_view, Value&) {});
   }
 
   std::string_view Name(Value& value) {
     const std::string_view name = Text(value);
     if (name.empty()) {
-      Fail("the name is empty");
+      Fail(metarules::kEmptyName);
     }
     return name;
   }
 
-  /// The current place is the item's.
-  [[noreturn]] void FailRepeated(const std::string& name, const std::string& earlierName, std::size_t earlier) {
-    Place().Enter("internal_name", Place().Where());
-    Fail("the name \"" + CStringHelper::ToVisible(name) + "\" repeats \"" + CStringHelper::ToVisible(earlierName) +
-         "\" of item " + std::to_string(earlier) + " of the same list; names must differ in more than letter case");
+  void RequireUnique(metarules::CUniqueNames& names, std::size_t index, const std::string& name) {
+    if (const std::string problem = names.Add({kItem, index, name}); !problem.empty()) {
+      FailName(problem);
+    }
   }
+
+  /// The current place is the item's.
+  [[noreturn]] void FailName(const std::string& problem) {
+    Place().Enter(metamembers::kProperty.front().name, Place().Where());
+    Fail(problem);
+  }
+
+  static constexpr const char* kItem = "item";
 
   std::string_view text_;
   CLoadProgress& progress_;

@@ -1,13 +1,14 @@
 #include "upgrademeta2024/storage/document/DocumentMetaWriter.h"
 
-#include <list>
 #include <memory>
 #include <string_view>
 
 #include "kvxsptfile/AtomicFile.h"
-#include "kvxsptjson/detail/JsonTextWriter.h"
+#include "kvxsptjson/JsonTextWriter.h"
 #include "upgrademeta2024/MetaDictionary2024.h"
+#include "upgrademeta2024/storage/MetaMembers.h"
 #include "upgrademeta2024/storage/MetaStorage.h"
+#include "upgrademeta2024/storage/document/DocumentMembers.h"
 
 namespace {
 
@@ -17,80 +18,66 @@ class CWriter {
 
   void Dictionary(const CMetaDictionary2024& dictionary) {
     writer_.StartObject();
-    Number("generation", 2024);
-    Array("classes", dictionary.GetClasses(), &CWriter::Class);
-    Array("links", dictionary.GetLinks(), &CWriter::Class);
-    Array("behaviors", dictionary.GetBehaviors(), &CWriter::Behavior);
+    Key(kGenerationMember);
+    writer_.Uint(CMetaDictionary2024::kGeneration);
+    Array(kClassesMember, dictionary.GetClasses(), [this](const auto& element) { Class(element->GetValues()); });
+    Array(kLinksMember, dictionary.GetLinks(), [this](const auto& element) { Class(element->GetValues()); });
+    Array(kBehaviorsMember, dictionary.GetBehaviors(), [this](const auto& element) { Behavior(element->GetValues()); });
     writer_.EndObject();
   }
 
  private:
-  void Class(const CMetaClass2024& element) {
-    Names(element.GetInternalName(), element.GetDisplayName());
-    Number("class_id", element.GetClassId());
-    Member("table_name", element.GetTableName());
-    Key("behaviors");
-    writer_.StartArray();
-    for (const std::string& name : element.GetBehaviors()) {
-      Text(name);
-    }
-    writer_.EndArray();
-    Properties(element.GetPropertyTable());
+  void Class(const SMetaClassValues2024& values) {
+    writer_.StartObject();
+    Members(metamembers::kClass, values);
+    Array(kBehaviorsMember, values.behaviors, [this](const std::string& name) { Text(name); });
+    Properties(values.properties);
+    writer_.EndObject();
   }
 
-  void Behavior(const CMetaBehavior2024& element) {
-    Names(element.GetInternalName(), element.GetDisplayName());
-    Array("methods", element.GetMethods(), &CWriter::Method);
-    Properties(element.GetPropertyTable());
+  void Behavior(const SMetaBehaviorValues2024& values) {
+    writer_.StartObject();
+    Members(metamembers::kBehavior, values);
+    Array(kMethodsMember, values.methods, [this](const std::shared_ptr<CMetaMethod2024>& method) {
+      writer_.StartObject();
+      Members(metamembers::kMethod, metamembers::SMethodValues{method->GetInternalName(), method->GetDisplayName()});
+      writer_.EndObject();
+    });
+    Properties(values.properties);
+    writer_.EndObject();
   }
-
-  void Method(const CMetaMethod2024& method) { Names(method.GetInternalName(), method.GetDisplayName()); }
 
   void Properties(const CMetaPropertyTable2024& table) {
-    Key("properties");
+    Key(kPropertiesMember);
     writer_.StartArray();
     for (std::size_t i = 0; i < table.GetSize(); ++i) {
-      const SMetaPropertyValues2024 values = table.At(i).GetValues();
       writer_.StartObject();
-      Names(values.internalName, values.displayName);
-      Member("field", values.field);
-      Member("type", values.type);
-      Number("length", values.length);
-      Member("default_value", values.defaultValue);
-      Number("precision", values.precision);
-      Member("max", values.max);
-      Member("min", values.min);
-      Member("lookup_internal_name", values.lookupClass);
+      Members(metamembers::kProperty, table.At(i).GetValues());
       writer_.EndObject();
     }
     writer_.EndArray();
   }
 
-  template <typename Element, typename Base>
-  void Array(std::string_view key, const std::list<std::shared_ptr<Element>>& elements,
-             void (CWriter::*write)(const Base&)) {
+  template <typename Items, typename Write>
+  void Array(std::string_view key, const Items& items, const Write& write) {
     Key(key);
     writer_.StartArray();
-    for (const std::shared_ptr<Element>& element : elements) {
-      writer_.StartObject();
-      (this->*write)(*element);
-      writer_.EndObject();
+    for (const auto& item : items) {
+      write(item);
     }
     writer_.EndArray();
   }
 
-  void Names(std::string_view internalName, std::string_view displayName) {
-    Member("internal_name", internalName);
-    Member("display_name", displayName);
+  template <typename Table, typename Values>
+  void Members(const Table& table, const Values& values) {
+    for (const auto& member : table) {
+      Key(member.name);
+      metamembers::Visit(
+          member, values, [this](std::string_view text) { Text(text); },
+          [this](std::uint32_t number) { writer_.Uint(number); });
+    }
   }
-  void Member(std::string_view key, std::string_view value) {
-    Key(key);
-    Text(value);
-  }
-  void Number(std::string_view key, std::uint32_t value) {
-    Key(key);
-    writer_.Uint(value);
-  }
+
   void Key(std::string_view key) { writer_.Key(key.data(), static_cast<rapidjson::SizeType>(key.size())); }
   void Text(std::string_view text) { writer_.String(text.data(), static_cast<rapidjson::SizeType>(text.size())); }
 

@@ -1,7 +1,5 @@
 #include "upgrademeta2024/storage/document/JsonValueReader.h"
 
-#include "kvxsptstring/StringHelper.h"
-
 namespace {
 
 const char* TypeName(simdjson::ondemand::json_type type) {
@@ -31,10 +29,6 @@ void CJsonValueReader::Fail(const std::string& problem) const {
 
 void CJsonValueReader::FailType(Type expected, Type found) const {
   Fail(std::string("expected ") + TypeName(expected) + ", found " + TypeName(found));
-}
-
-std::string CJsonValueReader::Visible(std::string_view token) {
-  return CStringHelper::ToVisible(std::string(token));
 }
 
 void CJsonValueReader::FailUnknown(const std::string_view* known, std::size_t count) const {

@@ -10,6 +10,7 @@
 #include <string_view>
 #include <utility>
 
+#include "upgrademeta2024/storage/MetaRules.h"
 #include "upgrademeta2024/storage/document/JsonPlace.h"
 
 /// A failure in a document's content. The file, line and column are added where it is caught.
@@ -46,10 +47,9 @@ class CJsonValueReader {
     }
   }
 
-  /// Calls `member(position in known, value)` for each member; answers with the set of positions seen.
+  /// Calls `member(position in known, value)` for each member. The first one known is required.
   template <std::size_t N, typename Member>
-  std::uint32_t Members(simdjson::ondemand::object object, const std::array<std::string_view, N>& known,
-                        const Member& member) {
+  void Members(simdjson::ondemand::object object, const std::array<std::string_view, N>& known, const Member& member) {
     std::uint32_t seen = 0;
     std::size_t next = 0;
     for (simdjson::simdjson_result<simdjson::ondemand::field> result : object) {
@@ -87,7 +87,9 @@ class CJsonValueReader {
       member(position, field.value());
       place_.Leave();
     }
-    return seen;
+    if ((seen & 1U) == 0) {
+      Fail("member \"" + std::string(known.front()) + "\" is missing");
+    }
   }
 
   /// The content of a string; valid until the reader's end.
@@ -112,18 +114,17 @@ class CJsonValueReader {
     return text;
   }
 
-  std::uint32_t Uint32(Value& value) {
-    return static_cast<std::uint32_t>(Number(value, std::numeric_limits<std::uint32_t>::max()));
-  }
-
-  std::uint64_t Number(Value& value, std::uint64_t max) {
-    RequireType(value, Type::number);
+  /// A whole number of any size that its type holds.
+  template <typename Type>
+  Type Number(Value& value) {
+    constexpr std::uint64_t kMax = std::numeric_limits<Type>::max();
+    RequireType(value, simdjson::ondemand::json_type::number);
     const std::string_view token = value.raw_json_token();
     std::uint64_t number = 0;
-    if (value.get_uint64().get(number) != simdjson::SUCCESS || number > max) {
-      Fail("expected a whole number from 0 to " + std::to_string(max) + ", found " + Visible(Trimmed(token)));
+    if (value.get_uint64().get(number) != simdjson::SUCCESS || number > kMax) {
+      Fail(metarules::WrongNumber(kMax, std::string(Trimmed(token))));
     }
-    return number;
+    return static_cast<Type>(number);
   }
 
   /// A token without the white space that follows it.
@@ -150,8 +151,6 @@ class CJsonValueReader {
   CJsonPlace& Place() { return place_; }
 
  private:
-  static std::string Visible(std::string_view token);
-
   [[noreturn]] void FailUnknown(const std::string_view* known, std::size_t count) const;
 
   CJsonPlace place_;

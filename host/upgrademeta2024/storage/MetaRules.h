@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <unordered_map>
+
+/// What every storage refuses in a metamodel, in words for its user.
+namespace metarules {
+
+inline constexpr const char* kEmptyName = "the name is empty";
+
+std::string WrongGeneration(const std::string& found);
+std::string WrongNumber(std::uint64_t max, const std::string& found);
+
+/// An item of a list: its number, and what the storage calls that.
+struct SItem {
+  const char* numberName;
+  std::uint64_t number;
+  std::string name;
+};
+/// Of two items whose names are the same but for ASCII case.
+std::string RepeatedName(const std::string& name, const SItem& earlier);
+
+/// The names of one list.
+class CUniqueNames {
+ public:
+  /// Empty, or what is wrong with the item: an earlier one has its name.
+  std::string Add(const SItem& item);
+
+ private:
+  std::unordered_map<std::string, SItem> items_;
+};
+
+}  // namespace metarules
