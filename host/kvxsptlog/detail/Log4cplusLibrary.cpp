@@ -5,8 +5,10 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <exception>
+#include <thread>
 
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptexception/KVXException.h"
@@ -21,7 +23,7 @@ using Opener = CLogDestination*(const std::string&);
 constexpr const char* kLibrary = "libkvxsptlog4cplus.so";
 constexpr const char* kOpener = "OpenLog4cplusDestination";
 /// Loading takes some milliseconds.
-constexpr unsigned kPatienceSeconds = 5;
+constexpr std::chrono::seconds kPatience{5};
 
 [[noreturn]] void Fail(const std::string& propertiesFile, const std::string& problem) {
   throw CKVXException(kFileError, CStringHelper::ToVisible(propertiesFile + ": " + problem) +
@@ -35,13 +37,28 @@ void* Load(const std::string& path) {
   return load(path.c_str(), RTLD_NOW | RTLD_LOCAL);
 }
 
+/// Whether a child process ends with status 0 before patience does. It cannot time itself: log4cplus blocks all signals
+/// while it starts a thread.
+bool EndsWell(pid_t child) {
+  const auto deadline = std::chrono::steady_clock::now() + kPatience;
+  int status = -1;
+  for (pid_t ended = 0; ended != child; ended = waitpid(child, &status, WNOHANG)) {
+    if (ended < 0 && errno != EINTR) {
+      return false;
+    }
+    if (std::chrono::steady_clock::now() > deadline) {
+      kill(child, SIGKILL);
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  }
+  return status == 0;
+}
+
 /// Whether a process of its own can load the library.
 bool CanBeLoaded(const std::string& path) {
   const pid_t child = fork();
   if (child == 0) {
     std::set_terminate([] { _exit(1); });
-    static_cast<void>(std::signal(SIGALRM, SIG_DFL));
-    alarm(kPatienceSeconds);
     try {
       // Why it was refused, if it was, is found out by the process that needs it.
       static_cast<void>(Load(path));
@@ -50,10 +67,7 @@ bool CanBeLoaded(const std::string& path) {
     }
     _exit(0);
   }
-  int status = -1;
-  while (child > 0 && waitpid(child, &status, 0) < 0 && errno == EINTR) {
-  }
-  return status == 0;
+  return child > 0 && EndsWell(child);
 }
 
 /// Of the directory in which this library is.
