@@ -18,16 +18,13 @@ std::string CodeText(std::uint32_t code) {
 
 }  // namespace
 
-CKVXException::CKVXException(int code) : CKVXException(static_cast<std::uint32_t>(code)) {}
+CKVXException::CKVXException(int code)
+    : std::runtime_error("error " + CodeText(static_cast<std::uint32_t>(code))),
+      code_(static_cast<std::uint32_t>(code)),
+      hasMessage_(false) {}
 
 CKVXException::CKVXException(int code, const std::string& message)
-    : CKVXException(static_cast<std::uint32_t>(code), message) {}
-
-CKVXException::CKVXException(std::uint32_t code)
-    : std::runtime_error("error " + CodeText(code)), code_(code), hasMessage_(false) {}
-
-CKVXException::CKVXException(std::uint32_t code, const std::string& message)
-    : std::runtime_error(message), code_(code), hasMessage_(true) {}
+    : std::runtime_error(message), code_(static_cast<std::uint32_t>(code)), hasMessage_(true) {}
 
 CKVXException::~CKVXException() = default;
 

@@ -9,13 +9,11 @@
 /// The exception of the host framework, thrown and copied by value: a 32-bit code and, optionally, a message.
 class KVXSPTEXCEPTION_EXPORT CKVXException : public std::runtime_error {
  public:
-  /// what() becomes "error 0x" and the code in upper-case hexadecimal.
+  /// what() becomes "error 0x" and the code in upper-case hexadecimal. A code written as an unsigned constant (see
+  /// ErrorCodes.h) keeps its bits.
   explicit CKVXException(int code);
-  /// what() becomes the message, as it stands.
+  /// what() becomes the message, unchanged.
   CKVXException(int code, const std::string& message);
-  /// The same for a code written as an unsigned constant (see ErrorCodes.h).
-  explicit CKVXException(std::uint32_t code);
-  CKVXException(std::uint32_t code, const std::string& message);
 
   CKVXException(const CKVXException&) = default;
   CKVXException& operator=(const CKVXException&) = default;

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+CHandlerContext::CHandlerContext() = default;
+
 CHandlerContext::CHandlerContext(std::string strategyName) : strategyName_(std::move(strategyName)) {}
 
 CHandlerContext::~CHandlerContext() = default;

@@ -7,6 +7,8 @@
 /// What the host knows of the strategy for which handlers work. Opaque to modules: they only pass it on.
 class UPGRADECONTEXT_EXPORT CHandlerContext {
  public:
+  /// Of no strategy: the name is empty.
+  CHandlerContext();
   /// `strategyName`: the class name under which the strategy was created.
   explicit CHandlerContext(std::string strategyName);
   ~CHandlerContext();

@@ -6,6 +6,7 @@
 #include <exception>
 #include <set>
 #include <string>
+#include <type_traits>
 
 #include "kvxsptexception/ErrorCodes.h"
 
@@ -51,6 +52,18 @@ TEST(KVXExceptionTest, SignedCodeKeepsItsBits) {
   const CKVXException withMessage(code, "text");
   EXPECT_EQ(withMessage.GetCode(), 0xA4C00004U);
   EXPECT_STREQ(withMessage.what(), "text");
+}
+
+template <typename... Codes>
+constexpr bool kAreCodes = (std::is_constructible_v<CKVXException, Codes> && ...) &&
+                           (std::is_constructible_v<CKVXException, Codes, const char*> && ...);
+
+TEST(KVXExceptionTest, ACodeMayBeOfAnyIntegerType) {
+  static_assert(kAreCodes<signed char, unsigned char, short, unsigned short, int, unsigned, long, unsigned long,
+                          long long, unsigned long long>);
+  static_assert(!std::is_constructible_v<CKVXException>);
+  static_assert(!std::is_constructible_v<CKVXException, const char*>);
+  static_assert(!std::is_convertible_v<int, CKVXException>);
 }
 
 TEST(KVXExceptionTest, CopyCarriesCodeAndMessage) {
