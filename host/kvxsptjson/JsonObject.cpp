@@ -2,7 +2,7 @@
 
 #include <rapidjson/document.h>
 
-#include <algorithm>
+#include <string_view>
 
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptexception/KVXException.h"
@@ -132,11 +132,14 @@ void CJsonObject::GetAllKey(std::list<std::string>& keys) const {
 }
 
 Value* CJsonObject::Find(const std::string& key) const {
-  if (!value_->IsObject()) {
-    return nullptr;
+  if (value_->IsObject()) {
+    for (auto& member : value_->GetObject()) {
+      if (std::string_view(member.name.GetString(), member.name.GetStringLength()) == key) {
+        return &member.value;
+      }
+    }
   }
-  const auto member = value_->FindMember(Value(Reference(key)));
-  return member != value_->MemberEnd() ? &member->value : nullptr;
+  return nullptr;
 }
 
 Value& CJsonObject::Require(const std::string& key) const {

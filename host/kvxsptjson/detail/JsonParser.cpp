@@ -5,7 +5,9 @@
 #include <rapidjson/reader.h>
 
 #include <algorithm>
+#include <array>
 #include <charconv>
+#include <cstddef>
 #include <cstring>
 #include <locale>
 #include <sstream>
@@ -22,13 +24,18 @@ namespace {
 
 // Holds an object's first sixteen members and a property's texts.
 constexpr std::size_t kFirstChunk = 1024;
+// With its head a little less than 8 KiB. In small chunks, a good part of each is left over when a value does not fit.
+constexpr std::size_t kLaterChunks = 8000;
 // RapidJSON copies, writes and compares values by recursion, so depth is bounded where a document enters.
 constexpr unsigned kMaxDepth = 512;
 constexpr const char* kByteOrderMark = "\xEF\xBB\xBF";
 
 struct SDocumentMemory {
-  JsonDocument::AllocatorType allocator{kFirstChunk};
-  JsonDocument document{&allocator};
+  SDocumentMemory() : allocator(firstChunk.data(), firstChunk.size(), kLaterChunks), document(&allocator) {}
+
+  alignas(std::max_align_t) std::array<char, kFirstChunk> firstChunk;
+  JsonDocument::AllocatorType allocator;
+  JsonDocument document;
 };
 
 /// Passes a parse on to a document, and stops it at what RapidJSON itself would let through.
