@@ -53,16 +53,16 @@ void CUpgradeRun::Save(const CJsonObject& checkResult) {
 
 std::string CUpgradeRun::ToText(const std::shared_ptr<CJsonObject>& checkResult) {
   using namespace checkmeta;
-  const std::array<std::array<const std::string*, 4>, 3> kinds = {{
-      {&kBehavior, &kInsertedBehaviors, &kDeletedBehaviors, &kUpdatedBehaviors},
-      {&kClass, &kInsertedClasses, &kDeletedClasses, &kUpdatedClasses},
-      {&kLink, &kInsertedLinks, &kDeletedLinks, &kUpdatedLinks},
+  const std::array<std::array<const char*, 4>, 3> kinds = {{
+      {kBehavior, kInsertedBehaviors, kDeletedBehaviors, kUpdatedBehaviors},
+      {kClass, kInsertedClasses, kDeletedClasses, kUpdatedClasses},
+      {kLink, kInsertedLinks, kDeletedLinks, kUpdatedLinks},
   }};
   CCheckResultConverter converter(handlerContext_, context_);
   std::string text;
   for (const auto& [kind, inserted, deleted, updated] : kinds) {
-    if (const auto section = checkResult->GetPropertyObjectValue(*kind); section != nullptr) {
-      converter.ConversionMetaInfo(*kind, *inserted, *deleted, *updated, section, text);
+    if (const auto section = checkResult->GetPropertyObjectValue(kind); section != nullptr) {
+      converter.ConversionMetaInfo(kind, inserted, deleted, updated, section, text);
     }
   }
   return text;

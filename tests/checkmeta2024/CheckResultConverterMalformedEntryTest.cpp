@@ -176,11 +176,15 @@ TEST_P(CheckResultConverterMalformedEntryTest, TheFirstFaultInTheOrderOfReadingI
   ExpectThrows("{}", Missing("updated_field"));
   ExpectThrows(R"({"updated_field": "length"})", Missing("client_property"));
   ExpectThrows(R"({"updated_field": "length", "client_property": {}})", Missing("original_property"));
-  ExpectThrows(R"({"updated_field": "length", "client_property": {}, "original_property": {}})", Missing("length"));
+  // The names of the client's property, then its value of the field, then the original's.
   ExpectThrows(R"({"updated_field": "length", "client_property": {"length": null}, "original_property": {}})",
-               WrongType("length", "String"));
-  ExpectThrows(R"({"updated_field": "length", "client_property": {"length": 1}, "original_property": {"length": 2}})",
                Missing("internal_name"));
+  ExpectThrows(R"({"updated_field": "length", "client_property": {"internal_name": "A"}, "original_property": {}})",
+               Missing("display_name"));
+  const std::string named =
+      R"({"updated_field": "length", "client_property": {"internal_name": "A", "display_name": "a")";
+  ExpectThrows(named + R"(}, "original_property": {"length": null}})", Missing("length"));
+  ExpectThrows(named + R"(, "length": 1}, "original_property": {"length": null}})", WrongType("length", "String"));
 }
 
 TEST_P(CheckResultConverterMalformedEntryTest, AnEntryThatIsNoObjectThrows) {

@@ -6,6 +6,7 @@
 #include "checkmeta2024/Meta2024ToJsonConverter.h"
 #include "kvxsptjson/JsonObject.h"
 #include "upgrademeta2024/MetaBehavior2024.h"
+#include "upgrademeta2024/MetaMethod2024.h"
 
 namespace {
 
@@ -76,7 +77,7 @@ bool CCheckBehavior2024Helper::CheckMethodsOfBehavior(MethodList& deleted, Metho
 }
 
 void CCheckBehavior2024Helper::GetMethodChekResult(const std::string& key, MethodList& methods,
-                                                   std::shared_ptr<CJsonObject>& entry) {
+                                                   std::shared_ptr<CJsonObject>& entry) const {
   checkmeta::SetElementArray(*entry, key, methods, &CMeta2024ToJsonConverter::ConversionMethod2024ToJson);
 }
 

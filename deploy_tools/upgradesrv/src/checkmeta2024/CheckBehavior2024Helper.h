@@ -31,7 +31,7 @@ class CHECKMETA2024_EXPORT CCheckBehavior2024Helper {
   using MethodList = std::list<std::shared_ptr<CMetaMethod2024>>;
 
   bool CheckMethodsOfBehavior(MethodList& deleted, MethodList& inserted) const;
-  static void GetMethodChekResult(const std::string& key, MethodList& methods, std::shared_ptr<CJsonObject>& entry);
+  void GetMethodChekResult(const std::string& key, MethodList& methods, std::shared_ptr<CJsonObject>& entry) const;
   bool CheckPropertiesOfBehavior(std::shared_ptr<CJsonObject>& entry);
   bool CheckPropertiesOfBehavior() const;
 

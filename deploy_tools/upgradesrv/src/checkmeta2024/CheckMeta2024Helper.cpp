@@ -27,11 +27,11 @@ struct SFindings {
 };
 
 template <typename Kind>
-SFindings Compare(const CMetaDictionary2024& clientDictionary, const CMetaDictionary2024& originalDictionary) {
+SFindings Compare(CMetaDictionary2024& clientDictionary, CMetaDictionary2024& originalDictionary) {
   SFindings findings;
-  for (const auto& clientElement : (clientDictionary.*Kind::kList)()) {
+  for (const auto& clientElement : Kind::List(clientDictionary)) {
     std::shared_ptr<typename Kind::Element> originalElement;
-    if (!(originalDictionary.*Kind::kExist)(clientElement->GetInternalName(), originalElement) ||
+    if (!Kind::Exist(originalDictionary, clientElement->GetInternalName(), originalElement) ||
         originalElement == nullptr) {
       findings.inserted.push_back(ToJson<Kind>(*clientElement));
       continue;
@@ -43,9 +43,9 @@ SFindings Compare(const CMetaDictionary2024& clientDictionary, const CMetaDictio
       findings.updated.push_back(std::move(entry));
     }
   }
-  for (const auto& originalElement : (originalDictionary.*Kind::kList)()) {
+  for (const auto& originalElement : Kind::List(originalDictionary)) {
     std::shared_ptr<typename Kind::Element> clientElement;
-    if (!(clientDictionary.*Kind::kExist)(originalElement->GetInternalName(), clientElement)) {
+    if (!Kind::Exist(clientDictionary, originalElement->GetInternalName(), clientElement)) {
       findings.passed = false;
       findings.deleted.push_back(ToJson<Kind>(*originalElement));
     }
@@ -54,23 +54,23 @@ SFindings Compare(const CMetaDictionary2024& clientDictionary, const CMetaDictio
 }
 
 template <typename Kind>
-bool CheckWithDocument(const CMetaDictionary2024& clientDictionary, const CMetaDictionary2024& originalDictionary,
+bool CheckWithDocument(CMetaDictionary2024& clientDictionary, CMetaDictionary2024& originalDictionary,
                        CJsonObject& checkResult) {
   SFindings findings = Compare<Kind>(clientDictionary, originalDictionary);
   if (findings.passed) {
     return true;
   }
-  // The kind object is filled where it stays: a large one is not copied once more.
-  checkResult.SetObjectValue(Kind::Key(), std::make_shared<CJsonObject>());
-  const std::shared_ptr<CJsonObject> kindObject = checkResult.GetObjectValue(Kind::Key());
+  // Filled before it is set: when a list cannot be set, the document is as it was.
+  const auto kindObject = std::make_shared<CJsonObject>();
   // Each list has been copied once it is set; a large one need not stay beside its copies.
-  const auto moveInto = [&kindObject](const std::string& key, std::list<std::shared_ptr<CJsonObject>>& entries) {
+  const auto moveInto = [&kindObject](const char* key, std::list<std::shared_ptr<CJsonObject>>& entries) {
     checkmeta::SetArrayUnlessEmpty(*kindObject, key, entries);
     entries.clear();
   };
-  moveInto(Kind::InsertedKey(), findings.inserted);
-  moveInto(Kind::UpdatedKey(), findings.updated);
-  moveInto(Kind::DeletedKey(), findings.deleted);
+  moveInto(Kind::kInsertedKey, findings.inserted);
+  moveInto(Kind::kUpdatedKey, findings.updated);
+  moveInto(Kind::kDeletedKey, findings.deleted);
+  checkResult.SetObjectValue(Kind::kKey, kindObject);
   return false;
 }
 
@@ -81,10 +81,10 @@ template <typename Kind>
 }
 
 template <typename Kind>
-bool CheckWithoutDocument(const CMetaDictionary2024& clientDictionary, const CMetaDictionary2024& originalDictionary) {
-  for (const auto& clientElement : (clientDictionary.*Kind::kList)()) {
+bool CheckWithoutDocument(CMetaDictionary2024& clientDictionary, CMetaDictionary2024& originalDictionary) {
+  for (const auto& clientElement : Kind::List(clientDictionary)) {
     const std::string name = clientElement->GetInternalName();
-    const auto originalElement = (originalDictionary.*Kind::kGet)(name);
+    const auto originalElement = Kind::Get(originalDictionary, name);
     if (originalElement == nullptr) {
       continue;
     }
@@ -93,9 +93,9 @@ bool CheckWithoutDocument(const CMetaDictionary2024& clientDictionary, const CMe
       Fail<Kind>(name, Kind::kClientLine);
     }
   }
-  for (const auto& originalElement : (originalDictionary.*Kind::kList)()) {
+  for (const auto& originalElement : Kind::List(originalDictionary)) {
     const std::string name = originalElement->GetInternalName();
-    if ((clientDictionary.*Kind::kGet)(name) == nullptr) {
+    if (Kind::Get(clientDictionary, name) == nullptr) {
       Fail<Kind>(name, Kind::kOriginalLine);
     }
   }

@@ -1,65 +1,64 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 
-/// The module's shared words: kinds, JSON keys, error codes, property types. Strings are std::string because every
-/// operation that takes them does.
+/// The module's shared words: kinds, JSON keys, error codes. Texts become a std::string where an operation takes one:
+/// strings made while the module is loaded would need memory that may not be there.
 namespace checkmeta {
 
 /// Kinds of elements, in "execute_elements", as top-level keys of the check result document and as display keys.
-inline const std::string kClass = "class";
-inline const std::string kLink = "link";
-inline const std::string kBehavior = "behavior";
+constexpr const char* kClass = "class";
+constexpr const char* kLink = "link";
+constexpr const char* kBehavior = "behavior";
 /// Kinds of what elements carry.
-inline const std::string kMethod = "method";
-inline const std::string kProperty = "property";
+constexpr const char* kMethod = "method";
+constexpr const char* kProperty = "property";
 
 /// Kinds of changes, also display keys.
-inline const std::string kInserted = "inserted";
-inline const std::string kDeleted = "deleted";
-inline const std::string kUpdated = "updated";
+constexpr const char* kInserted = "inserted";
+constexpr const char* kDeleted = "deleted";
+constexpr const char* kUpdated = "updated";
 /// Display key of the words between an old and a new value.
-inline const std::string kUpdatedTo = "updated_to";
+constexpr const char* kUpdatedTo = "updated_to";
 
-inline const std::string kInsertedClasses = "inserted_classes";
-inline const std::string kDeletedClasses = "deleted_classes";
-inline const std::string kUpdatedClasses = "updated_classes";
-inline const std::string kInsertedLinks = "inserted_links";
-inline const std::string kDeletedLinks = "deleted_links";
-inline const std::string kUpdatedLinks = "updated_links";
-inline const std::string kInsertedBehaviors = "inserted_behaviors";
-inline const std::string kDeletedBehaviors = "deleted_behaviors";
-inline const std::string kUpdatedBehaviors = "updated_behaviors";
-inline const std::string kInsertedMethods = "inserted_methods";
-inline const std::string kDeletedMethods = "deleted_methods";
-inline const std::string kUpdatedMethods = "updated_methods";
-inline const std::string kInsertedProperties = "inserted_properties";
-inline const std::string kDeletedProperties = "deleted_properties";
-inline const std::string kUpdatedProperties = "updated_properties";
+constexpr const char* kInsertedClasses = "inserted_classes";
+constexpr const char* kDeletedClasses = "deleted_classes";
+constexpr const char* kUpdatedClasses = "updated_classes";
+constexpr const char* kInsertedLinks = "inserted_links";
+constexpr const char* kDeletedLinks = "deleted_links";
+constexpr const char* kUpdatedLinks = "updated_links";
+constexpr const char* kInsertedBehaviors = "inserted_behaviors";
+constexpr const char* kDeletedBehaviors = "deleted_behaviors";
+constexpr const char* kUpdatedBehaviors = "updated_behaviors";
+constexpr const char* kInsertedMethods = "inserted_methods";
+constexpr const char* kDeletedMethods = "deleted_methods";
+constexpr const char* kUpdatedMethods = "updated_methods";
+constexpr const char* kInsertedProperties = "inserted_properties";
+constexpr const char* kDeletedProperties = "deleted_properties";
+constexpr const char* kUpdatedProperties = "updated_properties";
 
 /// Members of a property update entry.
-inline const std::string kUpdatedField = "updated_field";
-inline const std::string kClientProperty = "client_property";
-inline const std::string kOriginalProperty = "original_property";
+constexpr const char* kUpdatedField = "updated_field";
+constexpr const char* kClientProperty = "client_property";
+constexpr const char* kOriginalProperty = "original_property";
 
-/// Members of an element JSON. The first two stand in every kind's and are display keys as well.
-inline const std::string kInternalName = "internal_name";
-inline const std::string kDisplayName = "display_name";
-inline const std::string kClassId = "class_id";
-inline const std::string kTableName = "table_name";
-inline const std::string kField = "field";
-inline const std::string kType = "type";
-inline const std::string kLength = "length";
-inline const std::string kDefaultValue = "default_value";
-inline const std::string kPrecision = "precision";
-inline const std::string kMax = "max";
-inline const std::string kMin = "min";
-inline const std::string kLookupInternalName = "lookup_internal_name";
+/// Members of an element JSON. Every kind has the first two; they are display keys as well.
+constexpr const char* kInternalName = "internal_name";
+constexpr const char* kDisplayName = "display_name";
+constexpr const char* kClassId = "class_id";
+constexpr const char* kTableName = "table_name";
+constexpr const char* kField = "field";
+constexpr const char* kType = "type";
+constexpr const char* kLength = "length";
+constexpr const char* kDefaultValue = "default_value";
+constexpr const char* kPrecision = "precision";
+constexpr const char* kMax = "max";
+constexpr const char* kMin = "min";
+constexpr const char* kLookupInternalName = "lookup_internal_name";
 
 /// Parameter and result of the strategy.
-inline const std::string kExecuteElements = "execute_elements";
-inline const std::string kErrorInfo = "error_info";
+constexpr const char* kExecuteElements = "execute_elements";
+constexpr const char* kErrorInfo = "error_info";
 
 constexpr std::uint32_t kPropertyCheckError = 0xA4520003;
 constexpr std::uint32_t kBehaviorCheckError = 0xA4520004;

@@ -46,10 +46,10 @@ CCheckMetaStrategy2024::~CCheckMetaStrategy2024() = default;
 void CCheckMetaStrategy2024::Invoke(CHandlerContext& handlerContext, CUpgradeContext& upgradeContext) {
   using Check = bool (CCheckMeta2024Helper::*)(std::shared_ptr<CJsonObject>&);
   struct SKind {
-    const std::string& name;
+    const char* name;
     Check check;
   };
-  static const std::array<SKind, 3> kinds = {{
+  static constexpr std::array<SKind, 3> kKinds = {{
       {checkmeta::kClass, &CCheckMeta2024Helper::CheckMetaClasses},
       {checkmeta::kLink, &CCheckMeta2024Helper::CheckMetaLinks},
       {checkmeta::kBehavior, &CCheckMeta2024Helper::CheckMetaBehaviors},
@@ -60,10 +60,10 @@ void CCheckMetaStrategy2024::Invoke(CHandlerContext& handlerContext, CUpgradeCon
   CCheckMeta2024Helper helper(handlerContext, upgradeContext);
   bool allPassed = true;
   for (const std::string& element : elements) {
-    const auto* const kind = std::find_if(kinds.begin(), kinds.end(), [&element](const SKind& known) {
+    const auto* const kind = std::find_if(kKinds.begin(), kKinds.end(), [&element](const SKind& known) {
       return CStringHelper::StringCompare(known.name, element, false) == 0;
     });
-    if (kind == kinds.end()) {
+    if (kind == kKinds.end()) {
       checkmeta::LogError({__FILE__, kUnknownKindLine, "CCheckMetaStrategy2024::Invoke"},
                           "meta element check type error.type:" + element, checkmeta::kUnknownKindError);
     } else if (!(helper.*kind->check)(checkResult)) {
@@ -84,18 +84,18 @@ void CCheckMetaStrategy2024::Invoke(CHandlerContext& handlerContext, CUpgradeCon
 std::string CCheckMetaStrategy2024::ConversionCheckResultToString(const std::shared_ptr<CJsonObject>& checkResult,
                                                                   CCheckResultConverter& converter) {
   struct SRow {
-    const std::string& kind;
-    const std::string& insertedKey;
-    const std::string& deletedKey;
-    const std::string& updatedKey;
+    const char* kind;
+    const char* insertedKey;
+    const char* deletedKey;
+    const char* updatedKey;
   };
-  static const std::array<SRow, 3> rows = {{
+  static constexpr std::array<SRow, 3> kRows = {{
       {checkmeta::kBehavior, checkmeta::kInsertedBehaviors, checkmeta::kDeletedBehaviors, checkmeta::kUpdatedBehaviors},
       {checkmeta::kClass, checkmeta::kInsertedClasses, checkmeta::kDeletedClasses, checkmeta::kUpdatedClasses},
       {checkmeta::kLink, checkmeta::kInsertedLinks, checkmeta::kDeletedLinks, checkmeta::kUpdatedLinks},
   }};
   std::string text;
-  for (const SRow& row : rows) {
+  for (const SRow& row : kRows) {
     if (const std::shared_ptr<CJsonObject> section = checkResult->GetPropertyObjectValue(row.kind);
         section != nullptr) {
       converter.ConversionMetaInfo(row.kind, row.insertedKey, row.deletedKey, row.updatedKey, section, text);

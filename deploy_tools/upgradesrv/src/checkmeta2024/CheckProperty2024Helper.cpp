@@ -1,6 +1,8 @@
 #include "checkmeta2024/CheckProperty2024Helper.h"
 
 #include <array>
+#include <cstdint>
+#include <string>
 
 #include "checkmeta2024/CheckMetaConstants.h"
 #include "checkmeta2024/ErrorLog.h"
@@ -36,9 +38,9 @@ bool CCheckProperty2024Helper::CheckProperty(std::list<std::shared_ptr<CJsonObje
   using Check = bool (CCheckProperty2024Helper::*)() const;
   struct SRow {
     Check check;
-    const std::string& field;
+    const char* field;
   };
-  static const std::array<SRow, 6> rows = {{
+  static constexpr std::array<SRow, 6> kRows = {{
       {&CCheckProperty2024Helper::CheckPropertyType, checkmeta::kType},
       {&CCheckProperty2024Helper::CheckPropertyLength, checkmeta::kLength},
       {&CCheckProperty2024Helper::CheckPrecision, checkmeta::kPrecision},
@@ -47,7 +49,7 @@ bool CCheckProperty2024Helper::CheckProperty(std::list<std::shared_ptr<CJsonObje
       {&CCheckProperty2024Helper::CheckDefaultValue, checkmeta::kDefaultValue},
   }};
   bool passed = true;
-  for (const SRow& row : rows) {
+  for (const SRow& row : kRows) {
     if (!(this->*row.check)()) {
       passed = false;
       entries.push_back(GetPropertyCheckResult(row.field));
@@ -63,7 +65,7 @@ bool CCheckProperty2024Helper::CheckProperty() {
     int line;
     const char* message;
   };
-  constexpr std::array<SRow, 5> kRows = {{
+  static constexpr std::array<SRow, 5> kRows = {{
       {&CCheckProperty2024Helper::CheckPropertyType, __LINE__, "property check CheckPropertyType error.property:"},
       {&CCheckProperty2024Helper::CheckPropertyLength, __LINE__, "property check CheckPropertyLength error.property:"},
       {&CCheckProperty2024Helper::CheckPrecision, __LINE__, "property check CheckPrecision error.property:"},
@@ -81,32 +83,48 @@ bool CCheckProperty2024Helper::CheckProperty() {
   return passed;
 }
 
+// In all of them the client's value is fetched first.
+
 bool CCheckProperty2024Helper::CheckPropertyType() const {
-  return Equal(clientProperty_.GetType(), originalProperty_.GetType());
+  const std::string client = clientProperty_.GetType();
+  const std::string original = originalProperty_.GetType();
+  return Equal(client, original);
 }
 
 bool CCheckProperty2024Helper::CheckPropertyLength() const {
-  return clientProperty_.GetLength() == originalProperty_.GetLength();
+  const std::uint32_t client = clientProperty_.GetLength();
+  const std::uint32_t original = originalProperty_.GetLength();
+  return client == original;
 }
 
 bool CCheckProperty2024Helper::CheckPrecision() const {
-  return clientProperty_.GetPrecision() == originalProperty_.GetPrecision();
+  const std::uint16_t client = clientProperty_.GetPrecision();
+  const std::uint16_t original = originalProperty_.GetPrecision();
+  return client == original;
 }
 
 bool CCheckProperty2024Helper::CheckMaxMinValue() const {
-  return CheckMaxValue() && CheckMinValue();
+  const SMaxMin client(clientProperty_);
+  const SMaxMin original(originalProperty_);
+  return Equal(client.max, original.max) && Equal(client.min, original.min);
 }
 
 bool CCheckProperty2024Helper::CheckMaxValue() const {
-  return Equal(SMaxMin(clientProperty_).max, SMaxMin(originalProperty_).max);
+  const SMaxMin client(clientProperty_);
+  const SMaxMin original(originalProperty_);
+  return Equal(client.max, original.max);
 }
 
 bool CCheckProperty2024Helper::CheckMinValue() const {
-  return Equal(SMaxMin(clientProperty_).min, SMaxMin(originalProperty_).min);
+  const SMaxMin client(clientProperty_);
+  const SMaxMin original(originalProperty_);
+  return Equal(client.min, original.min);
 }
 
 bool CCheckProperty2024Helper::CheckDefaultValue() const {
-  return Equal(clientProperty_.GetDefaultValue(), originalProperty_.GetDefaultValue());
+  const std::string client = clientProperty_.GetDefaultValue();
+  const std::string original = originalProperty_.GetDefaultValue();
+  return Equal(client, original);
 }
 
 std::shared_ptr<CJsonObject> CCheckProperty2024Helper::GetPropertyCheckResult(const std::string& updatedField) {

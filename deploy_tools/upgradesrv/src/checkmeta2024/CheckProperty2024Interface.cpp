@@ -19,31 +19,14 @@ PropertyDict::const_iterator Match(const PropertyDict& dict, const CMetaProperty
   return dict.find(name);
 }
 
-/// Calls `pair(client, original)` for each property of the list that the dictionary has, in list order, and appends the
-/// others to `unmatched`.
+/// Calls `pair(client, original)` for each property of the list that the dictionary has, in list order.
 template <typename Pair>
-void ForEachPair(const PropertyList& clientList, const PropertyDict& originalDict, PropertyList& unmatched,
-                 const Pair& pair) {
+void ForEachPair(const PropertyList& clientList, const PropertyDict& originalDict, const Pair& pair) {
   for (const std::shared_ptr<CMetaProperty2024>& client : clientList) {
     if (const auto original = Match(originalDict, *client); original != originalDict.end()) {
       pair(client, original->second);
-    } else {
-      unmatched.push_back(client);
     }
   }
-}
-
-/// Appends to `entries` what differs in the properties that both have, and to `inserted` those that only the client
-/// has. True when something differs.
-bool CompareClientProperties(const PropertyList& clientList, const PropertyDict& originalDict, PropertyList& inserted,
-                             std::list<std::shared_ptr<CJsonObject>>& entries) {
-  bool updated = false;
-  ForEachPair(clientList, originalDict, inserted, [&](const auto& client, const auto& original) {
-    if (!CCheckProperty2024Helper(*client, *original).CheckProperty(entries)) {
-      updated = true;
-    }
-  });
-  return updated;
 }
 
 }  // namespace
@@ -67,13 +50,15 @@ bool CCheckProperty2024Interface::CheckProperties(const PropertyList& clientList
     passed = false;
     GetPropertyChekResult(checkmeta::kDeletedProperties, deleted, result);
   }
-  // One walk over the client's list finds what was inserted and what was updated.
   PropertyList inserted;
-  std::list<std::shared_ptr<CJsonObject>> entries;
-  const bool updated = CompareClientProperties(clientList, originalDict, inserted, entries);
-  GetPropertyChekResult(checkmeta::kInsertedProperties, inserted, result);
-  checkmeta::SetArrayUnlessEmpty(*result, checkmeta::kUpdatedProperties, entries);
-  return passed && inserted.empty() && !updated;
+  if (HasChangedProperties(clientList, originalDict, inserted)) {
+    passed = false;
+    GetPropertyChekResult(checkmeta::kInsertedProperties, inserted, result);
+  }
+  if (HasUpdatedProperties(clientList, originalDict, result)) {
+    passed = false;
+  }
+  return passed;
 }
 
 bool CCheckProperty2024Interface::HasDeletedProperties(const PropertyList& originalList, const PropertyDict& clientDict,
@@ -89,8 +74,7 @@ bool CCheckProperty2024Interface::HasInsertedProperties(const PropertyList& clie
 bool CCheckProperty2024Interface::HasUpdatedProperties(const PropertyList& clientList, const PropertyDict& originalDict,
                                                        PropertyList& updatedClient, PropertyList& updatedOriginal) {
   bool updated = false;
-  PropertyList unmatched;
-  ForEachPair(clientList, originalDict, unmatched, [&](const auto& client, const auto& original) {
+  ForEachPair(clientList, originalDict, [&](const auto& client, const auto& original) {
     if (!CCheckProperty2024Helper(*client, *original).CheckProperty()) {
       updatedClient.push_back(client);
       updatedOriginal.push_back(original);
@@ -102,9 +86,13 @@ bool CCheckProperty2024Interface::HasUpdatedProperties(const PropertyList& clien
 
 bool CCheckProperty2024Interface::HasUpdatedProperties(const PropertyList& clientList, const PropertyDict& originalDict,
                                                        std::shared_ptr<CJsonObject>& result) {
-  PropertyList unmatched;
+  bool updated = false;
   std::list<std::shared_ptr<CJsonObject>> entries;
-  const bool updated = CompareClientProperties(clientList, originalDict, unmatched, entries);
+  ForEachPair(clientList, originalDict, [&](const auto& client, const auto& original) {
+    if (!CCheckProperty2024Helper(*client, *original).CheckProperty(entries)) {
+      updated = true;
+    }
+  });
   checkmeta::SetArrayUnlessEmpty(*result, checkmeta::kUpdatedProperties, entries);
   return updated;
 }

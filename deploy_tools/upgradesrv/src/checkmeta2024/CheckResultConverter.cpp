@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <functional>
 #include <utility>
 
 #include "checkmeta2024/CheckMetaConstants.h"
@@ -18,14 +17,12 @@ namespace {
 constexpr int kUnknownChangeKindLine = 87;
 constexpr int kUnknownMetaTypeLine = 115;
 
-using Words = std::initializer_list<std::reference_wrapper<const std::string>>;
-
 /// The one of `words` that `word` is; null when it is none of them.
-const std::string* FindWord(Words words, const std::string& word) {
-  const auto* const found = std::find_if(words.begin(), words.end(), [&word](const std::string& known) {
+const char* FindWord(std::initializer_list<const char*> words, const std::string& word) {
+  const auto* const found = std::find_if(words.begin(), words.end(), [&word](const char* known) {
     return CStringHelper::StringCompare(known, word, false) == 0;
   });
-  return found != words.end() ? &found->get() : nullptr;
+  return found != words.end() ? *found : nullptr;
 }
 
 void LogUnknown(int line, const std::string& message) {
@@ -36,7 +33,10 @@ void LogUnknown(int line, const std::string& message) {
 }  // namespace
 
 CCheckResultConverter::CCheckResultConverter(CHandlerContext& handlerContext, CUpgradeContext& upgradeContext)
-    : CSupportUpgradeHandler(handlerContext, upgradeContext) {}
+    : CSupportUpgradeHandler(handlerContext, upgradeContext) {
+  // A stream keeps quiet about memory that it does not get: a part of the text would be missing.
+  buffer_.exceptions(std::ios::badbit | std::ios::failbit);
+}
 
 CCheckResultConverter::~CCheckResultConverter() = default;
 
@@ -51,16 +51,18 @@ void CCheckResultConverter::Init() {
   initialized_ = true;
 }
 
-const std::string& CCheckResultConverter::Display(const std::string& key) {
-  // A few words are written again and again; neither dictionary nor language changes once they are loaded.
-  const auto known = words_.find(key);
-  return known != words_.end() ? known->second
-                               : words_.emplace(key, dictionary_->GetDisplayString(language_, key)).first->second;
+std::string CCheckResultConverter::Display(const std::string& key) const {
+  return dictionary_->GetDisplayString(language_, key);
 }
 
-void CCheckResultConverter::WriteElementLine(const std::string& indent, const CJsonObject& element) {
+void CCheckResultConverter::WriteElementLine(const std::string& indent, CJsonObject& element) {
   const std::string internalName = element.GetStringValue(checkmeta::kInternalName);
   const std::string displayName = element.GetStringValue(checkmeta::kDisplayName);
+  WriteElementLine(indent, internalName, displayName);
+}
+
+void CCheckResultConverter::WriteElementLine(const std::string& indent, const std::string& internalName,
+                                             const std::string& displayName) {
   buffer_ << indent << " " << Display(checkmeta::kInternalName) << ":" << internalName << ","
           << Display(checkmeta::kDisplayName) << ":" << displayName << "\n";
 }
@@ -89,15 +91,15 @@ void CCheckResultConverter::ConversionMetaInfoByType(const std::string& indent, 
   if (elements.empty()) {
     return;
   }
-  if (const std::string* word = FindWord({checkmeta::kInserted, checkmeta::kDeleted}, changeKind); word != nullptr) {
-    buffer_ << indent << Display(*word);
+  if (const char* const word = FindWord({checkmeta::kInserted, checkmeta::kDeleted}, changeKind); word != nullptr) {
+    buffer_ << indent << Display(word);
   } else {
     LogUnknown(kUnknownChangeKindLine, "meta element check type error.check type:" + changeKind);
   }
-  const std::string* word = FindWord(
+  const char* const word = FindWord(
       {checkmeta::kClass, checkmeta::kLink, checkmeta::kBehavior, checkmeta::kMethod, checkmeta::kProperty}, metaType);
   if (word != nullptr) {
-    buffer_ << Display(*word) << ":\n";
+    buffer_ << Display(word) << ":\n";
   } else {
     LogUnknown(kUnknownMetaTypeLine, "meta element check type error.meta type:" + metaType);
   }
@@ -112,7 +114,7 @@ void CCheckResultConverter::ConversionUpdatedMetaInfo(const std::string& indent,
   if (elements.empty()) {
     return;
   }
-  const std::array<std::pair<const std::string&, std::list<std::string>>, 3> nestedKinds = {{
+  const std::array<std::pair<const char*, std::list<std::string>>, 3> nestedKinds = {{
       {checkmeta::kClass, {checkmeta::kBehavior, checkmeta::kProperty}},
       {checkmeta::kLink, {checkmeta::kProperty}},
       {checkmeta::kBehavior, {checkmeta::kMethod, checkmeta::kProperty}},
@@ -156,11 +158,16 @@ void CCheckResultConverter::ConversionUpdatedNestedMetaInfo(const std::string& i
     if (!hasInserted && !hasDeleted && !hasUpdated) {
       continue;
     }
-    // A list that is absent is empty, and an empty one writes nothing.
     WriteElementLine(indent, *element);
-    ConversionMetaInfoByType(nestedIndent, checkmeta::kInserted, nestedType, inserted);
-    ConversionMetaInfoByType(nestedIndent, checkmeta::kDeleted, nestedType, deleted);
-    ConversionUpdatedPropertyInfo(nestedIndent, updated);
+    if (hasInserted) {
+      ConversionMetaInfoByType(nestedIndent, checkmeta::kInserted, nestedType, inserted);
+    }
+    if (hasDeleted) {
+      ConversionMetaInfoByType(nestedIndent, checkmeta::kDeleted, nestedType, deleted);
+    }
+    if (hasUpdated) {
+      ConversionUpdatedPropertyInfo(nestedIndent, updated);
+    }
   }
   buffer_ << "\n";
 }
@@ -175,7 +182,7 @@ void CCheckResultConverter::ConversionUpdatedBehaviorInfoOfClass(const std::stri
   std::string prefix = indent;
   for (const std::shared_ptr<CJsonObject>& element : elements) {
     using Found = std::pair<bool, std::list<std::string>>;
-    const std::array<std::pair<const std::string&, Found>, 3> lists = {{
+    const std::array<std::pair<const char*, Found>, 3> lists = {{
         {checkmeta::kInserted, element->GetPropertyStringArrayValue(insertedKey)},
         {checkmeta::kDeleted, element->GetPropertyStringArrayValue(deletedKey)},
         {checkmeta::kUpdated, element->GetPropertyStringArrayValue(updatedKey)},
@@ -209,9 +216,11 @@ void CCheckResultConverter::ConversionUpdatedPropertyInfo(const std::string& ind
     if (client == nullptr || original == nullptr) {
       continue;
     }
+    const std::string internalName = client->GetStringValue(checkmeta::kInternalName);
+    const std::string displayName = client->GetStringValue(checkmeta::kDisplayName);
     const std::string clientValue = client->GetStringValue(field);
     const std::string originalValue = original->GetStringValue(field);
-    WriteElementLine(indent, *client);
+    WriteElementLine(indent, internalName, displayName);
     buffer_ << indent << "  " << field << ":" << originalValue << Display(checkmeta::kUpdatedTo) << ":" << clientValue
             << "\n";
   }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <list>
-#include <map>
 #include <memory>
 #include <sstream>
 #include <string>
@@ -56,8 +55,10 @@ class CHECKMETA2024_EXPORT CCheckResultConverter : public CSupportUpgradeHandler
   using ObjectList = std::list<std::shared_ptr<CJsonObject>>;
 
   void Init();
-  const std::string& Display(const std::string& key);
-  void WriteElementLine(const std::string& indent, const CJsonObject& element);
+  /// The word of a display key in the language of the run.
+  std::string Display(const std::string& key) const;
+  void WriteElementLine(const std::string& indent, CJsonObject& element);
+  void WriteElementLine(const std::string& indent, const std::string& internalName, const std::string& displayName);
   void ConversionMetaInfoByType(const std::string& indent, const std::string& changeKind, const std::string& metaType,
                                 const ObjectList& elements);
   void ConversionUpdatedMetaInfo(const std::string& indent, const std::string& metaType, const ObjectList& elements);
@@ -75,5 +76,4 @@ class CHECKMETA2024_EXPORT CCheckResultConverter : public CSupportUpgradeHandler
   std::shared_ptr<CMultiLanguageConfig> dictionary_;
   std::string language_;
   bool initialized_ = false;
-  std::map<std::string, std::string> words_;
 };

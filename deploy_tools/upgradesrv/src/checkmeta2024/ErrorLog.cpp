@@ -1,25 +1,21 @@
 #include "checkmeta2024/ErrorLog.h"
 
-#include <ios>
-#include <locale>
-#include <sstream>
-
 #include "kvxsptlog/Log.h"
 
 namespace checkmeta {
 namespace {
 
-const std::string kLogName = "errormsg";
+constexpr const char* kLogName = "errormsg";
 constexpr int kLogLevel = 40000;
 
 }  // namespace
 
 std::string CodedMessage(const std::string& message, std::uint32_t code) {
-  std::ostringstream text;
-  // The process may have set a locale that groups digits.
-  text.imbue(std::locale::classic());
-  text << message << "<hr=0x" << std::uppercase << std::hex << code << ">";
-  return text.str();
+  std::string digits;
+  for (; code != 0 || digits.empty(); code /= 16) {
+    digits.insert(digits.begin(), "0123456789ABCDEF"[code % 16]);
+  }
+  return message + "<hr=0x" + digits + ">";
 }
 
 void LogError(const SLogPlace& place, const std::string& message, std::uint32_t code) {

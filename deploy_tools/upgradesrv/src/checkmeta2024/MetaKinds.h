@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <list>
 #include <memory>
 #include <string>
 
@@ -10,7 +9,10 @@
 #include "checkmeta2024/CheckLink2024Helper.h"
 #include "checkmeta2024/CheckMetaConstants.h"
 #include "checkmeta2024/Meta2024ToJsonConverter.h"
+#include "upgrademeta2024/MetaBehavior2024.h"
+#include "upgrademeta2024/MetaClass2024.h"
 #include "upgrademeta2024/MetaDictionary2024.h"
+#include "upgrademeta2024/MetaLink2024.h"
 
 /// What tells the three kinds of elements apart; the dictionary check is written once over these. The log lines are
 /// fixed: whoever watches the log finds a failed check by them.
@@ -20,17 +22,20 @@ struct SClassKind {
   using Element = CMetaClass2024;
   using Comparer = CCheckClass2024Helper;
 
-  static constexpr auto kList = &CMetaDictionary2024::GetClasses;
-  static constexpr auto kExist = &CMetaDictionary2024::ExistClass;
-  static constexpr auto kGet = &CMetaDictionary2024::GetClass;
+  static auto List(CMetaDictionary2024& dictionary) { return dictionary.GetClasses(); }
+  static bool Exist(CMetaDictionary2024& dictionary, const std::string& name, std::shared_ptr<Element>& out) {
+    return dictionary.ExistClass(name, out);
+  }
+  static auto Get(CMetaDictionary2024& dictionary, const std::string& name) { return dictionary.GetClass(name); }
+
   static constexpr auto kConvert = &CMeta2024ToJsonConverter::ConversionClass2024ToJson;
   static bool Compare(Comparer& comparer, std::shared_ptr<CJsonObject>& entry) { return comparer.CheckClass(entry); }
   static bool Compare(Comparer& comparer) { return comparer.CheckClass(); }
 
-  static const std::string& Key() { return kClass; }
-  static const std::string& InsertedKey() { return kInsertedClasses; }
-  static const std::string& UpdatedKey() { return kUpdatedClasses; }
-  static const std::string& DeletedKey() { return kDeletedClasses; }
+  static constexpr const char* kKey = kClass;
+  static constexpr const char* kInsertedKey = kInsertedClasses;
+  static constexpr const char* kUpdatedKey = kUpdatedClasses;
+  static constexpr const char* kDeletedKey = kDeletedClasses;
 
   static constexpr const char* kLogPrefix = "meta check class error.class:";
   static constexpr const char* kFunction = "CCheckMeta2024Helper::CheckMetaClasses";
@@ -43,17 +48,20 @@ struct SLinkKind {
   using Element = CMetaLink2024;
   using Comparer = CCheckLink2024Helper;
 
-  static constexpr auto kList = &CMetaDictionary2024::GetLinks;
-  static constexpr auto kExist = &CMetaDictionary2024::ExistLink;
-  static constexpr auto kGet = &CMetaDictionary2024::GetLink;
+  static auto List(CMetaDictionary2024& dictionary) { return dictionary.GetLinks(); }
+  static bool Exist(CMetaDictionary2024& dictionary, const std::string& name, std::shared_ptr<Element>& out) {
+    return dictionary.ExistLink(name, out);
+  }
+  static auto Get(CMetaDictionary2024& dictionary, const std::string& name) { return dictionary.GetLink(name); }
+
   static constexpr auto kConvert = &CMeta2024ToJsonConverter::ConversionLink2024ToJson;
   static bool Compare(Comparer& comparer, std::shared_ptr<CJsonObject>& entry) { return comparer.CheckLink(entry); }
   static bool Compare(Comparer& comparer) { return comparer.CheckLink(); }
 
-  static const std::string& Key() { return kLink; }
-  static const std::string& InsertedKey() { return kInsertedLinks; }
-  static const std::string& UpdatedKey() { return kUpdatedLinks; }
-  static const std::string& DeletedKey() { return kDeletedLinks; }
+  static constexpr const char* kKey = kLink;
+  static constexpr const char* kInsertedKey = kInsertedLinks;
+  static constexpr const char* kUpdatedKey = kUpdatedLinks;
+  static constexpr const char* kDeletedKey = kDeletedLinks;
 
   static constexpr const char* kLogPrefix = "meta check link error.link:";
   static constexpr const char* kFunction = "CCheckMeta2024Helper::CheckMetaLinks";
@@ -66,17 +74,20 @@ struct SBehaviorKind {
   using Element = CMetaBehavior2024;
   using Comparer = CCheckBehavior2024Helper;
 
-  static constexpr auto kList = &CMetaDictionary2024::GetBehaviors;
-  static constexpr auto kExist = &CMetaDictionary2024::ExistBehavior;
-  static constexpr auto kGet = &CMetaDictionary2024::GetBehavior;
+  static auto List(CMetaDictionary2024& dictionary) { return dictionary.GetBehaviors(); }
+  static bool Exist(CMetaDictionary2024& dictionary, const std::string& name, std::shared_ptr<Element>& out) {
+    return dictionary.ExistBehavior(name, out);
+  }
+  static auto Get(CMetaDictionary2024& dictionary, const std::string& name) { return dictionary.GetBehavior(name); }
+
   static constexpr auto kConvert = &CMeta2024ToJsonConverter::ConversionBehavior2024ToJson;
   static bool Compare(Comparer& comparer, std::shared_ptr<CJsonObject>& entry) { return comparer.CheckBehavior(entry); }
   static bool Compare(Comparer& comparer) { return comparer.CheckBehavior(); }
 
-  static const std::string& Key() { return kBehavior; }
-  static const std::string& InsertedKey() { return kInsertedBehaviors; }
-  static const std::string& UpdatedKey() { return kUpdatedBehaviors; }
-  static const std::string& DeletedKey() { return kDeletedBehaviors; }
+  static constexpr const char* kKey = kBehavior;
+  static constexpr const char* kInsertedKey = kInsertedBehaviors;
+  static constexpr const char* kUpdatedKey = kUpdatedBehaviors;
+  static constexpr const char* kDeletedKey = kDeletedBehaviors;
 
   static constexpr const char* kLogPrefix = "meta check behavior error.behavior:";
   static constexpr const char* kFunction = "CCheckMeta2024Helper::CheckMetaBehaviors";

@@ -17,14 +17,22 @@ std::shared_ptr<CJsonObject> CMultiLanguageConfig::GetDisplayJson(const std::str
 }
 
 std::string CMultiLanguageConfig::GetDisplayString(const std::string& lang, const std::string& key) const {
-  return GetDisplayJson(key)->GetPropertyStringValue(lang).second;
+  const std::shared_ptr<CJsonObject> entry = json_->GetObjectValue(key);
+  if (entry == nullptr) {
+    return "";
+  }
+  const auto [found, text] = entry->GetPropertyStringValue(lang);
+  return found ? text : "";
 }
 
 std::list<std::string> CMultiLanguageConfig::GetDisplayStrings(const std::string& key) const {
-  const std::shared_ptr<CJsonObject> entry = GetDisplayJson(key);
+  const std::shared_ptr<CJsonObject> entry = json_->GetObjectValue(key);
+  std::list<std::string> texts;
+  if (entry == nullptr) {
+    return texts;
+  }
   std::list<std::string> languages;
   entry->GetAllKey(languages);
-  std::list<std::string> texts;
   for (const std::string& language : languages) {
     texts.push_back(entry->GetStringValue(language));
   }
