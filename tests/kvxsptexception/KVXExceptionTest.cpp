@@ -61,6 +61,8 @@ constexpr bool kAreCodes = (std::is_constructible_v<CKVXException, Codes> && ...
 TEST(KVXExceptionTest, ACodeMayBeOfAnyIntegerType) {
   static_assert(kAreCodes<signed char, unsigned char, short, unsigned short, int, unsigned, long, unsigned long,
                           long long, unsigned long long>);
+  EXPECT_EQ(CKVXException(0xA4520005ULL).GetCode(), 0xA4520005U);
+  EXPECT_EQ(CKVXException(-1L, "text").GetCode(), 0xFFFFFFFFU);
   static_assert(!std::is_constructible_v<CKVXException>);
   static_assert(!std::is_constructible_v<CKVXException, const char*>);
   static_assert(!std::is_convertible_v<int, CKVXException>);
