@@ -139,8 +139,13 @@ TEST_F(ReviewReaderTest, RefusesWhatIsMissing) {
 }
 
 TEST_F(ReviewReaderTest, RefusesWhatIsUnknown) {
-  ExpectFault("\"directory\"", "\"dir\": 1, \"directory\"", "1, \"directory", "/dir: unknown member");
-  ExpectFault("\"risk\":\"loss\"", "\"risk\":\"loss\",\"a/b\":1", "1,\"origin", "/findings/0/a~1b: unknown member");
+  ExpectFault(
+      "\"directory\"", "\"dir\": 1, \"directory\"", "1, \"directory",
+      "/dir: unknown member; known here: format, version, complete, client, original, base, directory, against, "
+      "data, elements, totals, findings, outdated, expired, stale, gone");
+  ExpectFault("\"risk\":\"loss\"", "\"risk\":\"loss\",\"a/b\":1", "1,\"origin",
+              "/findings/0/a~1b: unknown member; known here: id, path, change, rule, risk, origin, reported, "
+              "display_name, type, taken, base, original, client, data, risk_without_data, accepted, since");
   ExpectFault("\"length-shrinks\"", "\"length\"", "\"length\"", "/findings/0/rule: \"length\" is not a rule");
   ExpectFault("\"origin\":\"customer\"", "\"origin\":\"me\"", "\"me\"", "/findings/0/origin: \"me\" is not known here");
   ExpectFault("[\"class\",", "[\"klass\",", "\"klass\"", "/elements/0: \"klass\" is not known here");

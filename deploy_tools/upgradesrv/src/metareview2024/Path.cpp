@@ -171,6 +171,20 @@ std::vector<EKind> KindsOfPattern(std::string_view pattern) {
   return kinds;
 }
 
+std::optional<std::string> ProblemOfPattern(std::string_view text) {
+  const PathSegments segments = SplitPath(text);
+  const bool starInside = std::any_of(segments.begin(), segments.end(), [](std::string_view segment) {
+    return HasWildcard(segment) && segment != kWildcard;
+  });
+  if (starInside) {
+    return "\"*\" can only stand for one whole segment; in a name it is written ~2";
+  }
+  if (KindsOfPattern(text).empty()) {
+    return "no difference has a path of this form";
+  }
+  return std::nullopt;
+}
+
 bool IsAboutAttributes(std::string_view pattern) {
   // KIND/NAME and KIND/NAME/WORD/NAME are whole things.
   return std::count(pattern.begin(), pattern.end(), '/') % 2 == 0;

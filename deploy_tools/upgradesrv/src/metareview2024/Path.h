@@ -38,6 +38,9 @@ METAREVIEW2024_EXPORT bool HasWildcard(std::string_view pattern);
 /// any path.
 METAREVIEW2024_EXPORT std::vector<EKind> KindsOfPattern(std::string_view pattern);
 
+/// Why the text is no pattern of any path; nothing when it is one.
+METAREVIEW2024_EXPORT std::optional<std::string> ProblemOfPattern(std::string_view text);
+
 /// Whether the pattern is about changed attributes, not about whole things.
 METAREVIEW2024_EXPORT bool IsAboutAttributes(std::string_view pattern);
 

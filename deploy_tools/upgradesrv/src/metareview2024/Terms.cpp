@@ -50,6 +50,10 @@ EThing ThingOf(EKind kind) {
   return kThings.at(static_cast<std::size_t>(kind));
 }
 
+bool IsNumeric(EAttribute attribute) {
+  return attribute == EAttribute::kClassId || attribute == EAttribute::kLength || attribute == EAttribute::kPrecision;
+}
+
 const std::vector<EAttribute>& AttributesOf(EThing thing) {
   using A = EAttribute;
   using List = std::vector<EAttribute>;

@@ -42,6 +42,7 @@ enum class EChange {
   kDeleted,
   kChanged
 };
+constexpr std::array<EChange, 3> kChanges = {EChange::kInserted, EChange::kDeleted, EChange::kChanged};
 
 /// Worst first.
 enum class ERisk {
@@ -70,6 +71,8 @@ enum class ESince { kNew, kKnown, kChanged };
 
 /// What an element of the kind is as a thing.
 METAREVIEW2024_EXPORT EThing ThingOf(EKind kind);
+/// Whether the attribute's values are numbers; those of others are texts.
+METAREVIEW2024_EXPORT bool IsNumeric(EAttribute attribute);
 /// The attributes that are compared, in the order of findings; none for a listed behavior.
 METAREVIEW2024_EXPORT const std::vector<EAttribute>& AttributesOf(EThing thing);
 

@@ -3,7 +3,7 @@
 #include "metareview2024/Decision.h"
 #include "metareview2024/Finding.h"
 #include "metareview2024/Review.h"
-#include "metareview2024/render/JsonReading.h"
+#include "metareview2024/reading/JsonReading.h"
 
 /// The objects in the lists of a saved review.
 namespace metareview {

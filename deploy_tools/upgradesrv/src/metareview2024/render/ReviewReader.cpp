@@ -5,15 +5,9 @@
 #include <memory>
 #include <unordered_set>
 
-#include "kvxsptexception/ErrorCodes.h"
-#include "kvxsptexception/KVXException.h"
-#include "kvxsptfile/LineAndColumn.h"
-#include "kvxsptjson/JsonObject.h"
-#include "kvxsptjson/JsonPointer.h"
-#include "kvxsptstring/StringHelper.h"
 #include "metareview2024/Totals.h"
+#include "metareview2024/reading/JsonReading.h"
 #include "metareview2024/render/FindingReader.h"
-#include "metareview2024/render/JsonReading.h"
 #include "metareview2024/render/JsonText.h"
 
 namespace metareview {
@@ -202,17 +196,7 @@ SReview Read(const Json& json) {
 }  // namespace
 
 SReview ReadReview(const std::string& text, const std::string& name) {
-  CJsonObject json;
-  json.CreateFromText(text, name);
-  try {
-    return Read(*json.Share());
-  } catch (const SJsonFault& fault) {
-    const std::string pointer = fault.pointer.empty() ? "/" : fault.pointer;
-    throw CKVXException(
-        kvx::kMalformedDocument,
-        CStringHelper::ToVisible(name + ":" + kvx::LineAndColumn(text.data(), kvx::FindJsonValue(text, fault.pointer)) +
-                                 ": " + pointer + ": " + fault.problem));
-  }
+  return ReadJson(text, name, Read);
 }
 
 }  // namespace metareview

@@ -1,6 +1,10 @@
-#include "metareview2024/render/JsonReading.h"
+#include "metareview2024/reading/JsonReading.h"
 
+#include "kvxsptexception/ErrorCodes.h"
+#include "kvxsptexception/KVXException.h"
+#include "kvxsptfile/LineAndColumn.h"
 #include "kvxsptjson/JsonPointer.h"
+#include "kvxsptstring/StringHelper.h"
 
 namespace metareview {
 
@@ -39,6 +43,13 @@ void CJsonReading::RequireType(bool isType, const char* type) const {
   if (!isType) {
     Fail(std::string("expected ") + type);
   }
+}
+
+void FailWithPlace(const std::string& text, const std::string& name, const SJsonFault& fault) {
+  const std::string place = kvx::LineAndColumn(text.data(), kvx::FindJsonValue(text, fault.pointer));
+  const std::string pointer = fault.pointer.empty() ? "/" : fault.pointer;
+  throw CKVXException(kvx::kMalformedDocument,
+                      CStringHelper::ToVisible(name + ":" + place + ": " + pointer + ": " + fault.problem));
 }
 
 }  // namespace metareview

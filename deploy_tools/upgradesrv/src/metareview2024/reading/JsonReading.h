@@ -12,17 +12,18 @@
 
 #include "kvxsptjson/JsonAllocator.h"
 #include "kvxsptjson/JsonObject.h"
+#include "metareview2024/metareview2024_export.h"
 
 namespace metareview {
 
 /// What is wrong with a value, and where it is: a JSON pointer.
-struct SJsonFault {
+struct METAREVIEW2024_EXPORT SJsonFault {
   std::string pointer;
   std::string problem;
 };
 
 /// Reads values of a parsed document strictly: what is not as expected throws SJsonFault.
-class CJsonReading {
+class METAREVIEW2024_EXPORT CJsonReading {
  public:
   using Json = kvx::JsonValue;
 
@@ -48,7 +49,7 @@ class CJsonReading {
       }
       Enter(name);
       if (i == N) {
-        Fail("unknown member");
+        FailUnknown(members);
       }
       if ((seen >> i & 1U) != 0) {
         Fail("duplicate member");
@@ -106,7 +107,33 @@ class CJsonReading {
 
   void RequireType(bool isType, const char* type) const;
 
+  template <typename T, std::size_t N>
+  [[noreturn]] void FailUnknown(const SMember<T> (&members)[N]) const {
+    std::string names;
+    for (const SMember<T>& member : members) {
+      names += (names.empty() ? "" : ", ") + std::string(member.name);
+    }
+    Fail("unknown member; known here: " + names);
+  }
+
   std::vector<SStep> steps_;
 };
+
+/// Throws CKVXException (kvx::kMalformedDocument, "NAME:LINE:COLUMN: POINTER: what is wrong").
+[[noreturn]] METAREVIEW2024_EXPORT void FailWithPlace(const std::string& text, const std::string& name,
+                                                      const SJsonFault& fault);
+
+/// Parses the text, which messages call `name`, and answers what `read(root)` does. Throws CKVXException
+/// (kvx::kMalformedDocument) with the place of what is wrong.
+template <typename Read>
+auto ReadJson(const std::string& text, const std::string& name, const Read& read) {
+  CJsonObject json;
+  json.CreateFromText(text, name);
+  try {
+    return read(*json.Share());
+  } catch (const SJsonFault& fault) {
+    FailWithPlace(text, name, fault);
+  }
+}
 
 }  // namespace metareview
