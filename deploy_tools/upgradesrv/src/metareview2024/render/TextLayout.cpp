@@ -23,6 +23,9 @@ const std::uint8_t* Bytes(std::string_view text) {
 
 /// The first character of a text that is not empty.
 SCharacter First(std::string_view text) {
+  if (text.front() >= ' ' && text.front() <= '~') {
+    return {1, 1};
+  }
   ucs4_t code = 0;
   const int size = u8_mbtouc(&code, Bytes(text), text.size());
   const int width = uc_width(code, kEncoding);
@@ -59,6 +62,10 @@ std::string PadLeft(std::string text, std::size_t width) {
 }
 
 std::vector<std::string> WrapText(std::string_view text, std::size_t width) {
+  // No character takes more columns than bytes.
+  if (text.size() <= width) {
+    return {std::string(WithoutTrailingSpaces(text))};
+  }
   std::vector<char> breaks(text.size());
   u8_possible_linebreaks(Bytes(text), text.size(), kEncoding, breaks.data());
   std::vector<std::string> lines;
