@@ -6,8 +6,8 @@
 #include "kvxsptjson/JsonObject.h"
 #include "support/TemporaryDirectory.h"
 #include "upgradecontext/UpgradeContext.h"
-#include "upgradesrv/Output.h"
 #include "upgradesrv/StrategyModule.h"
+#include "upgradesrv/Trouble.h"
 #include "upgradesrv/UpgradeConfiguration.h"
 
 namespace {

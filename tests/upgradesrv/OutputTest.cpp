@@ -40,40 +40,6 @@ TEST(TerminalTextTest, KeepsTheNeighboursOfC1ControlCharacters) {
   EXPECT_EQ(TerminalText(text), text);
 }
 
-TEST(WithoutPasswordsTest, HidesTheValueOfAPassword) {
-  using upgradesrv::WithoutPasswords;
-  EXPECT_EQ(WithoutPasswords("host=h password=geheim: no"), "host=h password=*** no");
-  EXPECT_EQ(WithoutPasswords("Password = geheim user=u"), "Password = *** user=u");
-  EXPECT_EQ(WithoutPasswords("password='ge \\' heim' user=u"), "password=*** user=u");
-  EXPECT_EQ(WithoutPasswords("password='ge heim"), "password=***");
-  EXPECT_EQ(WithoutPasswords("h?password=geheim&x=1"), "h?password=***&x=1");
-  EXPECT_EQ(WithoutPasswords("sslpassword=a password=b"), "sslpassword=*** password=***");
-  EXPECT_EQ(WithoutPasswords("password=***"), "password=***");
-  EXPECT_EQ(WithoutPasswords("password="), "password=***");
-  EXPECT_EQ(WithoutPasswords("password='a\\"), "password=***");
-}
-
-TEST(WithoutPasswordsTest, TakesTextsOfAnyLength) {
-  const std::string name(2000000, 'x');
-  EXPECT_EQ(upgradesrv::WithoutPasswords("password=" + name + " ://u:" + name + "@h"), "password=*** ://***@h");
-}
-
-TEST(WithoutPasswordsTest, HidesWhoLogsInWithOne) {
-  using upgradesrv::WithoutPasswords;
-  EXPECT_EQ(WithoutPasswords("postgresql://u:geheim@h/d: no"), "postgresql://***@h/d: no");
-  EXPECT_EQ(WithoutPasswords("--clint=postgresql://u:geheim@h"), "--clint=postgresql://***@h");
-  EXPECT_EQ(WithoutPasswords("./postgresql:/u:geheim@h/d"), "./postgresql:/***@h/d");
-  EXPECT_EQ(WithoutPasswords("x://u:ge@heim@h"), "x://***@h");
-}
-
-TEST(WithoutPasswordsTest, LeavesEverythingElse) {
-  using upgradesrv::WithoutPasswords;
-  for (const std::string text : {"", "a:b@c", "/srv/a@b/plm.json: /classes/0", "postgresql://u@h/d",
-                                 "sqlite3:///a b:c@d", "no password", "http://h:80/ mail a@b"}) {
-    EXPECT_EQ(WithoutPasswords(text), text);
-  }
-}
-
 TEST(NotesTest, OfNotesIsOneLineEachWithoutControlCharacters) {
   testing::internal::CaptureStderr();
   upgradesrv::WriteNote(

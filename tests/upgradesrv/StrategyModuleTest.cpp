@@ -6,7 +6,7 @@
 #include <filesystem>
 
 #include "UpgradeDirectory.h"
-#include "upgradesrv/Output.h"
+#include "upgradesrv/Trouble.h"
 
 namespace {
 

@@ -15,9 +15,11 @@
 #include "kvxsptfile/FileNotes.h"
 #include "kvxsptstring/StringHelper.h"
 #include "upgradesrv/MetamodelCommands.h"
+#include "upgradesrv/Output.h"
 #include "upgradesrv/ProgressLine.h"
 #include "upgradesrv/RunCommand.h"
 #include "upgradesrv/StrategyModule.h"
+#include "upgradesrv/Trouble.h"
 
 namespace upgradesrv {
 namespace {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "upgradesrv/Output.h"
+#include "upgradesrv/ExitStatus.h"
 
 namespace upgradesrv {
 

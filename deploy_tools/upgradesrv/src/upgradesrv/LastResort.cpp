@@ -4,6 +4,7 @@
 #include <exception>
 #include <new>
 
+#include "upgradesrv/ExitStatus.h"
 #include "upgradesrv/Output.h"
 
 namespace upgradesrv {

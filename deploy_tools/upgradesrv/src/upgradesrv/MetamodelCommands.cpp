@@ -13,6 +13,8 @@
 #include "kvxsptstring/StringHelper.h"
 #include "upgrademeta2024/MetaDictionary2024.h"
 #include "upgrademeta2024/storage/OpenMetaStorage.h"
+#include "upgradesrv/Output.h"
+#include "upgradesrv/Trouble.h"
 
 namespace upgradesrv {
 namespace {

@@ -14,9 +14,11 @@
 #include "upgradecontext/UpgradeContext.h"
 #include "upgradecontext/UpgradeStrategy.h"
 #include "upgrademeta2024/MetaReadAhead.h"
+#include "upgradesrv/Output.h"
 #include "upgradesrv/RunInputs.h"
 #include "upgradesrv/RunNotes.h"
 #include "upgradesrv/StrategyModule.h"
+#include "upgradesrv/Trouble.h"
 #include "upgradesrv/UpgradeFiles.h"
 
 namespace upgradesrv {

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "upgradesrv/Output.h"
+#include "upgradesrv/ExitStatus.h"
 #include "upgradesrv/UpgradeConfiguration.h"
 
 namespace upgradesrv {

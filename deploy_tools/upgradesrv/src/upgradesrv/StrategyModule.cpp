@@ -14,7 +14,7 @@
 #include "kvxsptexception/KVXException.h"
 #include "kvxsptfile/ReadFile.h"
 #include "upgradecontext/UpgradeStrategy.h"
-#include "upgradesrv/Output.h"
+#include "upgradesrv/Trouble.h"
 
 namespace upgradesrv {
 namespace {

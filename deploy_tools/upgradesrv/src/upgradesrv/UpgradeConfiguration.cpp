@@ -11,7 +11,7 @@
 #include "kvxsptjson/JsonObject.h"
 #include "upgradecontext/UpgradeContext.h"
 #include "upgrademeta2024/storage/MetaLocation.h"
-#include "upgradesrv/Output.h"
+#include "upgradesrv/Trouble.h"
 #include "upgradesrv/UpgradeFiles.h"
 
 namespace upgradesrv {

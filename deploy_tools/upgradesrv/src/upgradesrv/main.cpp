@@ -2,6 +2,7 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <initializer_list>
 
 #include "upgradesrv/CommandLine.h"
 #include "upgradesrv/LastResort.h"

@@ -1,0 +1,8 @@
+#pragma once
+
+namespace upgradesrv {
+
+/// What a command ends with.
+enum EExitStatus { kNothingToReport = 0, kDifferencesReported = 1, kTrouble = 2 };
+
+}  // namespace upgradesrv
