@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <mutex>
 #include <set>
+#include <utility>
 
 namespace kvx {
 namespace {
@@ -22,7 +23,7 @@ SProtected& Protected() {
 
 }  // namespace
 
-CProtectedFiles::CProtectedFiles(const std::vector<std::string>& paths) : paths_(paths) {
+CProtectedFiles::CProtectedFiles(std::vector<std::string> paths) : paths_(std::move(paths)) {
   SProtected& files = Protected();
   const std::lock_guard<std::mutex> lock(files.mutex);
   files.paths.insert(paths_.begin(), paths_.end());

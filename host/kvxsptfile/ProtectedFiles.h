@@ -12,7 +12,7 @@ namespace kvx {
 class KVXSPTFILE_EXPORT CProtectedFiles {
  public:
   /// What is not there is not protected before it is.
-  explicit CProtectedFiles(const std::vector<std::string>& paths);
+  explicit CProtectedFiles(std::vector<std::string> paths);
   ~CProtectedFiles();
   CProtectedFiles(const CProtectedFiles&) = delete;
   CProtectedFiles& operator=(const CProtectedFiles&) = delete;

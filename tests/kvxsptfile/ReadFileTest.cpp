@@ -207,12 +207,13 @@ TEST_F(ReadPipeTest, WithoutAWriterIsGivenUp) {
 }
 
 TEST_F(ReadPipeTest, WithASilentWriterIsGivenUpLater) {
-  reading_.pipeWait = {1ms, 60ms};
+  constexpr std::chrono::milliseconds kSilence(60);
+  reading_.pipeWait = {1ms, kSilence};
   const kvx::CFileDescriptor writer = OpenToWrite();
   const auto begin = std::chrono::steady_clock::now();
   EXPECT_EQ(ReadError(),
             CannotBeRead(path_, "the program that writes to this pipe has been silent for 60 milliseconds"));
-  EXPECT_GE(std::chrono::steady_clock::now() - begin, 60ms);
+  EXPECT_GE(std::chrono::steady_clock::now() - begin, kSilence);
 }
 
 TEST_F(ReadPipeTest, WhoseWriterFallsSilentIsGivenUp) {

@@ -4,9 +4,7 @@
 #include <sys/xattr.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
-#include <cstdio>
 #include <system_error>
 
 namespace kvx {
@@ -31,9 +29,11 @@ mode_t WithoutGroup(mode_t permissions) {
 }
 
 std::string PermissionsWord(mode_t permissions) {
-  std::array<char, 32> text{};
-  std::snprintf(text.data(), text.size(), "permissions %04o", static_cast<unsigned>(permissions));
-  return text.data();
+  std::string digits;
+  for (int shift = 9; shift >= 0; shift -= 3) {
+    digits += static_cast<char>('0' + ((permissions >> shift) & 7U));
+  }
+  return "permissions " + digits;
 }
 
 std::string ReadAccessList(const std::string& path) {
