@@ -20,8 +20,6 @@ std::shared_ptr<CMetaDictionary2024> Load(const std::string& side, const std::st
 
 }  // namespace
 
-CMetaMgr2024::CMetaMgr2024() = default;
-
 CMetaMgr2024& CMetaMgr2024::Instance() {
   static CMetaMgr2024 instance;
   return instance;
@@ -29,16 +27,16 @@ CMetaMgr2024& CMetaMgr2024::Instance() {
 
 std::shared_ptr<CMetaDictionary2024> CMetaMgr2024::LoadOriginalMeta(CUpgradeContext& upgradeContext) {
   const std::string location = upgradeContext.GetOriginalMetaLocation();
-  if (readAhead_ != nullptr && readAhead_->Has(location)) {
-    return readAhead_->Take();
+  if (const auto readAhead = readAhead_.lock(); readAhead != nullptr && readAhead->Has(location)) {
+    return readAhead->Take();
   }
   return Load("original", location);
 }
 
 std::shared_ptr<CMetaDictionary2024> CMetaMgr2024::LoadClientMeta(CUpgradeContext& upgradeContext) {
-  if (readAhead_ != nullptr) {
+  if (const auto readAhead = readAhead_.lock()) {
     const std::string original = upgradeContext.GetOriginalMetaLocation();
-    readAhead_->Begin(original, [original] { return Load("original", original); });
+    readAhead->Begin(original, [original] { return Load("original", original); });
   }
   return Load("client", upgradeContext.GetClientMetaLocation());
 }

@@ -14,12 +14,16 @@ class CUpgradeContext;
 /// thread at a time.
 class UPGRADEMETA2024_EXPORT CMetaMgr2024 {
  public:
-  /// The one manager of the process. It keeps no metamodel: each call of a Load operation reads anew, unless a
-  /// CMetaReadAhead exists.
+  /// The one manager of the process. It keeps no metamodel: each call of a Load operation reads anew, but for
+  /// what a CMetaReadAhead has read.
   static CMetaMgr2024& Instance();
 
   CMetaMgr2024(const CMetaMgr2024&) = delete;
   CMetaMgr2024& operator=(const CMetaMgr2024&) = delete;
+
+  /// From now on LoadClientMeta also begins to read the original metamodel, as long as `readAhead` is somebody's. Null
+  /// ends that.
+  void SetReadAhead(const std::shared_ptr<CMetaReadAhead>& readAhead) { readAhead_ = readAhead; }
 
   /// The metamodel as the platform ships it for this upgrade.
   std::shared_ptr<CMetaDictionary2024> LoadOriginalMeta(CUpgradeContext& upgradeContext);
@@ -27,10 +31,8 @@ class UPGRADEMETA2024_EXPORT CMetaMgr2024 {
   std::shared_ptr<CMetaDictionary2024> LoadClientMeta(CUpgradeContext& upgradeContext);
 
  private:
-  friend class CMetaReadAhead;
-
-  CMetaMgr2024();
+  CMetaMgr2024() = default;
   ~CMetaMgr2024() = default;
 
-  CMetaReadAhead* readAhead_ = nullptr;
+  std::weak_ptr<CMetaReadAhead> readAhead_;
 };

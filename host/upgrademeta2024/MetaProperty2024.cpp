@@ -1,7 +1,5 @@
 #include "upgrademeta2024/MetaProperty2024.h"
 
-#include "upgrademeta2024/MetaPropertyTable2024.h"
-
 namespace {
 
 /// Mostly both are empty, for which assigning takes a call.
@@ -17,13 +15,6 @@ void Assign(std::string& target, std::string_view text) {
 CMetaProperty2024::CMetaProperty2024(const std::string& texts, const SMetaPropertyValues2024& values,
                                      std::uint32_t begin)
     : texts_(&texts), begin_(begin), ends_(), length_(values.length), precision_(values.precision) {}
-
-std::shared_ptr<CMetaProperty2024> CMetaProperty2024::Create(const SMetaPropertyValues2024& values) {
-  CMetaPropertyTable2024 table;
-  table.Add(values);
-  table.Finish();
-  return table.GetProperties().front();
-}
 
 std::string CMetaProperty2024::GetInternalName() const {
   return std::string(Text(kInternalName));

@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <string_view>
 
@@ -27,12 +26,9 @@ struct SMetaPropertyValues2024 {
 };
 
 /// A property of a class, link or behavior. Immutable; all texts are UTF-8. Properties are made by
-/// CMetaPropertyTable2024, or alone by Create, and held by shared pointers.
+/// CMetaPropertyTable2024 and held by shared pointers.
 class UPGRADEMETA2024_EXPORT CMetaProperty2024 {
  public:
-  /// A property that belongs to no element. Throws CKVXException (kvx::kMetamodelError) when its texts exceed 4 GiB.
-  static std::shared_ptr<CMetaProperty2024> Create(const SMetaPropertyValues2024& values);
-
   std::string GetInternalName() const;
   std::string GetDisplayName() const;
   std::string GetField() const;

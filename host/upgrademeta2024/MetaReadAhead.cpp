@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "upgrademeta2024/MetaDictionary2024.h"
-#include "upgrademeta2024/MetaMgr2024.h"
 #include "upgrademeta2024/storage/MetaLocation.h"
 
 namespace {
@@ -22,16 +21,13 @@ bool CanBeReadAhead(const std::string& location) {
 
 }  // namespace
 
-CMetaReadAhead::CMetaReadAhead() {
-  CMetaMgr2024::Instance().readAhead_ = this;
-}
+CMetaReadAhead::CMetaReadAhead() = default;
 
-CMetaReadAhead::~CMetaReadAhead() {
-  CMetaMgr2024::Instance().readAhead_ = nullptr;
-}
+CMetaReadAhead::~CMetaReadAhead() = default;
 
 void CMetaReadAhead::Begin(const std::string& location, std::function<Metamodel()> load) {
-  Drop();
+  // Waits for the thread.
+  metamodel_ = {};
   if (!CanBeReadAhead(location)) {
     return;
   }
@@ -49,9 +45,4 @@ bool CMetaReadAhead::Has(const std::string& location) const {
 
 CMetaReadAhead::Metamodel CMetaReadAhead::Take() {
   return metamodel_.get();
-}
-
-void CMetaReadAhead::Drop() {
-  // Waits for the thread.
-  metamodel_ = {};
 }

@@ -9,28 +9,24 @@
 
 class CMetaDictionary2024;
 
-/// While it exists, CMetaMgr2024::LoadClientMeta also reads the original metamodel, on a second thread, and the next
-/// LoadOriginalMeta with the same location hands that out. Only files are read so, and only where the machine has more
-/// than one processor. The end waits for the thread and drops what nobody has asked for. One at a time, on the thread
-/// that uses the manager.
+/// Reads a metamodel on a second thread. Only files are read so, and only where the machine has more than one
+/// processor. The end waits for the thread and drops what nobody has asked for. To be used by one thread.
 class UPGRADEMETA2024_EXPORT CMetaReadAhead {
  public:
+  using Metamodel = std::shared_ptr<CMetaDictionary2024>;
+
   CMetaReadAhead();
   ~CMetaReadAhead();
   CMetaReadAhead(const CMetaReadAhead&) = delete;
   CMetaReadAhead& operator=(const CMetaReadAhead&) = delete;
 
- private:
-  friend class CMetaMgr2024;
-  using Metamodel = std::shared_ptr<CMetaDictionary2024>;
-
   /// Drops what was begun before. `load` is called on the second thread, or not at all.
   void Begin(const std::string& location, std::function<Metamodel()> load);
   bool Has(const std::string& location) const;
-  /// What `load` has returned or thrown; after Has().
+  /// What `load` has returned or thrown; after Has(), once.
   Metamodel Take();
-  void Drop();
 
+ private:
   std::string location_;
   std::future<Metamodel> metamodel_;
 };

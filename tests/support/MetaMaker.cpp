@@ -42,7 +42,7 @@ SProperty Property(const std::string& internalName) {
 }
 
 std::shared_ptr<CMetaProperty2024> Make(const SProperty& property) {
-  return CMetaProperty2024::Create(property.Values());
+  return MakeTable({property}).GetProperties().front();
 }
 
 CMetaPropertyTable2024 MakeTable(const std::vector<SProperty>& properties) {

@@ -48,7 +48,9 @@ TEST(MetaProperty2024Test, MaximumComesFirstAndMinimumSecond) {
 }
 
 TEST(MetaProperty2024Test, EverythingUnsetIsEmptyOrZero) {
-  const auto property = CMetaProperty2024::Create({});
+  CMetaPropertyTable2024 table;
+  table.Add({});
+  const auto property = table.GetProperties().front();
   std::string max = "what stood here before";
   std::string min = max;
   property->GetMaxMinValue(max, min);

@@ -40,6 +40,12 @@ class MetaReadAheadTest : public testing::Test {
     return R"({"generation": 2024, "classes": [{"internal_name": ")" + name + "\"}]}";
   }
 
+  std::shared_ptr<CMetaReadAhead> ReadAhead() {
+    auto readAhead = std::make_shared<CMetaReadAhead>();
+    manager_.SetReadAhead(readAhead);
+    return readAhead;
+  }
+
   bool OriginalHas(const std::string& name) { return manager_.LoadOriginalMeta(context_)->GetClass(name) != nullptr; }
 
   test::CTemporaryDirectory directory_;
@@ -67,7 +73,7 @@ class CEndObserver : public CLoadObserver {
 };
 
 TEST_F(MetaReadAheadTest, OriginalIsReadBesideTheClient) {
-  const CMetaReadAhead readAhead;
+  const auto readAhead = ReadAhead();
   CEndObserver observer(context_.GetOriginalMetaLocation());
   EXPECT_NE(manager_.LoadClientMeta(context_)->GetClass("Client"), nullptr);
   observer.Wait();
@@ -79,7 +85,7 @@ TEST_F(MetaReadAheadTest, OriginalInADatabaseToo) {
   const std::string database = directory_.File("original.db");
   OpenMetaStorage(database)->Save(*manager_.LoadOriginalMeta(context_));
   context_.SetOriginalMetaLocation(database);
-  const CMetaReadAhead readAhead;
+  const auto readAhead = ReadAhead();
   CEndObserver observer(database);
   manager_.LoadClientMeta(context_);
   observer.Wait();
@@ -93,7 +99,7 @@ TEST_F(MetaReadAheadTest, WithoutItNothingIsReadBeforeItIsAskedFor) {
 }
 
 TEST_F(MetaReadAheadTest, WhatWasReadIsHandedOutOnce) {
-  const CMetaReadAhead readAhead;
+  const auto readAhead = ReadAhead();
   manager_.LoadClientMeta(context_);
   manager_.LoadOriginalMeta(context_);
   directory_.Write("original.json", Document("Changed"));
@@ -101,14 +107,14 @@ TEST_F(MetaReadAheadTest, WhatWasReadIsHandedOutOnce) {
 }
 
 TEST_F(MetaReadAheadTest, OriginalOfAnotherLocationIsReadWhenItIsAskedFor) {
-  const CMetaReadAhead readAhead;
+  const auto readAhead = ReadAhead();
   manager_.LoadClientMeta(context_);
   context_.SetOriginalMetaLocation(directory_.Write("other.json", Document("Other")));
   EXPECT_TRUE(OriginalHas("Other"));
 }
 
 TEST_F(MetaReadAheadTest, OriginalThatNobodyAskedForIsReadAnewBesideTheNextClient) {
-  const CMetaReadAhead readAhead;
+  const auto readAhead = ReadAhead();
   manager_.LoadClientMeta(context_);
   directory_.Write("original.json", Document("Changed"));
   manager_.LoadClientMeta(context_);
@@ -117,7 +123,7 @@ TEST_F(MetaReadAheadTest, OriginalThatNobodyAskedForIsReadAnewBesideTheNextClien
 
 TEST_F(MetaReadAheadTest, EndDropsWhatNobodyAskedFor) {
   {
-    const CMetaReadAhead readAhead;
+    const auto readAhead = ReadAhead();
     manager_.LoadClientMeta(context_);
   }
   directory_.Write("original.json", Document("Changed"));
@@ -126,7 +132,7 @@ TEST_F(MetaReadAheadTest, EndDropsWhatNobodyAskedFor) {
 
 TEST_F(MetaReadAheadTest, FailureOfTheOriginalShowsWhenItIsAskedForAndOnlyThen) {
   const std::string path = directory_.Write("original.json", R"({"generation": 2023})");
-  const CMetaReadAhead readAhead;
+  const auto readAhead = ReadAhead();
   EXPECT_NE(manager_.LoadClientMeta(context_)->GetClass("Client"), nullptr);
   EXPECT_EQ(ErrorOf([&] { manager_.LoadOriginalMeta(context_); }),
             (SError{kvx::kMalformedDocument,
@@ -137,7 +143,7 @@ TEST_F(MetaReadAheadTest, FailureOfTheOriginalShowsWhenItIsAskedForAndOnlyThen) 
 TEST_F(MetaReadAheadTest, FailureOfTheClientComesFirst) {
   directory_.Write("original.json", "{");
   directory_.Write("client.json", "{");
-  const CMetaReadAhead readAhead;
+  const auto readAhead = ReadAhead();
   const SError error = ErrorOf([&] { manager_.LoadClientMeta(context_); });
   EXPECT_EQ(error.message.find("client metamodel: "), 0U) << error.message;
 }
@@ -147,13 +153,13 @@ TEST_F(MetaReadAheadTest, PipeIsNotReadAhead) {
   const std::string pipe = directory_.File("pipe.json");
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
   context_.SetOriginalMetaLocation(pipe);
-  const CMetaReadAhead readAhead;
+  const auto readAhead = ReadAhead();
   EXPECT_NE(manager_.LoadClientMeta(context_)->GetClass("Client"), nullptr);
 }
 
 TEST_F(MetaReadAheadTest, BothSidesMayBeTheSameFile) {
   context_.SetOriginalMetaLocation(context_.GetClientMetaLocation());
-  const CMetaReadAhead readAhead;
+  const auto readAhead = ReadAhead();
   EXPECT_NE(manager_.LoadClientMeta(context_)->GetClass("Client"), nullptr);
   EXPECT_TRUE(OriginalHas("Client"));
 }

@@ -13,6 +13,7 @@
 #include "upgradecontext/HandlerContext.h"
 #include "upgradecontext/UpgradeContext.h"
 #include "upgradecontext/UpgradeStrategy.h"
+#include "upgrademeta2024/MetaMgr2024.h"
 #include "upgrademeta2024/MetaReadAhead.h"
 #include "upgradesrv/Output.h"
 #include "upgradesrv/RunInputs.h"
@@ -66,7 +67,8 @@ std::optional<std::string> RunStrategy(const std::string& moduleDirectory, const
   const std::string strategy = "strategy " + configuration.className + " of module " + configuration.module;
   const CRunningStrategy running(strategy);
   const CStrategyModule module(moduleDirectory, configuration.module);
-  const CMetaReadAhead readAhead;
+  const auto readAhead = std::make_shared<CMetaReadAhead>();
+  CMetaMgr2024::Instance().SetReadAhead(readAhead);
   std::string problem;
   try {
     return Invoke(module, configuration, context);
