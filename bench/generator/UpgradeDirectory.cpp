@@ -1,138 +1,67 @@
 #include "generator/UpgradeDirectory.h"
 
-#include <rapidjson/filewritestream.h>
-#include <rapidjson/writer.h>
-
-#include <array>
-#include <cstdio>
 #include <memory>
-#include <stdexcept>
 #include <string>
+#include <utility>
 
 #include "generator/Metamodel.h"
+#include "upgrademeta2024/MetaDictionary2024.h"
+#include "upgrademeta2024/storage/OpenMetaStorage.h"
 
 namespace bench {
 namespace {
 
-using Writer = rapidjson::Writer<rapidjson::FileWriteStream>;
 using Path = std::filesystem::path;
 
-/// A metamodel document that is written element by element.
-class CDocument {
- public:
-  explicit CDocument(const Path& path)
-      : path_(path),
-        file_(std::fopen(path.c_str(), "wb"), &std::fclose),
-        stream_(RequireOpen(), buffer_->data(), buffer_->size()),
-        writer_(stream_) {
-    writer_.StartObject();
-    Number("generation", 2024);
+CMetaPropertyTable2024 Properties(const SElement& element) {
+  CMetaPropertyTable2024 table;
+  for (const SMetaPropertyValues2024& values : element.properties) {
+    table.Add(values);
   }
+  return table;
+}
 
-  void Add(EKind kind, const SElement& element) {
-    Open(kind);
-    writer_.StartObject();
-    Names(element.name.internalName, element.name.displayName);
-    if (kind == kBehaviors) {
-      Array("methods", element.methods, [this](const SName& method) {
-        writer_.StartObject();
-        Names(method.internalName, method.displayName);
-        writer_.EndObject();
-      });
-    } else {
-      Number("class_id", element.classId);
-      Member("table_name", "T_" + element.name.storedName);
-      Array("behaviors", element.behaviors, [this](const std::string& name) { Text(name); });
+std::shared_ptr<CMetaBehavior2024> Behavior(const SElement& element) {
+  SMetaBehaviorValues2024 values;
+  values.internalName = element.name.internalName;
+  values.displayName = element.name.displayName;
+  for (const SName& method : element.methods) {
+    values.methods.push_back(std::make_shared<CMetaMethod2024>(method.internalName, method.displayName));
+  }
+  values.properties = Properties(element);
+  return std::make_shared<CMetaBehavior2024>(std::move(values));
+}
+
+SMetaClassValues2024 Class(const SElement& element) {
+  SMetaClassValues2024 values;
+  values.internalName = element.name.internalName;
+  values.displayName = element.name.displayName;
+  values.classId = element.classId;
+  values.tableName = "T_" + element.name.storedName;
+  values.behaviors.assign(element.behaviors.begin(), element.behaviors.end());
+  values.properties = Properties(element);
+  return values;
+}
+
+/// `generate` calls the sink that it is given with each element.
+template <typename Generate>
+void WriteDocument(const Path& path, const Generate& generate) {
+  CMetaDictionary2024 dictionary;
+  generate([&dictionary](EKind kind, const SElement& element) {
+    switch (kind) {
+      case kClasses:
+        dictionary.AddClass(std::make_shared<CMetaClass2024>(Class(element)));
+        break;
+      case kLinks:
+        dictionary.AddLink(std::make_shared<CMetaLink2024>(Class(element)));
+        break;
+      case kBehaviors:
+        dictionary.AddBehavior(Behavior(element));
+        break;
     }
-    Array("properties", element.properties, [this](const SMetaPropertyValues2024& values) { Property(values); });
-    writer_.EndObject();
-  }
-
-  void Close() {
-    if (isInArray_) {
-      writer_.EndArray();
-    }
-    writer_.EndObject();
-    stream_.Flush();
-    if (std::fclose(file_.release()) != 0) {
-      throw std::runtime_error(path_.string() + ": cannot be written");
-    }
-  }
-
- private:
-  std::FILE* RequireOpen() {
-    if (file_ == nullptr) {
-      throw std::runtime_error(path_.string() + ": cannot be opened for writing");
-    }
-    return file_.get();
-  }
-
-  void Open(EKind kind) {
-    constexpr std::array<std::string_view, 3> kKeys = {"classes", "links", "behaviors"};
-    if (isInArray_ && kind == kind_) {
-      return;
-    }
-    if (isInArray_) {
-      writer_.EndArray();
-    }
-    isInArray_ = true;
-    kind_ = kind;
-    Key(kKeys[kind]);
-    writer_.StartArray();
-  }
-
-  void Property(const SMetaPropertyValues2024& values) {
-    writer_.StartObject();
-    Names(values.internalName, values.displayName);
-    Member("field", values.field);
-    Member("type", values.type);
-    Number("length", values.length);
-    Member("default_value", values.defaultValue);
-    Number("precision", values.precision);
-    Member("max", values.max);
-    Member("min", values.min);
-    Member("lookup_internal_name", values.lookupClass);
-    writer_.EndObject();
-  }
-
-  template <typename Items, typename Write>
-  void Array(std::string_view key, const Items& items, const Write& write) {
-    Key(key);
-    writer_.StartArray();
-    for (const auto& item : items) {
-      write(item);
-    }
-    writer_.EndArray();
-  }
-
-  void Names(std::string_view internalName, std::string_view displayName) {
-    Member("internal_name", internalName);
-    Member("display_name", displayName);
-  }
-  void Member(std::string_view key, std::string_view text) {
-    Key(key);
-    Text(text);
-  }
-  void Number(std::string_view key, std::uint32_t number) {
-    Key(key);
-    writer_.Uint(number);
-  }
-  void Key(std::string_view key) { writer_.Key(key.data(), static_cast<rapidjson::SizeType>(key.size())); }
-  void Text(std::string_view text) {
-    // RapidJSON wants a pointer to a text without characters as well.
-    writer_.String(text.empty() ? "" : text.data(), static_cast<rapidjson::SizeType>(text.size()));
-  }
-
-  using Buffer = std::array<char, 65536>;
-
-  Path path_;
-  std::unique_ptr<Buffer> buffer_ = std::make_unique<Buffer>();
-  std::unique_ptr<std::FILE, int (*)(std::FILE*)> file_;
-  rapidjson::FileWriteStream stream_;
-  Writer writer_;
-  bool isInArray_ = false;
-  EKind kind_ = kClasses;
-};
+  });
+  OpenMetaStorage(path)->Save(dictionary);
+}
 
 void CopyFromExample(const Path& name, const Path& directory) {
   const Path target = directory / name;
@@ -147,12 +76,10 @@ void WriteUpgradeDirectory(const SSize& size, const SVariant& variant, std::uint
   CopyFromExample("upgrade.json", directory);
   CopyFromExample("multilanguage/strings/info.json", directory);
   std::filesystem::create_directories(directory / "2024");
-  CDocument original(directory / "2024" / "metamodel.json");
-  GenerateOriginal(size, seed, [&](EKind kind, const SElement& element) { original.Add(kind, element); });
-  original.Close();
-  CDocument client(directory / "installation.json");
-  GenerateClient(size, variant, seed, [&](EKind kind, const SElement& element) { client.Add(kind, element); });
-  client.Close();
+  WriteDocument(directory / "2024" / "metamodel.json",
+                [&](const ElementSink& sink) { GenerateOriginal(size, seed, sink); });
+  WriteDocument(directory / "installation.json",
+                [&](const ElementSink& sink) { GenerateClient(size, variant, seed, sink); });
 }
 
 }  // namespace bench

@@ -7,8 +7,8 @@
 
 namespace bench {
 
-/// Writes a complete upgrade configuration directory, its metamodels as documents without white space, and creates the
-/// directories above it. Files that exist are replaced. Throws std::runtime_error, std::filesystem::filesystem_error.
+/// Writes a complete upgrade configuration directory, its metamodels as documents, and creates the
+/// directories above it. Files that exist are replaced. Throws CKVXException, std::filesystem::filesystem_error.
 void WriteUpgradeDirectory(const SSize& size, const SVariant& variant, std::uint32_t seed,
                            const std::filesystem::path& directory);
 
