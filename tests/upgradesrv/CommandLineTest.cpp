@@ -24,11 +24,18 @@ TEST_P(RefusedCommandTest, IsOneErrorThatLeadsToTheHelp) {
 INSTANTIATE_TEST_SUITE_P(
     Commands, RefusedCommandTest,
     testing::Values(
-        SRefused{"None", {}, "no command is given; the commands are run, metamodel; see upgradesrv --help"},
+        SRefused{
+            "None",
+            {},
+            "no command is given; the commands are run, review, decide, explain, metamodel; see upgradesrv --help"},
         SRefused{"Unknown",
                  {"frob", "x"},
-                 "unknown command \"frob\"; the commands are run, metamodel; see upgradesrv --help"},
-        SRefused{"Empty", {""}, "unknown command \"\"; the commands are run, metamodel; see upgradesrv --help"},
+                 "unknown command \"frob\"; the commands are run, review, decide, explain, metamodel; see upgradesrv "
+                 "--help"},
+        SRefused{
+            "Empty",
+            {""},
+            "unknown command \"\"; the commands are run, review, decide, explain, metamodel; see upgradesrv --help"},
         SRefused{"UnknownOption", {"--frob"}, "unknown option --frob; see upgradesrv --help"},
         SRefused{"RunWithoutDirectory", {"run"}, "UPGRADE_DIR is required; see upgradesrv run --help"},
         SRefused{"RunWithEmptyDirectory", {"run", ""}, "UPGRADE_DIR: the value is empty; see upgradesrv run --help"},

@@ -54,11 +54,11 @@ INSTANTIATE_TEST_SUITE_P(
         SRefused{"UnknownMember",
                  {{"language", R"("en")"}},
                  "DIR/upgrade.json: /: unknown member \"language\"; known here: lang, version, original_metamodel, "
-                 "client_metamodel, strategies"},
+                 "client_metamodel, base_metamodel, strategies"},
         SRefused{"MemberInCapitals",
                  {{"lang", ""}, {"LANG", R"("en")"}},
                  "DIR/upgrade.json: /: unknown member \"LANG\"; known here: lang, version, original_metamodel, "
-                 "client_metamodel, strategies"},
+                 "client_metamodel, base_metamodel, strategies"},
         SRefused{
             "RepeatedMember", {{"lang", R"("en", "lang": "de")"}}, "DIR/upgrade.json: /: member \"lang\" stands twice"},
         SRefused{"LangNumber", {{"lang", "5"}}, kBadLang.c_str()},

@@ -5,7 +5,6 @@
 #include <CLI/Formatter.hpp>
 #include <algorithm>
 #include <exception>
-#include <functional>
 #include <new>
 #include <optional>
 #include <string>
@@ -14,64 +13,17 @@
 #include "kvxsptexception/KVXException.h"
 #include "kvxsptfile/FileNotes.h"
 #include "kvxsptstring/StringHelper.h"
+#include "upgradesrv/CommandLineParts.h"
 #include "upgradesrv/MetamodelCommands.h"
 #include "upgradesrv/Output.h"
 #include "upgradesrv/ProgressLine.h"
+#include "upgradesrv/ReviewOptions.h"
 #include "upgradesrv/RunCommand.h"
 #include "upgradesrv/StrategyModule.h"
 #include "upgradesrv/Trouble.h"
 
 namespace upgradesrv {
 namespace {
-
-constexpr const char* kLocationHelp =
-    "A metamodel LOCATION is one of\n"
-    "  NAME.json                       a metamodel document\n"
-    "  NAME.db, NAME.sqlite            an SQLite database\n"
-    "  sqlite3://PATH                  the same, whatever its name ends in\n"
-    "  'postgresql://host=H dbname=D'  a PostgreSQL database, in libpq's connection words\n"
-    "  postgresql://USER@HOST/DATABASE the same as a URI; what is left out, libpq finds in PGHOST, PGDATABASE and\n"
-    "                                  its other variables, PGSERVICE and PGPASSFILE. A password belongs into the\n"
-    "                                  password file: command lines can be seen by others.";
-
-/// The command that the parsed arguments ask for.
-using Command = std::function<EExitStatus()>;
-
-std::vector<std::string> SplitAtCommas(const std::string& list) {
-  std::vector<std::string> items;
-  std::size_t begin = 0;
-  for (std::size_t end = list.find(','); end != std::string::npos; end = list.find(',', begin)) {
-    items.push_back(list.substr(begin, end - begin));
-    begin = end + 1;
-  }
-  items.push_back(list.substr(begin));
-  return items;
-}
-
-/// What is wrong with a list of kinds; empty for nothing. The check itself would log an unknown kind, but with the
-/// document of an earlier run already replaced.
-std::string ElementsProblem(const std::string& list) {
-  if (("," + list + ",").find(",,") != std::string::npos) {
-    return "a kind is empty";
-  }
-  for (const std::string& kind : SplitAtCommas(list)) {
-    if (kind != "class" && kind != "link" && kind != "behavior") {
-      return "unknown kind \"" + kind + "\"; the kinds are class, link, behavior";
-    }
-  }
-  return "";
-}
-
-/// Refuses empty values: of a script's unset variable for example, which must not pass for a choice.
-void RequireValues(CLI::App& app) {
-  for (CLI::Option* option : app.get_options()) {
-    option->check([](const std::string& value) { return std::string(value.empty() ? "the value is empty" : ""); });
-  }
-}
-
-void DefineQuiet(CLI::App& app, bool& quiet) {
-  app.add_flag("--quiet", quiet, "Show no progress on the terminal while metamodels are loaded");
-}
 
 void DefineRun(CLI::App& app, SRunArguments& arguments, bool& quiet, Command& command) {
   CLI::App& run = *app.add_subcommand("run", "Run the upgrade strategies that UPGRADE_DIR/upgrade.json names");
@@ -190,10 +142,14 @@ EExitStatus ParseAndRun(int argumentCount, const char* const* argumentValues) {
   app.footer("upgradesrv COMMAND --help tells more.");
   SRunArguments runArguments;
   SMetamodelArguments metamodelArguments;
+  SReviewOptions reviewOptions;
   bool quiet = false;
   DefineQuiet(app, quiet);
   Command command;
   DefineRun(app, runArguments, quiet, command);
+  DefineReview(app, reviewOptions, quiet, command);
+  DefineDecide(app, reviewOptions, quiet, command);
+  DefineExplain(app, reviewOptions, command);
   DefineMetamodel(app, metamodelArguments, quiet, command);
   try {
     app.parse(argumentCount, argumentValues);

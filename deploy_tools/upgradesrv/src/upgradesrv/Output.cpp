@@ -24,11 +24,14 @@ std::string TerminalText(const std::string& text) {
   return visible + CStringHelper::ToVisible(text.substr(begin));
 }
 
-void WriteOutput(const std::string& text) {
-  const std::string shown = isatty(STDOUT_FILENO) != 0 ? TerminalText(text) : text;
-  if (std::fwrite(shown.data(), 1, shown.size(), stdout) != shown.size() || std::fflush(stdout) != 0) {
+void WriteGuardedOutput(std::string_view text) {
+  if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size() || std::fflush(stdout) != 0) {
     throw CTrouble("standard output cannot be written: " + std::string(std::strerror(errno)));
   }
+}
+
+void WriteOutput(const std::string& text) {
+  WriteGuardedOutput(isatty(STDOUT_FILENO) != 0 ? TerminalText(text) : text);
 }
 
 void WriteNote(const std::string& text) {

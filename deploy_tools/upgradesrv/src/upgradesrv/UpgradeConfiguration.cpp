@@ -106,7 +106,8 @@ CUpgradeConfiguration::CUpgradeConfiguration(const std::string& directory, const
     node.Fail("must be an object");
   }
   node.RefuseRepeatedMembers();
-  node.RefuseUnknownMembers({"lang", "version", "original_metamodel", "client_metamodel", "strategies"});
+  node.RefuseUnknownMembers(
+      {"lang", "version", "original_metamodel", "client_metamodel", "base_metamodel", "strategies"});
   lang_ = overrides.lang.value_or(node.ReadText("lang"));
   const std::string version = node.ReadText("version");
   if (version == "." || version == ".." || version.find('/') != std::string::npos) {
@@ -120,6 +121,10 @@ CUpgradeConfiguration::CUpgradeConfiguration(const std::string& directory, const
       overrides.originalLocation.value_or(ResolveMetaLocation(node.ReadText("original_metamodel"), directory_));
   clientLocation_ =
       overrides.clientLocation.value_or(ResolveMetaLocation(node.ReadText("client_metamodel"), directory_));
+  baseLocation_ = overrides.baseLocation;
+  if (!baseLocation_ && root.HasMember("base_metamodel")) {
+    baseLocation_ = ResolveMetaLocation(node.ReadText("base_metamodel"), directory_);
+  }
   node.RequireMember("strategies");
   ReadStrategies(root);
   if (overrides.elements) {

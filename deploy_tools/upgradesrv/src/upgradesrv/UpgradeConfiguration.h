@@ -26,6 +26,7 @@ struct SConfigurationOverrides {
   /// Relative paths start at the current directory.
   std::optional<std::string> originalLocation;
   std::optional<std::string> clientLocation;
+  std::optional<std::string> baseLocation;
   /// Replaces "execute_elements" of each strategy whose parameter has it.
   std::optional<std::vector<std::string>> elements;
 };
@@ -33,11 +34,12 @@ struct SConfigurationOverrides {
 /// upgrade.json of an upgrade configuration directory:
 ///
 ///     { "lang": "en", "version": "2024", "original_metamodel": LOCATION, "client_metamodel": LOCATION,
+///       "base_metamodel": LOCATION,
 ///       "strategies": [ { "module": "checkmeta2024", "class": "CCheckMetaStrategy2024", "parameter": { … } } ] }
 ///
-/// Everything but "parameter" is required and nothing else is allowed; "version" names a directory beside the file; at
-/// least one strategy. No member stands twice, one of a parameter neither. Relative metamodel paths, also those of
-/// databases, start at the file's directory.
+/// Everything but "base_metamodel" and "parameter" is required and nothing else is allowed; "version" names a directory
+/// beside the file; at least one strategy. No member stands twice, one of a parameter neither. Relative metamodel
+/// paths, also those of databases, start at the file's directory.
 class CUpgradeConfiguration {
  public:
   /// Reads DIRECTORY/upgrade.json. Throws CKVXException or CTrouble that names the file, the place and the way out.
@@ -46,6 +48,8 @@ class CUpgradeConfiguration {
   /// The upgrade configuration directory, without trailing separator.
   const std::string& GetDirectory() const { return directory_; }
   const std::vector<SStrategyConfiguration>& GetStrategies() const { return strategies_; }
+  /// The metamodel as it was shipped with the version that the installation runs now, if one is named.
+  const std::optional<std::string>& GetBaseLocation() const { return baseLocation_; }
   /// Fills in directories, language and metamodel locations.
   void FillContext(CUpgradeContext& context) const;
 
@@ -59,6 +63,7 @@ class CUpgradeConfiguration {
   std::string versionDirectory_;
   std::string originalLocation_;
   std::string clientLocation_;
+  std::optional<std::string> baseLocation_;
   std::vector<SStrategyConfiguration> strategies_;
 };
 

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "metareview2024/Review.h"
+#include "metareview2024/render/Render.h"
+
+namespace upgradesrv {
+
+/// The outputs that one call of `review` asks for.
+class CReviewOutputs {
+ public:
+  /// `requests`: "FORMAT", which means standard output, or "FORMAT=FILE" each; without any the default format on
+  /// standard output. Requests that cannot be granted are kept for RequireValid().
+  explicit CReviewOutputs(const std::vector<std::string>& requests);
+
+  /// No output takes the place of one of these files from now on.
+  void Protect(const std::vector<std::string>& inputs);
+
+  /// Throws CTrouble for an unknown format, a file that is named twice or is protected, and standard output asked for
+  /// twice.
+  void RequireValid() const;
+
+  /// Writes them all, or throws CTrouble or CKVXException. Files are replaced as a whole, and none before all could be
+  /// written.
+  void Write(const metareview::SReview& review, const metareview::CWords& words, bool isTableOnly) const;
+
+  /// Replaces every file that was asked for, and can be written, by one that says that the review failed and why.
+  void WriteFailed(const std::string& problem, const std::string& directory, const metareview::CWords& words) const;
+
+ private:
+  struct SOutput {
+    const metareview::SFormat* format = nullptr;
+    /// Empty for standard output.
+    std::string file;
+  };
+
+  std::vector<SOutput> outputs_;
+  std::string problem_;
+};
+
+}  // namespace upgradesrv
