@@ -27,6 +27,8 @@ class SaveKilledTest : public testing::TestWithParam<ETarget> {
       EXPECT_EQ(outcome.process.status, 1);
       EXPECT_EQ(outcome.document, "new");
       EXPECT_TRUE(outcome.process.output == run_.Report());
+      // What the killed runs before it have left is gone.
+      EXPECT_THAT(outcome.strays, testing::IsEmpty());
     }
   }
 };
