@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <exception>
 #include <list>
 
 #include "checkmeta2024/CheckMeta2024Helper.h"
@@ -23,15 +24,26 @@ checkmeta::CStrategyRegistry& Registry() {
   return registry;
 }
 
+/// Registers the strategy while the module is loaded, when nobody can catch an exception: it is kept for whoever then
+/// asks for a strategy.
 const struct SRegistrar {
-  SRegistrar() {
-    Registry().Register("CCheckMetaStrategy2024", [] { return new CCheckMetaStrategy2024; });
+  SRegistrar() noexcept {
+    try {
+      Registry().Register("CCheckMetaStrategy2024", [] { return new CCheckMetaStrategy2024; });
+    } catch (...) {
+      failure = std::current_exception();
+    }
   }
+
+  std::exception_ptr failure;
 } kRegistrar;
 
 }  // namespace
 
 CUpgradeStrategy* CreateReflectionClassObject(const std::string& className) {
+  if (kRegistrar.failure != nullptr) {
+    std::rethrow_exception(kRegistrar.failure);
+  }
   return Registry().Create(className);
 }
 

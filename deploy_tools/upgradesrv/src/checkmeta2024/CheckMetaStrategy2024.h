@@ -31,4 +31,5 @@ class CHECKMETA2024_EXPORT CCheckMetaStrategy2024 : public CUpgradeStrategy {
 };
 
 /// Creates a strategy of this module by class name, letter case ignored. The caller owns it. Null for an unknown name.
+/// Throws std::bad_alloc when there is no memory for it, or was none while the module was loaded.
 extern "C" CHECKMETA2024_EXPORT CUpgradeStrategy* CreateReflectionClassObject(const std::string& className);
