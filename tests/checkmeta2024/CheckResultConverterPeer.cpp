@@ -1,47 +1,109 @@
 #include "checkmeta2024/CheckResultConverterPeer.h"
 
+#include <sstream>
+
+#include "support/PrivateMember.h"
+
+namespace test {
+
+using Converter = CCheckResultConverter;
+using ObjectList = CCheckResultConverterPeer::ObjectList;
+using Text = const std::string&;
+
+struct SConverterBuffer {
+  using Type = std::stringstream Converter::*;
+  friend Type MemberOf(SConverterBuffer);
+};
+
+struct SConverterInit {
+  using Type = void (Converter::*)();
+  friend Type MemberOf(SConverterInit);
+};
+
+struct SConverterByType {
+  using Type = void (Converter::*)(Text, Text, Text, const ObjectList&);
+  friend Type MemberOf(SConverterByType);
+};
+
+struct SConverterUpdated {
+  using Type = void (Converter::*)(Text, Text, const ObjectList&);
+  friend Type MemberOf(SConverterUpdated);
+};
+
+struct SConverterNested {
+  using Type = void (Converter::*)(Text, const std::list<std::string>&, const ObjectList&);
+  friend Type MemberOf(SConverterNested);
+};
+
+struct SConverterNestedOfOneKind {
+  using Type = void (Converter::*)(Text, Text, Text, Text, Text, const ObjectList&);
+  friend Type MemberOf(SConverterNestedOfOneKind);
+};
+
+struct SConverterBehaviorNames {
+  using Type = void (Converter::*)(Text, Text, Text, Text, const ObjectList&);
+  friend Type MemberOf(SConverterBehaviorNames);
+};
+
+struct SConverterChanges {
+  using Type = void (Converter::*)(Text, const ObjectList&);
+  friend Type MemberOf(SConverterChanges);
+};
+
+template struct SPrivateMember<SConverterBuffer, &Converter::buffer_>;
+template struct SPrivateMember<SConverterInit, &Converter::Init>;
+template struct SPrivateMember<SConverterByType, &Converter::ConversionMetaInfoByType>;
+template struct SPrivateMember<SConverterUpdated, &Converter::ConversionUpdatedMetaInfo>;
+template struct SPrivateMember<SConverterNested, &Converter::ConversionUpdatedNestedMetaInfo>;
+template struct SPrivateMember<SConverterNestedOfOneKind, &Converter::ConversionUpdatedNestedMetaInfo>;
+template struct SPrivateMember<SConverterBehaviorNames, &Converter::ConversionUpdatedBehaviorInfoOfClass>;
+template struct SPrivateMember<SConverterChanges, &Converter::ConversionUpdatedPropertyInfo>;
+
+}  // namespace test
+
 CCheckResultConverterPeer::CCheckResultConverterPeer(CCheckResultConverter& converter) : converter_(converter) {
-  converter_.Init();
+  (converter_.*MemberOf(test::SConverterInit()))();
 }
 
 std::string CCheckResultConverterPeer::ByType(const std::string& indent, const std::string& changeKind,
                                               const std::string& metaType, const ObjectList& elements) {
-  converter_.ConversionMetaInfoByType(indent, changeKind, metaType, elements);
+  (converter_.*MemberOf(test::SConverterByType()))(indent, changeKind, metaType, elements);
   return Take();
 }
 
 std::string CCheckResultConverterPeer::Updated(const std::string& indent, const std::string& metaType,
                                                const ObjectList& elements) {
-  converter_.ConversionUpdatedMetaInfo(indent, metaType, elements);
+  (converter_.*MemberOf(test::SConverterUpdated()))(indent, metaType, elements);
   return Take();
 }
 
 std::string CCheckResultConverterPeer::Nested(const std::string& indent, const std::list<std::string>& kinds,
                                               const ObjectList& elements) {
-  converter_.ConversionUpdatedNestedMetaInfo(indent, kinds, elements);
+  (converter_.*MemberOf(test::SConverterNested()))(indent, kinds, elements);
   return Take();
 }
 
 std::string CCheckResultConverterPeer::NestedMethods(const std::string& indent, const ObjectList& elements) {
-  converter_.ConversionUpdatedNestedMetaInfo(indent, "method", "inserted_methods", "deleted_methods", "updated_methods",
-                                             elements);
+  (converter_.*MemberOf(test::SConverterNestedOfOneKind()))(indent, "method", "inserted_methods", "deleted_methods",
+                                                            "updated_methods", elements);
   return Take();
 }
 
 std::string CCheckResultConverterPeer::BehaviorNames(const std::string& indent, const ObjectList& elements) {
-  converter_.ConversionUpdatedBehaviorInfoOfClass(indent, "inserted_behaviors", "deleted_behaviors",
-                                                  "updated_behaviors", elements);
+  (converter_.*MemberOf(test::SConverterBehaviorNames()))(indent, "inserted_behaviors", "deleted_behaviors",
+                                                          "updated_behaviors", elements);
   return Take();
 }
 
 std::string CCheckResultConverterPeer::Changes(const std::string& indent, const ObjectList& changes) {
-  converter_.ConversionUpdatedPropertyInfo(indent, changes);
+  (converter_.*MemberOf(test::SConverterChanges()))(indent, changes);
   return Take();
 }
 
 std::string CCheckResultConverterPeer::Take() {
-  std::string text = converter_.buffer_.str();
-  converter_.buffer_.str("");
+  std::stringstream& buffer = converter_.*MemberOf(test::SConverterBuffer());
+  std::string text = buffer.str();
+  buffer.str("");
   return text;
 }
 

@@ -50,8 +50,6 @@ class CHECKMETA2024_EXPORT CCheckResultConverter : public CSupportUpgradeHandler
                           std::string& text);
 
  private:
-  friend class CCheckResultConverterPeer;  // lets tests call the blocks below by themselves
-
   using ObjectList = std::list<std::shared_ptr<CJsonObject>>;
 
   void Init();
