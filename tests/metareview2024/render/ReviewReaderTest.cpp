@@ -206,6 +206,13 @@ TEST_F(ReviewReaderTest, RefusesValuesThatDoNotFitTheAttribute) {
               "/findings/3/client: only an attribute that differs has values");
 }
 
+TEST_F(ReviewReaderTest, RefusesDaysThatAreNone) {
+  const std::string fault = "expected a day, written YYYY-MM-DD";
+  ExpectFault("2027-06-30", "2027-06-31", "\"2027-06-31\"", "/findings/3/accepted/until: " + fault);
+  ExpectFault("2026-10-31", "later", "\"later\"", "/expired/0/until: " + fault);
+  ExpectFault("\"longest has 31\"", "\"longest has 31\",\"until\":\"\"", "\"\"}\n", "/outdated/0/until: " + fault);
+}
+
 TEST_F(ReviewReaderTest, RefusesDataThatIsNotWhole) {
   const std::string fault = ": expected \"rows\", \"of\" and \"tables\", or \"problem\" alone";
   ExpectFault("\"rows\":137,", "", "{\"of\"", "/findings/0/data" + fault);

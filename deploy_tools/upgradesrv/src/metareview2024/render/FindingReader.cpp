@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "metareview2024/DecisionsFile.h"
 #include "metareview2024/Path.h"
 
 namespace metareview {
@@ -42,6 +43,14 @@ std::uint64_t ReadId(CJsonReading& reading, const Json& json) {
     id = id << 4U | kDigits.find(c);
   }
   return id;
+}
+
+std::string ReadDay(CJsonReading& reading, const Json& json) {
+  std::string day = reading.Text(json);
+  if (!IsDate(day)) {
+    reading.Fail("expected a day, written YYYY-MM-DD");
+  }
+  return day;
 }
 
 template <typename T, std::string T::*kMember>
@@ -128,7 +137,10 @@ void ReadData(CJsonReading& reading, const Json& json, SFinding& finding) {
 const CJsonReading::SMember<SAcceptance> kAcceptanceMembers[] = {
     {"reason", true, Text<SAcceptance, &SAcceptance::reason>},
     {"by", false, OptionalText<SAcceptance, &SAcceptance::by>},
-    {"until", false, OptionalText<SAcceptance, &SAcceptance::until>},
+    {"until", false,
+     [](CJsonReading& reading, const Json& json, SAcceptance& acceptance) {
+       acceptance.until = ReadDay(reading, json);
+     }},
 };
 
 void ReadAccepted(CJsonReading& reading, const Json& json, SFinding& finding) {
@@ -220,7 +232,7 @@ const CJsonReading::SMember<SOutdated> kOutdatedMembers[] = {
      }},
     {"until", false,
      [](CJsonReading& reading, const Json& json, SOutdated& outdated) {
-       outdated.decision.acceptance.until = reading.Text(json);
+       outdated.decision.acceptance.until = ReadDay(reading, json);
      }},
 };
 
@@ -237,7 +249,7 @@ const CJsonReading::SMember<SDecision> kDecisionMembers[] = {
      [](CJsonReading& reading, const Json& json, SDecision& decision) { decision.acceptance.by = reading.Text(json); }},
     {"until", false,
      [](CJsonReading& reading, const Json& json, SDecision& decision) {
-       decision.acceptance.until = reading.Text(json);
+       decision.acceptance.until = ReadDay(reading, json);
      }},
 };
 
