@@ -1,6 +1,5 @@
 #include "metareview2024/render/TextFindings.h"
 
-#include <algorithm>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -8,13 +7,12 @@
 #include "kvxsptstring/StringHelper.h"
 #include "metareview2024/Totals.h"
 #include "metareview2024/render/TextLayout.h"
+#include "metareview2024/render/ToDecide.h"
 #include "metareview2024/words/FindingSentence.h"
 
 namespace metareview {
 
 namespace {
-
-using Findings = std::vector<const SFinding*>;
 
 EStyle StyleOf(ERisk risk) {
   switch (risk) {
@@ -30,45 +28,13 @@ EStyle StyleOf(ERisk risk) {
   return EStyle::kPlain;
 }
 
-/// The path up to the last segment, for an attribute that differs; empty for anything else.
-std::string_view PlaceOf(const SFinding& finding) {
-  const bool isAttribute = finding.attribute != EAttribute::kNone;
-  return isAttribute ? std::string_view(finding.path).substr(0, finding.path.rfind('/') + 1) : std::string_view();
-}
-
-bool IsWorse(const SFinding* a, const SFinding* b) {
-  return a->risk < b->risk;
-}
-
-/// What has to be decided at one place together, and the worst first, each in the order of the review.
-std::vector<Findings> GroupsToDecide(const SReview& review) {
-  std::vector<Findings> groups;
-  for (const SFinding& finding : review.findings) {
-    if (!IsToDecide(finding)) {
-      continue;
-    }
-    const std::string_view place = PlaceOf(finding);
-    if (!groups.empty() && !place.empty() && PlaceOf(*groups.back().front()) == place) {
-      groups.back().push_back(&finding);
-    } else {
-      groups.push_back({&finding});
-    }
-  }
-  for (Findings& group : groups) {
-    std::stable_sort(group.begin(), group.end(), IsWorse);
-  }
-  std::stable_sort(groups.begin(), groups.end(),
-                   [](const Findings& a, const Findings& b) { return IsWorse(a.front(), b.front()); });
-  return groups;
-}
-
 class CTextFindings {
  public:
   CTextFindings(const SReview& review, const CWords& words, CTextOutput& output)
       : review_(review), words_(words), output_(output), sentences_(words, review) {}
 
   void WriteToDecide() {
-    const std::vector<Findings> groups = GroupsToDecide(review_);
+    const std::vector<Findings> groups = GroupsToDecide(AllFindings(review_));
     if (groups.empty()) {
       return;
     }

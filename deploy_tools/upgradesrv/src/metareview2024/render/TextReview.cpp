@@ -4,11 +4,13 @@
 
 #include "kvxsptstring/StringHelper.h"
 #include "metareview2024/Totals.h"
+#include "metareview2024/render/ShellWord.h"
 #include "metareview2024/render/TextFindings.h"
 #include "metareview2024/render/TextOutput.h"
 #include "metareview2024/render/TextTotals.h"
 #include "metareview2024/render/Writers.h"
 #include "metareview2024/words/FindingSentence.h"
+#include "metareview2024/words/Subject.h"
 #include "metareview2024/words/Verdict.h"
 
 namespace metareview {
@@ -23,7 +25,7 @@ class CTextReview {
   void Write() {
     WriteAnswer();
     output_.EmptyLine();
-    WriteCompared();
+    output_.Paragraph(ToVisible(SubjectSentence(words_, review_)));
     output_.EmptyLine();
     WriteTotals(review_, words_, output_);
     WriteFindings(review_, words_, output_);
@@ -63,49 +65,6 @@ class CTextReview {
     if (!sentences.empty()) {
       output_.Paragraph(ToVisible(sentences.front()));
     }
-  }
-
-  void WriteCompared() {
-    std::vector<Sentence> sentences = {Said(review_.base.has_value() ? "report.compared.base" : "report.compared",
-                                            {{"client", AsValue(review_.client)},
-                                             {"original", AsValue(review_.original)},
-                                             {"base", AsValue(review_.base.value_or(""))}})};
-    if (!review_.base.has_value()) {
-      sentences.push_back(Said("report.no-base", {}));
-    }
-    sentences.push_back(Said("report.complete", {{"kinds", Kinds(true)}}));
-    if (review_.elements.size() < kKinds.size()) {
-      sentences.push_back(Said("report.not-compared", {{"kinds", Kinds(false)}}));
-    }
-    if (review_.data.has_value()) {
-      sentences.push_back(Said("report.data", {{"data", AsValue(*review_.data)}}));
-    }
-    if (review_.against.has_value()) {
-      sentences.push_back(Said("report.against", {{"against", AsValue(*review_.against)},
-                                                  {"new", Number(CountSince(ESince::kNew))},
-                                                  {"changed", Number(CountSince(ESince::kChanged))},
-                                                  {"known", Number(CountSince(ESince::kKnown))},
-                                                  {"gone", Number(review_.gone.size())}}));
-    }
-    output_.Paragraph(ToVisible(JoinSentences(words_, sentences)));
-  }
-
-  /// The kinds that were compared, or those that were not.
-  Sentence Kinds(bool areCompared) const {
-    std::vector<Sentence> kinds;
-    for (const EKind kind : kKinds) {
-      const bool isCompared =
-          std::find(review_.elements.begin(), review_.elements.end(), kind) != review_.elements.end();
-      if (isCompared == areCompared) {
-        kinds.push_back(AsWords(words_.Text("kinds." + std::string(NameOf(kind)))));
-      }
-    }
-    return JoinList(words_, kinds);
-  }
-
-  std::size_t CountSince(ESince since) const {
-    const auto is = [&](const SFinding& finding) { return finding.since == since; };
-    return static_cast<std::size_t>(std::count_if(review_.findings.begin(), review_.findings.end(), is));
   }
 
   /// Decisions that accept nothing, and findings that are no more.
@@ -148,25 +107,13 @@ class CTextReview {
     if (review_.findings.empty()) {
       return;
     }
-    const std::string directory = CStringHelper::ToVisible(ShellWord(review_.directory));
+    const std::string directory = ShellWord(review_.directory);
     output_.EmptyLine();
     output_.Labelled("label.accept", EStyle::kPlain, "upgradesrv decide --reason '' " + directory + " PATH...");
     output_.Labelled("label.explain", EStyle::kPlain, "upgradesrv explain RULE");
     if (!review_.stale.empty()) {
       output_.Labelled("label.prune", EStyle::kPlain, "upgradesrv decide --prune " + directory);
     }
-  }
-
-  static std::string ShellWord(const std::string& text) {
-    constexpr std::string_view kPlain = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_-./,:@%+=";
-    if (!text.empty() && text.find_first_not_of(kPlain) == std::string::npos) {
-      return text;
-    }
-    std::string word = "'";
-    for (const char c : text) {
-      word += c == '\'' ? std::string("'\\''") : std::string(1, c);
-    }
-    return word + "'";
   }
 
   const SReview& review_;
