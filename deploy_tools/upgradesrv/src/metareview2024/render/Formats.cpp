@@ -7,7 +7,7 @@ namespace metareview {
 
 const std::vector<SFormat>& Formats() {
   static const std::vector<SFormat> formats = {
-      {"text", WriteText}, {"json", WriteJson}, {"ndjson", WriteNdjson}, {"csv", WriteCsv}};
+      {"text", WriteText}, {"json", WriteJson}, {"ndjson", WriteNdjson}, {"csv", WriteCsv}, {"html", WriteHtml}};
   return formats;
 }
 

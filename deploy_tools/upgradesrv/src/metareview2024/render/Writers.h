@@ -9,5 +9,6 @@ void WriteText(const SReview& review, const SRenderOptions& options, const Sink&
 void WriteJson(const SReview& review, const SRenderOptions& options, const Sink& sink);
 void WriteNdjson(const SReview& review, const SRenderOptions& options, const Sink& sink);
 void WriteCsv(const SReview& review, const SRenderOptions& options, const Sink& sink);
+void WriteHtml(const SReview& review, const SRenderOptions& options, const Sink& sink);
 
 }  // namespace metareview

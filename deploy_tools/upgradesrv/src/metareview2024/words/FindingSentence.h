@@ -20,10 +20,12 @@ class CFindingSentences {
   /// What happens, how many stored values it touches, and what else there is to say, in this order.
   Sentence Of(const SFinding& finding) const;
 
- private:
+  /// The decision at the finding's path that is about other values; null where there is none.
   const SOutdated* FindOutdated(const SFinding& finding) const;
+  /// The decision for the finding whose day has passed; null where there is none.
   const SDecision* FindExpired(const SFinding& finding) const;
 
+ private:
   const CWords& words_;
   // By the id of a finding at their path.
   std::unordered_map<std::uint64_t, const SOutdated*> outdated_;

@@ -37,6 +37,18 @@ std::string_view CWords::Text(std::string_view key, std::uint64_t number) const 
   return text.substr(0, text.find('\0'));
 }
 
+std::vector<std::pair<std::string_view, std::string_view>> CWords::WithPrefix(std::string_view prefix) const {
+  std::vector<std::pair<std::string_view, std::string_view>> messages;
+  for (std::size_t i = 0; i < catalogue_.Size(); ++i) {
+    const std::string_view key = catalogue_.Key(i);
+    if (key.substr(0, prefix.size()) == prefix) {
+      const std::string_view text = catalogue_.Text(i);
+      messages.emplace_back(key.substr(0, key.find('\0')), text.substr(0, text.find('\0')));
+    }
+  }
+  return messages;
+}
+
 std::string CWords::Number(std::uint64_t number) const {
   std::string digits = std::to_string(number);
   if (digits.size() < language_.groupedDigits) {

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "metareview2024/words/Catalogue.h"
@@ -41,6 +42,8 @@ class CWords {
 
   /// The text of a message, with placeholders like "{name}" in it.
   std::string_view Text(std::string_view key) const;
+  /// All messages whose keys begin so, sorted by key; of plural forms the first.
+  std::vector<std::pair<std::string_view, std::string_view>> WithPrefix(std::string_view prefix) const;
   /// The plural form of a message for a number.
   std::string_view Text(std::string_view key, std::uint64_t number) const;
 
