@@ -127,7 +127,7 @@ TEST_F(ReviewCommandTest, FileAloneLeavesStandardOutputEmpty) {
 
 TEST_F(ReviewCommandTest, OutputsThatCannotBeGrantedAreRefusedBeforeAnythingIsRead) {
   upgrade_.Write("upgrade.json", "not JSON");
-  EXPECT_EQ(Trouble({"-o", "xml"}), "-o xml: unknown format; the formats are text, json, ndjson, csv");
+  EXPECT_THAT(Trouble({"-o", "xml"}), StartsWith("-o xml: unknown format; the formats are text, json, ndjson, csv"));
   EXPECT_EQ(Trouble({"-o", "json="}), "-o json=: the file's name is empty; leave out \"=\" for standard output");
   EXPECT_EQ(Trouble({"-o", "json", "-o", "csv"}),
             "-o: only one format can go to standard output; give the others a file: FORMAT=FILE");
