@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cctype>
 #include <set>
 #include <string>
@@ -46,7 +47,7 @@ class LanguagesTest : public testing::Test {
     std::set<std::string> names;
     for (std::size_t open = text.find('{'); open != std::string::npos; open = text.find('{', open + 1)) {
       std::string name = text.substr(open + 1, text.find('}', open) - open - 1);
-      name = name.substr(0, name.find('.'));
+      name.resize(std::min(name.find('.'), name.size()));
       name[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(name[0])));
       names.insert(name);
     }

@@ -10,6 +10,7 @@ namespace {
 template <typename Members>
 std::vector<SColumn> ColumnsOf(const Members& members) {
   std::vector<SColumn> columns;
+  columns.reserve(members.size());
   for (const auto& member : members) {
     columns.push_back(member.IsText() ? SColumn{member.name} : SColumn{member.name, SColumn::kNumber, member.GetMax()});
   }

@@ -73,7 +73,7 @@ class CReader : private CJsonValueReader {
 
  private:
   void RequireGeneration(Value& value) {
-    const std::uint32_t generation = Number<std::uint32_t>(value);
+    const auto generation = Number<std::uint32_t>(value);
     if (generation != CMetaDictionary2024::kGeneration) {
       Fail(metarules::WrongGeneration(std::to_string(generation)));
     }

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 #include <limits>
 #include <optional>
 #include <string_view>
@@ -61,50 +62,48 @@ std::string ReadDay(CJsonReading& reading, const Json& json) {
   return day;
 }
 
-const CJsonReading::SMember<SRuleDecision> kRuleMembers[] = {
-    {"rule", true,
-     [](CJsonReading& reading, const Json& json, SRuleDecision& decision) {
-       const std::string name = reading.Text(json);
-       decision.rule = FindRule(name);
-       if (decision.rule == nullptr) {
-         reading.Fail("there is no rule \"" + name + "\"");
-       }
-     }},
-    {"risk", true,
-     [](CJsonReading& reading, const Json& json, SRuleDecision& decision) {
-       decision.risk = ReadOneOf(reading, json, kRisks);
-     }},
-    {"reason", false,
-     [](CJsonReading& reading, const Json& json, SRuleDecision& decision) {
-       decision.reason = ReadReason(reading, json);
-     }},
-};
+const std::array<CJsonReading::SMember<SRuleDecision>, 3> kRuleMembers = {
+    {{"rule", true,
+      [](CJsonReading& reading, const Json& json, SRuleDecision& decision) {
+        const std::string name = reading.Text(json);
+        decision.rule = FindRule(name);
+        if (decision.rule == nullptr) {
+          reading.Fail("there is no rule \"" + name + "\"");
+        }
+      }},
+     {"risk", true,
+      [](CJsonReading& reading, const Json& json, SRuleDecision& decision) {
+        decision.risk = ReadOneOf(reading, json, kRisks);
+      }},
+     {"reason", false, [](CJsonReading& reading, const Json& json, SRuleDecision& decision) {
+        decision.reason = ReadReason(reading, json);
+      }}}};
 
-const CJsonReading::SMember<SEntry> kEntryMembers[] = {
-    {"path", true,
-     [](CJsonReading& reading, const Json& json, SEntry& entry) {
-       entry.decision.path = reading.Text(json);
-       if (const auto problem = ProblemOfPattern(entry.decision.path)) {
-         reading.Fail(*problem);
-       }
-     }},
-    {"change", true,
-     [](CJsonReading& reading, const Json& json, SEntry& entry) {
-       entry.decision.change = ReadOneOf(reading, json, kChanges);
-     }},
-    {"original", false, [](CJsonReading& /*reading*/, const Json& json, SEntry& entry) { entry.original = &json; }},
-    {"client", false, [](CJsonReading& /*reading*/, const Json& json, SEntry& entry) { entry.client = &json; }},
-    {"reason", true,
-     [](CJsonReading& reading, const Json& json, SEntry& entry) {
-       entry.decision.acceptance.reason = ReadReason(reading, json);
-     }},
-    {"by", false,
-     [](CJsonReading& reading, const Json& json, SEntry& entry) { entry.decision.acceptance.by = reading.Text(json); }},
-    {"until", false,
-     [](CJsonReading& reading, const Json& json, SEntry& entry) {
-       entry.decision.acceptance.until = ReadDay(reading, json);
-     }},
-};
+const std::array<CJsonReading::SMember<SEntry>, 7> kEntryMembers = {
+    {{"path", true,
+      [](CJsonReading& reading, const Json& json, SEntry& entry) {
+        entry.decision.path = reading.Text(json);
+        if (const auto problem = ProblemOfPattern(entry.decision.path)) {
+          reading.Fail(*problem);
+        }
+      }},
+     {"change", true,
+      [](CJsonReading& reading, const Json& json, SEntry& entry) {
+        entry.decision.change = ReadOneOf(reading, json, kChanges);
+      }},
+     {"original", false, [](CJsonReading& /*reading*/, const Json& json, SEntry& entry) { entry.original = &json; }},
+     {"client", false, [](CJsonReading& /*reading*/, const Json& json, SEntry& entry) { entry.client = &json; }},
+     {"reason", true,
+      [](CJsonReading& reading, const Json& json, SEntry& entry) {
+        entry.decision.acceptance.reason = ReadReason(reading, json);
+      }},
+     {"by", false,
+      [](CJsonReading& reading, const Json& json, SEntry& entry) {
+        entry.decision.acceptance.by = reading.Text(json);
+      }},
+     {"until", false, [](CJsonReading& reading, const Json& json, SEntry& entry) {
+        entry.decision.acceptance.until = ReadDay(reading, json);
+      }}}};
 
 /// The value of a changed attribute without a wildcard; no other entry may have one.
 std::optional<Value> ReadValue(CJsonReading& reading, const SDecision& decision, std::string_view name,
@@ -155,16 +154,14 @@ void ReadEntry(CJsonReading& reading, const Json& json, SFile& file) {
   file.decisions.accepted.push_back(std::move(decision));
 }
 
-const CJsonReading::SMember<SFile> kFileMembers[] = {
-    {"rules", false,
-     [](CJsonReading& reading, const Json& json, SFile& file) {
-       reading.Array(json, [&](const Json& item) { ReadRule(reading, item, file); });
-     }},
-    {"accepted", false,
-     [](CJsonReading& reading, const Json& json, SFile& file) {
-       reading.Array(json, [&](const Json& item) { ReadEntry(reading, item, file); });
-     }},
-};
+const std::array<CJsonReading::SMember<SFile>, 2> kFileMembers = {
+    {{"rules", false,
+      [](CJsonReading& reading, const Json& json, SFile& file) {
+        reading.Array(json, [&](const Json& item) { ReadRule(reading, item, file); });
+      }},
+     {"accepted", false, [](CJsonReading& reading, const Json& json, SFile& file) {
+        reading.Array(json, [&](const Json& item) { ReadEntry(reading, item, file); });
+      }}}};
 
 }  // namespace
 

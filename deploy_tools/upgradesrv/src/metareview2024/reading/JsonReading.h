@@ -2,6 +2,7 @@
 
 #include <rapidjson/document.h>
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -37,7 +38,7 @@ class METAREVIEW2024_EXPORT CJsonReading {
 
   /// All members, each once, those that are required, and no other.
   template <typename T, std::size_t N>
-  void Object(const Json& json, T& target, const SMember<T> (&members)[N]) {
+  void Object(const Json& json, T& target, const std::array<SMember<T>, N>& members) {
     static_assert(N <= 32, "a bit per member");
     RequireType(json.IsObject(), "an object");
     std::uint32_t seen = 0;
@@ -108,7 +109,7 @@ class METAREVIEW2024_EXPORT CJsonReading {
   void RequireType(bool isType, const char* type) const;
 
   template <typename T, std::size_t N>
-  [[noreturn]] void FailUnknown(const SMember<T> (&members)[N]) const {
+  [[noreturn]] void FailUnknown(const std::array<SMember<T>, N>& members) const {
     std::string names;
     for (const SMember<T>& member : members) {
       names += (names.empty() ? "" : ", ") + std::string(member.name);

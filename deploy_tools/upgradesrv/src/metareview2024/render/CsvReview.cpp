@@ -55,48 +55,48 @@ struct SColumn {
   Cell (*cell)(const SFinding& finding);
 };
 
-const SColumn kColumns[] = {
-    {"id", [](const SFinding& finding) { return Text(IdText(finding.id)); }},
-    {"path", [](const SFinding& finding) { return Text(finding.path); }},
-    {"change", [](const SFinding& finding) { return Text(NameOf(finding.change)); }},
-    {"rule", [](const SFinding& finding) { return Text(finding.rule->name); }},
-    {"risk", [](const SFinding& finding) { return Text(NameOf(finding.risk)); }},
-    {"origin", [](const SFinding& finding) { return Text(NameOf(finding.origin)); }},
-    {"reported", [](const SFinding& finding) { return Text(finding.reported ? "true" : "false"); }},
-    {"display_name", [](const SFinding& finding) { return finding.displayName; }},
-    {"type", [](const SFinding& finding) { return finding.type; }},
-    {"taken_by", [](const SFinding& finding) { return TakenText(finding, &STaken::by); }},
-    {"taken_class_id",
-     [](const SFinding& finding) {
-       const bool isTaken = finding.taken != nullptr && finding.taken->classId.has_value();
-       return isTaken ? Text(std::to_string(*finding.taken->classId)) : std::nullopt;
-     }},
-    {"taken_table_name", [](const SFinding& finding) { return TakenText(finding, &STaken::tableName); }},
-    {"taken_field", [](const SFinding& finding) { return TakenText(finding, &STaken::field); }},
-    {"base", [](const SFinding& finding) { return ValueText(finding.base); }},
-    {"original", [](const SFinding& finding) { return ValueText(finding.original); }},
-    {"client", [](const SFinding& finding) { return ValueText(finding.client); }},
-    {"rows", [](const SFinding& finding) { return CountText(finding, &SData::rows); }},
-    {"of", [](const SFinding& finding) { return CountText(finding, &SData::of); }},
-    {"tables", TablesText},
-    {"problem",
-     [](const SFinding& finding) {
-       const bool hasProblem = finding.data != nullptr && !finding.data->problem.empty();
-       return hasProblem ? Text(finding.data->problem) : std::nullopt;
-     }},
-    {"risk_without_data",
-     [](const SFinding& finding) {
-       return finding.riskWithoutData.has_value() ? Text(NameOf(*finding.riskWithoutData)) : std::nullopt;
-     }},
-    {"accepted",
-     [](const SFinding& finding) {
-       return finding.accepted == nullptr ? std::nullopt : Text(finding.accepted->reason);
-     }},
-    {"accepted_by", [](const SFinding& finding) { return AcceptedText(finding, &SAcceptance::by); }},
-    {"accepted_until", [](const SFinding& finding) { return AcceptedText(finding, &SAcceptance::until); }},
-    {"since",
-     [](const SFinding& finding) { return finding.since.has_value() ? Text(NameOf(*finding.since)) : std::nullopt; }},
-};
+const std::array<SColumn, 25> kColumns = {
+    {{"id", [](const SFinding& finding) { return Text(IdText(finding.id)); }},
+     {"path", [](const SFinding& finding) { return Text(finding.path); }},
+     {"change", [](const SFinding& finding) { return Text(NameOf(finding.change)); }},
+     {"rule", [](const SFinding& finding) { return Text(finding.rule->name); }},
+     {"risk", [](const SFinding& finding) { return Text(NameOf(finding.risk)); }},
+     {"origin", [](const SFinding& finding) { return Text(NameOf(finding.origin)); }},
+     {"reported", [](const SFinding& finding) { return Text(finding.reported ? "true" : "false"); }},
+     {"display_name", [](const SFinding& finding) { return finding.displayName; }},
+     {"type", [](const SFinding& finding) { return finding.type; }},
+     {"taken_by", [](const SFinding& finding) { return TakenText(finding, &STaken::by); }},
+     {"taken_class_id",
+      [](const SFinding& finding) {
+        const bool isTaken = finding.taken != nullptr && finding.taken->classId.has_value();
+        return isTaken ? Text(std::to_string(*finding.taken->classId)) : std::nullopt;
+      }},
+     {"taken_table_name", [](const SFinding& finding) { return TakenText(finding, &STaken::tableName); }},
+     {"taken_field", [](const SFinding& finding) { return TakenText(finding, &STaken::field); }},
+     {"base", [](const SFinding& finding) { return ValueText(finding.base); }},
+     {"original", [](const SFinding& finding) { return ValueText(finding.original); }},
+     {"client", [](const SFinding& finding) { return ValueText(finding.client); }},
+     {"rows", [](const SFinding& finding) { return CountText(finding, &SData::rows); }},
+     {"of", [](const SFinding& finding) { return CountText(finding, &SData::of); }},
+     {"tables", TablesText},
+     {"problem",
+      [](const SFinding& finding) {
+        const bool hasProblem = finding.data != nullptr && !finding.data->problem.empty();
+        return hasProblem ? Text(finding.data->problem) : std::nullopt;
+      }},
+     {"risk_without_data",
+      [](const SFinding& finding) {
+        return finding.riskWithoutData.has_value() ? Text(NameOf(*finding.riskWithoutData)) : std::nullopt;
+      }},
+     {"accepted",
+      [](const SFinding& finding) {
+        return finding.accepted == nullptr ? std::nullopt : Text(finding.accepted->reason);
+      }},
+     {"accepted_by", [](const SFinding& finding) { return AcceptedText(finding, &SAcceptance::by); }},
+     {"accepted_until", [](const SFinding& finding) { return AcceptedText(finding, &SAcceptance::until); }},
+     {"since", [](const SFinding& finding) {
+        return finding.since.has_value() ? Text(NameOf(*finding.since)) : std::nullopt;
+      }}}};
 
 /// A spreadsheet would run such a text as a formula, or take off what it begins with.
 bool IsFormula(std::string_view text) {

@@ -1,5 +1,6 @@
 #include "metareview2024/render/FindingReader.h"
 
+#include <array>
 #include <memory>
 
 #include "metareview2024/DecisionsFile.h"
@@ -74,13 +75,12 @@ void Id(CJsonReading& reading, const Json& json, T& target) {
   target.id = ReadId(reading, json);
 }
 
-const CJsonReading::SMember<STaken> kTakenMembers[] = {
-    {"by", true, Text<STaken, &STaken::by>},
-    {"class_id", false,
-     [](CJsonReading& reading, const Json& json, STaken& taken) { taken.classId = ReadUint32(reading, json); }},
-    {"table_name", false, OptionalText<STaken, &STaken::tableName>},
-    {"field", false, OptionalText<STaken, &STaken::field>},
-};
+const std::array<CJsonReading::SMember<STaken>, 4> kTakenMembers = {
+    {{"by", true, Text<STaken, &STaken::by>},
+     {"class_id", false,
+      [](CJsonReading& reading, const Json& json, STaken& taken) { taken.classId = ReadUint32(reading, json); }},
+     {"table_name", false, OptionalText<STaken, &STaken::tableName>},
+     {"field", false, OptionalText<STaken, &STaken::field>}}};
 
 void ReadTaken(CJsonReading& reading, const Json& json, SFinding& finding) {
   STaken taken;
@@ -100,28 +100,26 @@ struct SReadData {
   bool hasProblem = false;
 };
 
-const CJsonReading::SMember<SReadData> kDataMembers[] = {
-    {"rows", false,
-     [](CJsonReading& reading, const Json& json, SReadData& read) {
-       read.data.rows = reading.Number(json);
-       read.hasRows = true;
-     }},
-    {"of", false,
-     [](CJsonReading& reading, const Json& json, SReadData& read) {
-       read.data.of = reading.Number(json);
-       read.hasOf = true;
-     }},
-    {"tables", false,
-     [](CJsonReading& reading, const Json& json, SReadData& read) {
-       reading.Array(json, [&](const Json& item) { read.data.tables.push_back(reading.Text(item)); });
-       read.hasTables = true;
-     }},
-    {"problem", false,
-     [](CJsonReading& reading, const Json& json, SReadData& read) {
-       read.data.problem = reading.Text(json);
-       read.hasProblem = !read.data.problem.empty();
-     }},
-};
+const std::array<CJsonReading::SMember<SReadData>, 4> kDataMembers = {
+    {{"rows", false,
+      [](CJsonReading& reading, const Json& json, SReadData& read) {
+        read.data.rows = reading.Number(json);
+        read.hasRows = true;
+      }},
+     {"of", false,
+      [](CJsonReading& reading, const Json& json, SReadData& read) {
+        read.data.of = reading.Number(json);
+        read.hasOf = true;
+      }},
+     {"tables", false,
+      [](CJsonReading& reading, const Json& json, SReadData& read) {
+        reading.Array(json, [&](const Json& item) { read.data.tables.push_back(reading.Text(item)); });
+        read.hasTables = true;
+      }},
+     {"problem", false, [](CJsonReading& reading, const Json& json, SReadData& read) {
+        read.data.problem = reading.Text(json);
+        read.hasProblem = !read.data.problem.empty();
+      }}}};
 
 void ReadData(CJsonReading& reading, const Json& json, SFinding& finding) {
   SReadData read;
@@ -134,14 +132,12 @@ void ReadData(CJsonReading& reading, const Json& json, SFinding& finding) {
   finding.data = std::make_shared<const SData>(std::move(read.data));
 }
 
-const CJsonReading::SMember<SAcceptance> kAcceptanceMembers[] = {
-    {"reason", true, Text<SAcceptance, &SAcceptance::reason>},
-    {"by", false, OptionalText<SAcceptance, &SAcceptance::by>},
-    {"until", false,
-     [](CJsonReading& reading, const Json& json, SAcceptance& acceptance) {
-       acceptance.until = ReadDay(reading, json);
-     }},
-};
+const std::array<CJsonReading::SMember<SAcceptance>, 3> kAcceptanceMembers = {
+    {{"reason", true, Text<SAcceptance, &SAcceptance::reason>},
+     {"by", false, OptionalText<SAcceptance, &SAcceptance::by>},
+     {"until", false, [](CJsonReading& reading, const Json& json, SAcceptance& acceptance) {
+        acceptance.until = ReadDay(reading, json);
+      }}}};
 
 void ReadAccepted(CJsonReading& reading, const Json& json, SFinding& finding) {
   SAcceptance acceptance;
@@ -149,33 +145,35 @@ void ReadAccepted(CJsonReading& reading, const Json& json, SFinding& finding) {
   finding.accepted = std::make_shared<const SAcceptance>(std::move(acceptance));
 }
 
-const CJsonReading::SMember<SFinding> kFindingMembers[] = {
-    {"id", true, Id<SFinding>},
-    {"path", true, Text<SFinding, &SFinding::path>},
-    {"change", true, Change<SFinding>},
-    {"rule", true,
-     [](CJsonReading& reading, const Json& json, SFinding& finding) { finding.rule = ReadRule(reading, json); }},
-    {"risk", true,
-     [](CJsonReading& reading, const Json& json, SFinding& finding) { finding.risk = reading.Word(json, RiskOf); }},
-    {"origin", true,
-     [](CJsonReading& reading, const Json& json, SFinding& finding) { finding.origin = reading.Word(json, OriginOf); }},
-    {"reported", true,
-     [](CJsonReading& reading, const Json& json, SFinding& finding) { finding.reported = reading.Truth(json); }},
-    {"display_name", false, OptionalText<SFinding, &SFinding::displayName>},
-    {"type", false, OptionalText<SFinding, &SFinding::type>},
-    {"taken", false, ReadTaken},
-    {"base", false, OptionalValue<SFinding, &SFinding::base>},
-    {"original", false, OptionalValue<SFinding, &SFinding::original>},
-    {"client", false, OptionalValue<SFinding, &SFinding::client>},
-    {"data", false, ReadData},
-    {"risk_without_data", false,
-     [](CJsonReading& reading, const Json& json, SFinding& finding) {
-       finding.riskWithoutData = reading.Word(json, RiskOf);
-     }},
-    {"accepted", false, ReadAccepted},
-    {"since", false,
-     [](CJsonReading& reading, const Json& json, SFinding& finding) { finding.since = reading.Word(json, SinceOf); }},
-};
+const std::array<CJsonReading::SMember<SFinding>, 17> kFindingMembers = {
+    {{"id", true, Id<SFinding>},
+     {"path", true, Text<SFinding, &SFinding::path>},
+     {"change", true, Change<SFinding>},
+     {"rule", true,
+      [](CJsonReading& reading, const Json& json, SFinding& finding) { finding.rule = ReadRule(reading, json); }},
+     {"risk", true,
+      [](CJsonReading& reading, const Json& json, SFinding& finding) { finding.risk = reading.Word(json, RiskOf); }},
+     {"origin", true,
+      [](CJsonReading& reading, const Json& json, SFinding& finding) {
+        finding.origin = reading.Word(json, OriginOf);
+      }},
+     {"reported", true,
+      [](CJsonReading& reading, const Json& json, SFinding& finding) { finding.reported = reading.Truth(json); }},
+     {"display_name", false, OptionalText<SFinding, &SFinding::displayName>},
+     {"type", false, OptionalText<SFinding, &SFinding::type>},
+     {"taken", false, ReadTaken},
+     {"base", false, OptionalValue<SFinding, &SFinding::base>},
+     {"original", false, OptionalValue<SFinding, &SFinding::original>},
+     {"client", false, OptionalValue<SFinding, &SFinding::client>},
+     {"data", false, ReadData},
+     {"risk_without_data", false,
+      [](CJsonReading& reading, const Json& json, SFinding& finding) {
+        finding.riskWithoutData = reading.Word(json, RiskOf);
+      }},
+     {"accepted", false, ReadAccepted},
+     {"since", false, [](CJsonReading& reading, const Json& json, SFinding& finding) {
+        finding.since = reading.Word(json, SinceOf);
+      }}}};
 
 bool IsNumber(EAttribute attribute) {
   return attribute == EAttribute::kClassId || attribute == EAttribute::kLength || attribute == EAttribute::kPrecision;
@@ -203,61 +201,58 @@ void RequireValues(CJsonReading& reading, const SFinding& finding) {
   require("client", finding.client, hasValues);
 }
 
-const CJsonReading::SMember<SOutdated> kOutdatedMembers[] = {
-    {"path", true,
-     [](CJsonReading& reading, const Json& json, SOutdated& outdated) { outdated.decision.path = reading.Text(json); }},
-    {"change", true,
-     [](CJsonReading& reading, const Json& json, SOutdated& outdated) { Change(reading, json, outdated.decision); }},
-    {"accepted_original", true,
-     [](CJsonReading& reading, const Json& json, SOutdated& outdated) {
-       outdated.decision.original = ReadValue(reading, json);
-     }},
-    {"accepted_client", true,
-     [](CJsonReading& reading, const Json& json, SOutdated& outdated) {
-       outdated.decision.client = ReadValue(reading, json);
-     }},
-    {"original", true,
-     [](CJsonReading& reading, const Json& json, SOutdated& outdated) {
-       outdated.original = ReadValue(reading, json);
-     }},
-    {"client", true,
-     [](CJsonReading& reading, const Json& json, SOutdated& outdated) { outdated.client = ReadValue(reading, json); }},
-    {"reason", true,
-     [](CJsonReading& reading, const Json& json, SOutdated& outdated) {
-       outdated.decision.acceptance.reason = reading.Text(json);
-     }},
-    {"by", false,
-     [](CJsonReading& reading, const Json& json, SOutdated& outdated) {
-       outdated.decision.acceptance.by = reading.Text(json);
-     }},
-    {"until", false,
-     [](CJsonReading& reading, const Json& json, SOutdated& outdated) {
-       outdated.decision.acceptance.until = ReadDay(reading, json);
-     }},
-};
+const std::array<CJsonReading::SMember<SOutdated>, 9> kOutdatedMembers = {
+    {{"path", true,
+      [](CJsonReading& reading, const Json& json, SOutdated& outdated) {
+        outdated.decision.path = reading.Text(json);
+      }},
+     {"change", true,
+      [](CJsonReading& reading, const Json& json, SOutdated& outdated) { Change(reading, json, outdated.decision); }},
+     {"accepted_original", true,
+      [](CJsonReading& reading, const Json& json, SOutdated& outdated) {
+        outdated.decision.original = ReadValue(reading, json);
+      }},
+     {"accepted_client", true,
+      [](CJsonReading& reading, const Json& json, SOutdated& outdated) {
+        outdated.decision.client = ReadValue(reading, json);
+      }},
+     {"original", true,
+      [](CJsonReading& reading, const Json& json, SOutdated& outdated) {
+        outdated.original = ReadValue(reading, json);
+      }},
+     {"client", true,
+      [](CJsonReading& reading, const Json& json, SOutdated& outdated) { outdated.client = ReadValue(reading, json); }},
+     {"reason", true,
+      [](CJsonReading& reading, const Json& json, SOutdated& outdated) {
+        outdated.decision.acceptance.reason = reading.Text(json);
+      }},
+     {"by", false,
+      [](CJsonReading& reading, const Json& json, SOutdated& outdated) {
+        outdated.decision.acceptance.by = reading.Text(json);
+      }},
+     {"until", false, [](CJsonReading& reading, const Json& json, SOutdated& outdated) {
+        outdated.decision.acceptance.until = ReadDay(reading, json);
+      }}}};
 
-const CJsonReading::SMember<SDecision> kDecisionMembers[] = {
-    {"path", true, Text<SDecision, &SDecision::path>},
-    {"change", true, Change<SDecision>},
-    {"original", false, OptionalValue<SDecision, &SDecision::original>},
-    {"client", false, OptionalValue<SDecision, &SDecision::client>},
-    {"reason", true,
-     [](CJsonReading& reading, const Json& json, SDecision& decision) {
-       decision.acceptance.reason = reading.Text(json);
-     }},
-    {"by", false,
-     [](CJsonReading& reading, const Json& json, SDecision& decision) { decision.acceptance.by = reading.Text(json); }},
-    {"until", false,
-     [](CJsonReading& reading, const Json& json, SDecision& decision) {
-       decision.acceptance.until = ReadDay(reading, json);
-     }},
-};
+const std::array<CJsonReading::SMember<SDecision>, 7> kDecisionMembers = {
+    {{"path", true, Text<SDecision, &SDecision::path>},
+     {"change", true, Change<SDecision>},
+     {"original", false, OptionalValue<SDecision, &SDecision::original>},
+     {"client", false, OptionalValue<SDecision, &SDecision::client>},
+     {"reason", true,
+      [](CJsonReading& reading, const Json& json, SDecision& decision) {
+        decision.acceptance.reason = reading.Text(json);
+      }},
+     {"by", false,
+      [](CJsonReading& reading, const Json& json, SDecision& decision) {
+        decision.acceptance.by = reading.Text(json);
+      }},
+     {"until", false, [](CJsonReading& reading, const Json& json, SDecision& decision) {
+        decision.acceptance.until = ReadDay(reading, json);
+      }}}};
 
-const CJsonReading::SMember<SGone> kGoneMembers[] = {
-    {"id", true, Id<SGone>},
-    {"path", true, Text<SGone, &SGone::path>},
-    {"change", true, Change<SGone>},
-};
+const std::array<CJsonReading::SMember<SGone>, 3> kGoneMembers = {
+    {{"id", true, Id<SGone>}, {"path", true, Text<SGone, &SGone::path>}, {"change", true, Change<SGone>}}};
 
 /// What a path is about, which must be a difference of that kind and have that identifier.
 SPath RequirePath(CJsonReading& reading, const std::string& text, EChange change, std::uint64_t id) {

@@ -23,18 +23,17 @@ struct SDocument {
   std::array<std::optional<STotals>, kKinds.size()> totals;
 };
 
-const CJsonReading::SMember<STotals> kTotalsMembers[] = {
-    {"loss", true,
-     [](CJsonReading& reading, const Json& json, STotals& totals) { totals.risks[0] = reading.Number(json); }},
-    {"block", true,
-     [](CJsonReading& reading, const Json& json, STotals& totals) { totals.risks[1] = reading.Number(json); }},
-    {"attention", true,
-     [](CJsonReading& reading, const Json& json, STotals& totals) { totals.risks[2] = reading.Number(json); }},
-    {"safe", true,
-     [](CJsonReading& reading, const Json& json, STotals& totals) { totals.risks[3] = reading.Number(json); }},
-    {"accepted", true,
-     [](CJsonReading& reading, const Json& json, STotals& totals) { totals.accepted = reading.Number(json); }},
-};
+const std::array<CJsonReading::SMember<STotals>, 5> kTotalsMembers = {
+    {{"loss", true,
+      [](CJsonReading& reading, const Json& json, STotals& totals) { totals.risks[0] = reading.Number(json); }},
+     {"block", true,
+      [](CJsonReading& reading, const Json& json, STotals& totals) { totals.risks[1] = reading.Number(json); }},
+     {"attention", true,
+      [](CJsonReading& reading, const Json& json, STotals& totals) { totals.risks[2] = reading.Number(json); }},
+     {"safe", true,
+      [](CJsonReading& reading, const Json& json, STotals& totals) { totals.risks[3] = reading.Number(json); }},
+     {"accepted", true,
+      [](CJsonReading& reading, const Json& json, STotals& totals) { totals.accepted = reading.Number(json); }}}};
 
 template <EKind kKind>
 void ReadTotals(CJsonReading& reading, const Json& json, SDocument& document) {
@@ -43,11 +42,10 @@ void ReadTotals(CJsonReading& reading, const Json& json, SDocument& document) {
   document.totals.at(static_cast<std::size_t>(kKind)) = totals;
 }
 
-const CJsonReading::SMember<SDocument> kKindMembers[] = {
-    {"class", false, ReadTotals<EKind::kClass>},
-    {"link", false, ReadTotals<EKind::kLink>},
-    {"behavior", false, ReadTotals<EKind::kBehavior>},
-};
+const std::array<CJsonReading::SMember<SDocument>, 3> kKindMembers = {
+    {{"class", false, ReadTotals<EKind::kClass>},
+     {"link", false, ReadTotals<EKind::kLink>},
+     {"behavior", false, ReadTotals<EKind::kBehavior>}}};
 
 void ReadElements(CJsonReading& reading, const Json& json, SReview& review) {
   reading.Array(json, [&](const Json& item) {
@@ -79,51 +77,49 @@ void ReadOptionalText(CJsonReading& reading, const Json& json, SDocument& docume
   document.review.*kMember = reading.Text(json);
 }
 
-const CJsonReading::SMember<SDocument> kDocumentMembers[] = {
-    // These three have been read already.
-    {"format", true, Nothing},
-    {"version", true, Nothing},
-    {"complete", true, Nothing},
-    {"client", true, ReadText<&SReview::client>},
-    {"original", true, ReadText<&SReview::original>},
-    {"base", true,
-     [](CJsonReading& reading, const Json& json, SDocument& document) {
-       if (!json.IsNull()) {
-         document.review.base = reading.Text(json);
-       }
-     }},
-    {"directory", true, ReadText<&SReview::directory>},
-    {"against", false, ReadOptionalText<&SReview::against>},
-    {"data", false, ReadOptionalText<&SReview::data>},
-    {"elements", true,
-     [](CJsonReading& reading, const Json& json, SDocument& document) {
-       ReadElements(reading, json, document.review);
-     }},
-    {"totals", true,
-     [](CJsonReading& reading, const Json& json, SDocument& document) {
-       reading.Object(json, document, kKindMembers);
-     }},
-    {"findings", true,
-     [](CJsonReading& reading, const Json& json, SDocument& document) {
-       ReadList(reading, json, document.review.findings, ReadFinding);
-     }},
-    {"outdated", false,
-     [](CJsonReading& reading, const Json& json, SDocument& document) {
-       ReadList(reading, json, document.review.outdated, ReadOutdated);
-     }},
-    {"expired", false,
-     [](CJsonReading& reading, const Json& json, SDocument& document) {
-       ReadList(reading, json, document.review.expired, ReadDecision);
-     }},
-    {"stale", false,
-     [](CJsonReading& reading, const Json& json, SDocument& document) {
-       ReadList(reading, json, document.review.stale, ReadDecision);
-     }},
-    {"gone", false,
-     [](CJsonReading& reading, const Json& json, SDocument& document) {
-       ReadList(reading, json, document.review.gone, ReadGone);
-     }},
-};
+const std::array<CJsonReading::SMember<SDocument>, 16> kDocumentMembers = {
+    {// These three have been read already.
+     {"format", true, Nothing},
+     {"version", true, Nothing},
+     {"complete", true, Nothing},
+     {"client", true, ReadText<&SReview::client>},
+     {"original", true, ReadText<&SReview::original>},
+     {"base", true,
+      [](CJsonReading& reading, const Json& json, SDocument& document) {
+        if (!json.IsNull()) {
+          document.review.base = reading.Text(json);
+        }
+      }},
+     {"directory", true, ReadText<&SReview::directory>},
+     {"against", false, ReadOptionalText<&SReview::against>},
+     {"data", false, ReadOptionalText<&SReview::data>},
+     {"elements", true,
+      [](CJsonReading& reading, const Json& json, SDocument& document) {
+        ReadElements(reading, json, document.review);
+      }},
+     {"totals", true,
+      [](CJsonReading& reading, const Json& json, SDocument& document) {
+        reading.Object(json, document, kKindMembers);
+      }},
+     {"findings", true,
+      [](CJsonReading& reading, const Json& json, SDocument& document) {
+        ReadList(reading, json, document.review.findings, ReadFinding);
+      }},
+     {"outdated", false,
+      [](CJsonReading& reading, const Json& json, SDocument& document) {
+        ReadList(reading, json, document.review.outdated, ReadOutdated);
+      }},
+     {"expired", false,
+      [](CJsonReading& reading, const Json& json, SDocument& document) {
+        ReadList(reading, json, document.review.expired, ReadDecision);
+      }},
+     {"stale", false,
+      [](CJsonReading& reading, const Json& json, SDocument& document) {
+        ReadList(reading, json, document.review.stale, ReadDecision);
+      }},
+     {"gone", false, [](CJsonReading& reading, const Json& json, SDocument& document) {
+        ReadList(reading, json, document.review.gone, ReadGone);
+      }}}};
 
 /// Whether this is a review that can be read at all; what else is in it may be of a later version.
 void RequireReadable(CJsonReading& reading, const Json& json) {

@@ -1,6 +1,7 @@
 #include "metareview2024/render/TextOutput.h"
 
 #include <algorithm>
+#include <array>
 #include <vector>
 
 #include "metareview2024/render/TextLayout.h"
@@ -9,9 +10,9 @@ namespace metareview {
 
 namespace {
 
-constexpr const char* kLabels[] = {"label.loss",     "label.block",    "label.attention", "label.safe",
-                                   "label.accepted", "label.outdated", "label.expired",   "label.stale",
-                                   "label.gone",     "label.accept",   "label.explain",   "label.prune"};
+constexpr std::array<const char*, 12> kLabels = {"label.loss",     "label.block",    "label.attention", "label.safe",
+                                                 "label.accepted", "label.outdated", "label.expired",   "label.stale",
+                                                 "label.gone",     "label.accept",   "label.explain",   "label.prune"};
 
 /// Of a terminal; empty for plain text.
 std::string_view StyleCode(EStyle style) {

@@ -218,6 +218,7 @@ constexpr std::array<SRow, 56> kRows = {{
 const std::vector<const SRule*>& Rules() {
   static const std::vector<const SRule*> rules = [] {
     std::vector<const SRule*> list;
+    list.reserve(kRows.size());
     for (const SRow& row : kRows) {
       list.push_back(&row.rule);
     }

@@ -1,6 +1,7 @@
 #include "metareview2024/words/FindingSentence.h"
 
 #include <algorithm>
+#include <array>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -36,7 +37,7 @@ Sentence Thing(const CWords& words, EThing thing, const std::string& name, std::
 }
 
 Sentence Element(const SSubject& subject, std::string_view form) {
-  const EThing things[] = {EThing::kClass, EThing::kLink, EThing::kBehavior};
+  const std::array<EThing, 3> things = {EThing::kClass, EThing::kLink, EThing::kBehavior};
   return Thing(subject.words, things[static_cast<std::size_t>(subject.path.kind)], subject.path.element, form);
 }
 
@@ -80,39 +81,38 @@ struct SPlaceholder {
   Sentence (*find)(const SSubject& subject);
 };
 
-const SPlaceholder kPlaceholders[] = {
-    {"name", [](const SSubject& subject) { return AsValue(subject.path.Name()); }},
-    {"element", [](const SSubject& subject) { return Element(subject, ""); }},
-    {"Element", [](const SSubject& subject) { return Element(subject, ".start"); }},
-    {"element.of", [](const SSubject& subject) { return Element(subject, ".of"); }},
-    {"element.to", [](const SSubject& subject) { return Element(subject, ".to"); }},
-    {"client", [](const SSubject& subject) { return OptionalValue(subject.words, subject.finding.client); }},
-    {"original", [](const SSubject& subject) { return OptionalValue(subject.words, subject.finding.original); }},
-    {"base", [](const SSubject& subject) { return OptionalValue(subject.words, subject.finding.base); }},
-    {"attribute",
-     [](const SSubject& subject) {
-       return AsWords(subject.words.Text("attribute." + std::string(NameOf(subject.finding.attribute))));
-     }},
-    {"rows", [](const SSubject& subject) { return Count(subject, &SData::rows); }},
-    {"of", [](const SSubject& subject) { return Count(subject, &SData::of); }},
-    {"table", Tables},
-    {"problem", [](const SSubject& subject) { return AsValue(subject.finding.data->problem); }},
-    {"identity", Identity},
-    {"other", Other},
-    {"column",
-     [](const SSubject& subject) {
-       return subject.finding.taken == nullptr ? NoValue() : AsValue(subject.finding.taken->field.value_or(""));
-     }},
-    {"risk",
-     [](const SSubject& subject) {
-       return AsWords(subject.words.Text("risk." + std::string(NameOf(*subject.finding.riskWithoutData))));
-     }},
-    {"accepted_client",
-     [](const SSubject& subject) { return OptionalValue(subject.words, subject.outdated->decision.client); }},
-    {"accepted_original",
-     [](const SSubject& subject) { return OptionalValue(subject.words, subject.outdated->decision.original); }},
-    {"until", [](const SSubject& subject) { return AsValue(subject.expired->acceptance.until.value_or("")); }},
-};
+const std::array<SPlaceholder, 20> kPlaceholders = {
+    {{"name", [](const SSubject& subject) { return AsValue(subject.path.Name()); }},
+     {"element", [](const SSubject& subject) { return Element(subject, ""); }},
+     {"Element", [](const SSubject& subject) { return Element(subject, ".start"); }},
+     {"element.of", [](const SSubject& subject) { return Element(subject, ".of"); }},
+     {"element.to", [](const SSubject& subject) { return Element(subject, ".to"); }},
+     {"client", [](const SSubject& subject) { return OptionalValue(subject.words, subject.finding.client); }},
+     {"original", [](const SSubject& subject) { return OptionalValue(subject.words, subject.finding.original); }},
+     {"base", [](const SSubject& subject) { return OptionalValue(subject.words, subject.finding.base); }},
+     {"attribute",
+      [](const SSubject& subject) {
+        return AsWords(subject.words.Text("attribute." + std::string(NameOf(subject.finding.attribute))));
+      }},
+     {"rows", [](const SSubject& subject) { return Count(subject, &SData::rows); }},
+     {"of", [](const SSubject& subject) { return Count(subject, &SData::of); }},
+     {"table", Tables},
+     {"problem", [](const SSubject& subject) { return AsValue(subject.finding.data->problem); }},
+     {"identity", Identity},
+     {"other", Other},
+     {"column",
+      [](const SSubject& subject) {
+        return subject.finding.taken == nullptr ? NoValue() : AsValue(subject.finding.taken->field.value_or(""));
+      }},
+     {"risk",
+      [](const SSubject& subject) {
+        return AsWords(subject.words.Text("risk." + std::string(NameOf(*subject.finding.riskWithoutData))));
+      }},
+     {"accepted_client",
+      [](const SSubject& subject) { return OptionalValue(subject.words, subject.outdated->decision.client); }},
+     {"accepted_original",
+      [](const SSubject& subject) { return OptionalValue(subject.words, subject.outdated->decision.original); }},
+     {"until", [](const SSubject& subject) { return AsValue(subject.expired->acceptance.until.value_or("")); }}}};
 
 Sentence Say(const SSubject& subject, std::string_view text) {
   return FillIn(text, [&](std::string_view name) {
@@ -217,7 +217,7 @@ Sentence ValueWords(const CWords& words, const Value& value) {
   if (const auto* number = std::get_if<std::uint32_t>(&value)) {
     return AsValue(std::to_string(*number));
   }
-  const std::string& text = std::get<std::string>(value);
+  const auto& text = std::get<std::string>(value);
   return text.empty() ? AsWords(words.Text("value.empty")) : AsValue(text);
 }
 
@@ -245,8 +245,7 @@ Sentence Join(const CWords& words, std::string_view key, const std::vector<Sente
     if (joined.empty()) {
       joined = part;
     } else if (!part.empty()) {
-      joined =
-          FillIn(words.Text(key), [&](std::string_view name) { return name == "first" ? std::move(joined) : part; });
+      joined = FillIn(words.Text(key), [&](std::string_view name) { return name == "first" ? joined : part; });
     }
   }
   return joined;

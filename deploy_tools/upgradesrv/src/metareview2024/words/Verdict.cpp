@@ -1,5 +1,7 @@
 #include "metareview2024/words/Verdict.h"
 
+#include <array>
+
 #include "metareview2024/Totals.h"
 
 namespace metareview {
@@ -19,8 +21,8 @@ Sentence VerdictSentence(const CWords& words, const SReview& review) {
   }
   const SVerdict verdict = CountVerdict(review);
   // The first that is not 0.
-  const SVerdictWords kinds[] = {
-      {verdict.decide, "verdict.decide"}, {verdict.attention, "verdict.look"}, {verdict.safe, "verdict.safe"}};
+  const std::array<SVerdictWords, 3> kinds = {
+      {{verdict.decide, "verdict.decide"}, {verdict.attention, "verdict.look"}, {verdict.safe, "verdict.safe"}}};
   for (const SVerdictWords& kind : kinds) {
     if (kind.number != 0) {
       return FillIn(words.Text(kind.key, kind.number),

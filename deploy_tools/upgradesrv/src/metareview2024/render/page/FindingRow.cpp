@@ -1,6 +1,7 @@
 #include "metareview2024/render/page/FindingRow.h"
 
 #include <algorithm>
+#include <array>
 
 #include "metareview2024/Path.h"
 #include "metareview2024/render/page/Assets.h"
@@ -44,13 +45,13 @@ View Columns(const CPage& page) {
     const char* key;
     bool needsBase;
   };
-  const SColumn columns[] = {{"a", "page.risk", false},
-                             {"w", "page.difference", false},
-                             {"e", "page.what-happens", false},
-                             {"x", "page.side-base", true},
-                             {"x", "page.side-original", false},
-                             {"x", "page.side-client", false},
-                             {"by", page.HasBase() ? "page.changed-by" : "page.notes", false}};
+  const std::array<SColumn, 7> columns = {{{"a", "page.risk", false},
+                                           {"w", "page.difference", false},
+                                           {"e", "page.what-happens", false},
+                                           {"x", "page.side-base", true},
+                                           {"x", "page.side-original", false},
+                                           {"x", "page.side-client", false},
+                                           {"by", page.HasBase() ? "page.changed-by" : "page.notes", false}}};
   View views = ListView();
   for (const SColumn& column : columns) {
     if (page.HasBase() || !column.needsBase) {

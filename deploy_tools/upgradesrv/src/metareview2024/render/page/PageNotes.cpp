@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 
 #include "metareview2024/Totals.h"
 #include "metareview2024/render/ShellWord.h"
@@ -97,12 +98,12 @@ View Contents(const CPage& page, const View& view) {
     const char* key;
     bool isThere;
   };
-  const SPart parts[] = {{"decide", "page.decide", !page.Places().empty()},
-                         {"all", "page.contents.all", !page.Shown().empty()},
-                         {"decisions", "page.contents.decisions", hasDecisions},
-                         {"gone", "page.contents.gone", hasGone},
-                         {"limits", "page.contents.limits", true},
-                         {"rules", "page.contents.rules", !page.Shown().empty()}};
+  const std::array<SPart, 6> parts = {{{"decide", "page.decide", !page.Places().empty()},
+                                       {"all", "page.contents.all", !page.Shown().empty()},
+                                       {"decisions", "page.contents.decisions", hasDecisions},
+                                       {"gone", "page.contents.gone", hasGone},
+                                       {"limits", "page.contents.limits", true},
+                                       {"rules", "page.contents.rules", !page.Shown().empty()}}};
   View views = ListView();
   for (const SPart& part : parts) {
     if (part.isThere) {

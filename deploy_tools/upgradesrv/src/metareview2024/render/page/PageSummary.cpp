@@ -41,8 +41,8 @@ View RiskView(const CPage& page, std::string_view risk) {
 
 /// What the verdict counts.
 View CountViews(const CPage& page, const SVerdict& verdict) {
-  const std::pair<std::string_view, std::size_t> counts[] = {
-      {"loss", verdict.loss}, {"block", verdict.block}, {"both", verdict.otherConflicts}};
+  const std::array<std::pair<std::string_view, std::size_t>, 3> counts = {
+      {{"loss", verdict.loss}, {"block", verdict.block}, {"both", verdict.otherConflicts}}};
   View views = ListView();
   for (const auto& [risk, number] : counts) {
     if (number != 0) {
@@ -211,9 +211,9 @@ class CFacts {
 /// How many decisions accept nothing any more, by what became of them; empty where all hold.
 std::string LapsedText(const CPage& page) {
   const SReview& review = page.Review();
-  const std::pair<const char*, std::size_t> counts[] = {{"page.n-outdated", review.outdated.size()},
-                                                        {"page.n-expired", review.expired.size()},
-                                                        {"page.n-stale", review.stale.size()}};
+  const std::array<std::pair<const char*, std::size_t>, 3> counts = {{{"page.n-outdated", review.outdated.size()},
+                                                                      {"page.n-expired", review.expired.size()},
+                                                                      {"page.n-stale", review.stale.size()}}};
   std::vector<Sentence> texts;
   for (const auto& [key, number] : counts) {
     if (number != 0) {

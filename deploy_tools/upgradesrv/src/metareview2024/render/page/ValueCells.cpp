@@ -1,6 +1,7 @@
 #include "metareview2024/render/page/ValueCells.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <string_view>
 
@@ -21,7 +22,7 @@ SValueCell WordCell(const CWords& words, std::string_view key, bool isMarked) {
 }
 
 SValueCell PresenceCell(const CWords& words, EPresence presence, bool isMarked) {
-  const std::string_view keys[] = {"absent", "present", "changed"};
+  const std::array<std::string_view, 3> keys = {"absent", "present", "changed"};
   return WordCell(words, keys[static_cast<std::size_t>(presence)], isMarked);
 }
 
@@ -43,8 +44,9 @@ std::vector<SValueCell> PresenceCells(const CWords& words, const SFinding& findi
 
 /// Whether a value is marked as a whole, and not only the characters in which it differs: a number is another number.
 bool IsWholeValue(EAttribute attribute) {
-  constexpr EAttribute kTexts[] = {EAttribute::kInternalName, EAttribute::kDisplayName, EAttribute::kTableName,
-                                   EAttribute::kField, EAttribute::kLookupInternalName};
+  constexpr std::array<EAttribute, 5> kTexts = {EAttribute::kInternalName, EAttribute::kDisplayName,
+                                                EAttribute::kTableName, EAttribute::kField,
+                                                EAttribute::kLookupInternalName};
   return std::find(std::begin(kTexts), std::end(kTexts), attribute) == std::end(kTexts);
 }
 
@@ -116,7 +118,7 @@ std::vector<SValueCell> AttributeCells(const CWords& words, const SFinding& find
 std::vector<SValueCell> ValueCells(const CWords& words, const SFinding& finding, bool hasBase) {
   std::vector<SValueCell> cells = finding.change == EChange::kChanged ? AttributeCells(words, finding, hasBase)
                                                                       : PresenceCells(words, finding, hasBase);
-  const std::string_view sides[] = {"client", "original", "base"};
+  const std::array<std::string_view, 3> sides = {"client", "original", "base"};
   for (std::size_t i = 0; i < cells.size(); ++i) {
     cells[cells.size() - 1 - i].side = sides[i];
   }
