@@ -6,9 +6,9 @@
 #include "kvxsptjson/JsonObject.h"
 #include "support/TemporaryDirectory.h"
 #include "upgradecontext/UpgradeContext.h"
-#include "upgradesrv/StrategyModule.h"
 #include "upgradesrv/Trouble.h"
-#include "upgradesrv/UpgradeConfiguration.h"
+#include "upgradesrv/chain/StrategyModule.h"
+#include "upgradesrv/chain/UpgradeConfiguration.h"
 
 namespace {
 
@@ -43,7 +43,7 @@ void RequireRunnable(const upgradesrv::CUpgradeConfiguration& configuration,
     Require(strategy.parameter != nullptr && strategy.parameter->IsObject(), "a strategy has a parameter");
     // Nothing lies in the module directory, so whatever a name reaches lies elsewhere.
     const std::string message =
-        MessageOf([&] { const upgradesrv::CStrategyModule module(directory.File("modules"), strategy.module); });
+        MessageOf([&] { const upgradesrv::CStrategyModule module({directory.File("modules")}, strategy.module); });
     Require(!message.empty(), "a module's name does not leave the module directory", strategy.module);
   }
 }

@@ -12,7 +12,7 @@ namespace {
 namespace fs = std::filesystem;
 using testing::HasSubstr;
 
-const std::string kFailed = "strategy CCheckMetaStrategy2024 of module checkmeta2024 failed: ";
+const std::string kCheck = " (strategy CCheckMetaStrategy2024 of module checkmeta2024)";
 
 std::vector<std::string> Names(const std::string& directory) {
   std::vector<std::string> names;
@@ -27,9 +27,7 @@ TEST(SaveFailureTest, WhereADirectoryStandsIsTrouble) {
   const std::string target = upgrade.File("2024/checkMetaError.json");
   fs::remove(target);
   fs::create_directory(target);
-  EXPECT_EQ(test::TroubleOf(upgrade.Run()), kFailed + target +
-                                                ": cannot be saved: Is a directory; nothing was changed "
-                                                "(code 0xA4C00010)");
+  EXPECT_EQ(test::TroubleOf(upgrade.Run()), target + ": cannot be saved: Is a directory; nothing was changed" + kCheck);
 }
 
 TEST(SaveFailureTest, OfAFileThatMayNotGrowLeavesTheEarlierDocumentAndNothingBesideIt) {
@@ -41,9 +39,8 @@ TEST(SaveFailureTest, OfAFileThatMayNotGrowLeavesTheEarlierDocumentAndNothingBes
   }
   upgrade.Write("2024/metamodel.json", R"({"generation": 2024, "classes": [)" + classes + "]}");
   const test::SProcessResult result = test::RunInShell("ulimit -f 8; exec \"$0\" run \"$1\"", upgrade.Path());
-  EXPECT_EQ(test::TroubleOf(result), kFailed + upgrade.File("2024/checkMetaError.json") +
-                                         ": cannot be saved: File too large; nothing was changed (code "
-                                         "0xA4C00010)");
+  EXPECT_EQ(test::TroubleOf(result), upgrade.File("2024/checkMetaError.json") +
+                                         ": cannot be saved: File too large; nothing was changed" + kCheck);
   EXPECT_TRUE(upgrade.HasEarlierDocument());
   EXPECT_THAT(Names(upgrade.File("2024")), testing::UnorderedElementsAre("metamodel.json", "checkMetaError.json"));
   EXPECT_EQ(upgrade.Run().status, 1);
@@ -63,9 +60,8 @@ TEST(SaveFailureTest, OnAFullDiskLeavesTheEarlierDocumentAndNothingBesideIt) {
   if (result.status == 77 || result.errors.find("unshare") != std::string::npos) {
     GTEST_SKIP() << "NOT TESTED: a full disk needs the right to mount one: " << result.errors;
   }
-  EXPECT_EQ(test::ErrorOf(result), kFailed + upgrade.File("2024/checkMetaError.json") +
-                                       ": cannot be saved: No space left on device; nothing was changed "
-                                       "(code 0xA4C00010)");
+  EXPECT_EQ(test::ErrorOf(result), upgrade.File("2024/checkMetaError.json") +
+                                       ": cannot be saved: No space left on device; nothing was changed" + kCheck);
   EXPECT_EQ(result.output, "checkMetaError.json\n4096\n");
 }
 

@@ -24,44 +24,51 @@ TEST_P(RefusedCommandTest, IsOneErrorThatLeadsToTheHelp) {
 INSTANTIATE_TEST_SUITE_P(
     Commands, RefusedCommandTest,
     testing::Values(
-        SRefused{
-            "None",
-            {},
-            "no command is given; the commands are run, review, decide, explain, metamodel; see upgradesrv --help"},
+        SRefused{"None",
+                 {},
+                 "no command is given; the commands are run, review, decide, explain, metamodel; run \"upgradesrv "
+                 "--help\" for details"},
         SRefused{"Unknown",
                  {"frob", "x"},
-                 "unknown command \"frob\"; the commands are run, review, decide, explain, metamodel; see upgradesrv "
-                 "--help"},
-        SRefused{
-            "Empty",
-            {""},
-            "unknown command \"\"; the commands are run, review, decide, explain, metamodel; see upgradesrv --help"},
-        SRefused{"UnknownOption", {"--frob"}, "unknown option --frob; see upgradesrv --help"},
-        SRefused{"RunWithoutDirectory", {"run"}, "UPGRADE_DIR is required; see upgradesrv run --help"},
-        SRefused{"RunWithEmptyDirectory", {"run", ""}, "UPGRADE_DIR: the value is empty; see upgradesrv run --help"},
-        SRefused{"RunWithUnknownOptionAlone", {"run", "--frob"}, "unknown option --frob; see upgradesrv run --help"},
-        SRefused{
-            "RunWithoutValue", {"run", ".", "--lang"}, "--lang: 1 required CODE missing; see upgradesrv run --help"},
+                 "unknown command \"frob\"; the commands are run, review, decide, explain, metamodel; run \"upgradesrv "
+                 "--help\" for details"},
+        SRefused{"Empty",
+                 {""},
+                 "unknown command \"\"; the commands are run, review, decide, explain, metamodel; run \"upgradesrv "
+                 "--help\" for details"},
+        SRefused{"UnknownOption", {"--frob"}, "unknown option --frob; run \"upgradesrv --help\" for details"},
+        SRefused{"RunWithoutDirectory", {"run"}, "UPGRADE_DIR is required; run \"upgradesrv run --help\" for details"},
+        SRefused{"RunWithEmptyDirectory",
+                 {"run", ""},
+                 "UPGRADE_DIR: the value is empty; run \"upgradesrv run --help\" for details"},
+        SRefused{"RunWithUnknownOptionAlone",
+                 {"run", "--frob"},
+                 "unknown option --frob; run \"upgradesrv run --help\" for details"},
+        SRefused{"RunWithoutValue",
+                 {"run", ".", "--lang"},
+                 "--lang needs a value: CODE; run \"upgradesrv run --help\" for details"},
         SRefused{"MetamodelAlone",
                  {"metamodel"},
-                 "no command is given; the commands are show, copy; see upgradesrv metamodel --help"},
-        SRefused{"MetamodelUnknown",
-                 {"metamodel", "frob"},
-                 "unknown command \"frob\"; the commands are show, copy; see upgradesrv metamodel --help"},
+                 "no command is given; the commands are show, copy; run \"upgradesrv metamodel --help\" for details"},
         SRefused{
-            "ShowWithoutLocation", {"metamodel", "show"}, "LOCATION is required; see upgradesrv metamodel show --help"},
+            "MetamodelUnknown",
+            {"metamodel", "frob"},
+            "unknown command \"frob\"; the commands are show, copy; run \"upgradesrv metamodel --help\" for details"},
+        SRefused{"ShowWithoutLocation",
+                 {"metamodel", "show"},
+                 "LOCATION is required; run \"upgradesrv metamodel show --help\" for details"},
         SRefused{"ShowInUnknownFormat",
                  {"metamodel", "show", "--format", "xml", "a.json"},
-                 "--format: xml not in {text,json}; see upgradesrv metamodel show --help"},
+                 "--format: must be text or json; run \"upgradesrv metamodel show --help\" for details"},
         SRefused{"CopyWithoutTarget",
                  {"metamodel", "copy", "a.json"},
-                 "TARGET is required; see upgradesrv metamodel copy --help"},
+                 "TARGET is required; run \"upgradesrv metamodel copy --help\" for details"},
         SRefused{"CopyToNoName",
                  {"metamodel", "copy", "a.json", ""},
-                 "TARGET: the value is empty; see upgradesrv metamodel copy --help"},
+                 "TARGET: the value is empty; run \"upgradesrv metamodel copy --help\" for details"},
         SRefused{"CopyOfThree",
                  {"metamodel", "copy", "a.json", "b.json", "c.json"},
-                 "unexpected argument \"c.json\"; see upgradesrv metamodel copy --help"}),
+                 "unexpected argument \"c.json\"; run \"upgradesrv metamodel copy --help\" for details"}),
     [](const auto& test) { return test.param.name; });
 
 TEST(CommandLineTest, VersionGoesToStandardOutput) {
@@ -87,7 +94,7 @@ TEST(CommandLineTest, HelpOfRunNamesItsOptionsAndExitStatuses) {
   EXPECT_THAT(result.output,
               AllOf(HasSubstr("Usage: upgradesrv run "), HasSubstr("--lang CODE"), HasSubstr("--original LOCATION"),
                     HasSubstr("--client LOCATION"), HasSubstr("--elements KIND[,KIND...]"),
-                    HasSubstr("--module-dir DIR"), HasSubstr("UPGRADE_DIR"),
+                    HasSubstr("--module-dir DIR ..."), HasSubstr("UPGRADE_DIR"),
                     HasSubstr("Exit status: 0 nothing to report, 1 differences reported, 2 trouble.")));
 }
 

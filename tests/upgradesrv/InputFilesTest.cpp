@@ -77,7 +77,7 @@ TEST_P(InputFilesTest, IsRefusedInPlaceOfTheLogConfiguration) {
 TEST_P(InputFilesTest, IsRefusedInPlaceOfAModule) {
   const std::string path = PutInPlaceOf("modules/libcheckmeta2024.so");
   EXPECT_EQ(upgrade_.Trouble({"--module-dir", upgrade_.File("modules")}),
-            "module checkmeta2024: cannot be loaded: " + Refusal(path));
+            upgrade_.File("upgrade.json") + ": /strategies/0/module: the module cannot be loaded: " + Refusal(path));
 }
 
 TEST_P(InputFilesTest, IsRefusedInPlaceOfASqliteDatabase) {

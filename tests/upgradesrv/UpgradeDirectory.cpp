@@ -148,6 +148,15 @@ std::string CUpgradeDirectory::Notes(const std::string& client) const {
   return "upgradesrv: client metamodel " + File(client) + ", original metamodel " + File("2024/metamodel.json") + "\n";
 }
 
+std::string CUpgradeDirectory::CheckNotes(const std::string& outcome) const {
+  const std::string check = "upgradesrv: CCheckMetaStrategy2024: ";
+  return check + outcome + "\n" + check +
+         "a report leaves out insertions alone, display names, fields, tables, identifiers and lookups; run "
+         "\"upgradesrv "
+         "review " +
+         Path() + "\" for every difference\n";
+}
+
 bool CUpgradeDirectory::HasEarlierDocument() const {
   return Document() == kEarlierDocument;
 }

@@ -55,6 +55,8 @@ class CUpgradeDirectory {
   bool HasEarlierDocument() const;
   /// What a run notes before its strategies.
   std::string Notes(const std::string& client = "installation.json") const;
+  /// What a run notes after the check, which has had this outcome.
+  std::string CheckNotes(const std::string& outcome) const;
 
  private:
   CTemporaryDirectory directory_;

@@ -105,13 +105,14 @@ TEST(LocationTest, AServerThatIsDownIsOneSentenceForAllItsAddresses) {
             "database, user and password are right");
 }
 
-TEST(LocationTest, ALocationThatFellApartIntoArgumentsIsNotShown) {
+TEST(LocationTest, ALocationThatFellApartIntoArgumentsIsCalledThatWithoutItsPassword) {
   const SProcessResult result = test::Run(
       {UPGRADESRV_EXECUTABLE, "metamodel", "copy", "postgresql://host=h", "password='ge", "heim'", "metamodel.json"});
   EXPECT_EQ(result.status, 2);
-  EXPECT_EQ(result.errors,
-            "upgradesrv: error: the arguments cannot be understood; a location with spaces needs quotation marks; see "
-            "upgradesrv --help\n");
+  EXPECT_EQ(
+      result.errors,
+      "upgradesrv: error: the location in \"postgresql://host=h\" ends at its first space; put the whole of it in "
+      "quotation marks; run \"upgradesrv metamodel copy --help\" for details\n");
 }
 
 }  // namespace

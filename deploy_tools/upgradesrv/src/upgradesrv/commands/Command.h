@@ -1,0 +1,31 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "upgradesrv/ExitStatus.h"
+
+namespace CLI {
+class App;
+}
+
+namespace upgradesrv {
+
+/// What the command line asks for. Filled in while it is parsed.
+struct SRequest {
+  /// What the command does that the arguments name.
+  std::function<EExitStatus()> action;
+  bool quiet = false;
+
+  /// What somebody may have meant by arguments for which a command has no place: a way out, or empty.
+  using Hint = std::function<std::string(const std::vector<std::string>& unexpected)>;
+  std::map<const CLI::App*, Hint> hints;
+};
+
+/// Defines a command: adds it to `parent` with its options and help, and has it set the action when the arguments name
+/// it. `request` lives until the action has ended.
+using DefineCommand = void(CLI::App& parent, SRequest& request);
+
+}  // namespace upgradesrv

@@ -1,0 +1,77 @@
+#include "upgradesrv/commands/CommandOptions.h"
+
+#include <CLI/App.hpp>
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+#include <cstddef>
+
+#include "upgradesrv/chain/CheckStrategy.h"
+#include "upgradesrv/commands/Command.h"
+
+namespace upgradesrv {
+namespace {
+
+std::vector<std::string> SplitAtCommas(const std::string& list) {
+  std::vector<std::string> items;
+  std::size_t begin = 0;
+  for (std::size_t end = list.find(','); end != std::string::npos; end = list.find(',', begin)) {
+    items.push_back(list.substr(begin, end - begin));
+    begin = end + 1;
+  }
+  items.push_back(list.substr(begin));
+  return items;
+}
+
+/// What is wrong with a list of kinds; empty for nothing.
+std::string KindsProblem(const std::string& list) {
+  for (const std::string& kind : SplitAtCommas(list)) {
+    if (kind.empty()) {
+      return "a kind is empty";
+    }
+    if (!IsKind(kind)) {
+      const bool isOneWord = kind.find_first_of(" ;|+/") == std::string::npos;
+      return "unknown kind \"" + kind + "\"; " +
+             (isOneWord ? "the kinds are " + KindNames() : "separate kinds by commas, without spaces");
+    }
+  }
+  return "";
+}
+
+}  // namespace
+
+const char* const kLocationHelp =
+    "A metamodel LOCATION is one of\n"
+    "  NAME.json                       a metamodel document\n"
+    "  NAME.db, NAME.sqlite            an SQLite database\n"
+    "  sqlite3://PATH                  the same, whatever its name ends in\n"
+    "  'postgresql://host=H dbname=D'  a PostgreSQL database, in libpq's connection words\n"
+    "  postgresql://USER@HOST/DATABASE the same as a URI; what is left out, libpq finds in PGHOST, PGDATABASE and\n"
+    "                                  its other variables, PGSERVICE and PGPASSFILE. A password belongs in the\n"
+    "                                  password file: others can see command lines.";
+
+CLI::Option* AddText(CLI::App& command, const std::string& name, std::optional<std::string>& value,
+                     const std::string& help) {
+  return command.add_option_function<std::string>(
+      name, [&value](const std::string& given) { value = given; }, help);
+}
+
+void AddKinds(CLI::App& command, std::optional<std::vector<std::string>>& kinds, const std::string& help) {
+  // A list of our own: the parser's would drop empty items and go on into the arguments that follow.
+  command
+      .add_option_function<std::string>(
+          "--elements", [&kinds](const std::string& list) { kinds = SplitAtCommas(list); }, help)
+      ->type_name("KIND[,KIND...]")
+      ->check(&KindsProblem);
+}
+
+void AddLoadingOptions(CLI::App& command, SRequest& request) {
+  command.add_flag("--quiet", request.quiet, "Show no progress on the terminal while metamodels are loaded");
+}
+
+void RequireValues(CLI::App& command) {
+  for (CLI::Option* option : command.get_options()) {
+    option->check([](const std::string& value) { return std::string(value.empty() ? "the value is empty" : ""); });
+  }
+}
+
+}  // namespace upgradesrv

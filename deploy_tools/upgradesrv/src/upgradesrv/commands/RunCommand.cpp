@@ -1,0 +1,57 @@
+#include "upgradesrv/commands/RunCommand.h"
+
+#include <CLI/App.hpp>
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "upgradesrv/chain/CheckStrategy.h"
+#include "upgradesrv/chain/UpgradeRun.h"
+#include "upgradesrv/commands/CommandOptions.h"
+
+namespace upgradesrv {
+namespace {
+
+std::string HintFor(const SRunArguments& arguments, const std::vector<std::string>& unexpected) {
+  if (arguments.overrides.elements &&
+      (IsKind(arguments.directory) || std::any_of(unexpected.begin(), unexpected.end(), &IsKind))) {
+    return "separate kinds by commas, without spaces";
+  }
+  return "metamodels are named with --original and --client";
+}
+
+}  // namespace
+
+void DefineRun(CLI::App& parent, SRequest& request) {
+  const auto owner = std::make_shared<SRunArguments>();
+  SRunArguments& arguments = *owner;
+  CLI::App& run = *parent.add_subcommand("run", "Run the upgrade strategies that UPGRADE_DIR/upgrade.json names");
+  run.add_option("UPGRADE_DIR", arguments.directory, "The upgrade configuration directory")->required();
+  AddText(run, "--lang", arguments.overrides.lang, "Language of the report, for example en")->type_name("CODE");
+  AddText(run, "--original", arguments.overrides.originalLocation,
+          "Metamodel as shipped, relative to the current directory")
+      ->type_name("LOCATION");
+  AddText(run, "--client", arguments.overrides.clientLocation,
+          "Metamodel of the installation, relative to the current directory")
+      ->type_name("LOCATION");
+  AddKinds(run, arguments.overrides.elements, "Kinds of elements to check, in this order: " + KindNames());
+  run.add_option(
+         "--module-dir", arguments.moduleDirectories,
+         "Where modules are looked for, lib<name>.so, before the directory \"modules\" beside the executable; may "
+         "be given several times")
+      ->type_name("DIR")
+      ->allow_extra_args(false);
+  AddLoadingOptions(run, request);
+  RequireValues(run);
+  run.footer(
+      "Reports go to standard output, notes and log lines to standard error.\n"
+      "Exit status: 0 nothing to report, 1 differences reported, 2 trouble.\n" +
+      std::string(kLocationHelp));
+  request.hints[&run] = [owner](const std::vector<std::string>& unexpected) { return HintFor(*owner, unexpected); };
+  run.callback([owner, &request] { request.action = [owner] { return RunUpgrade(*owner); }; });
+}
+
+}  // namespace upgradesrv

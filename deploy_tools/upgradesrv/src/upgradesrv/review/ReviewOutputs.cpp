@@ -1,0 +1,161 @@
+#include "upgradesrv/review/ReviewOutputs.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <exception>
+#include <filesystem>
+#include <string_view>
+#include <system_error>
+
+#include "kvxsptfile/AtomicFile.h"
+#include "upgradesrv/Output.h"
+#include "upgradesrv/Trouble.h"
+
+namespace upgradesrv {
+namespace {
+
+using metareview::SFormat;
+
+std::string FormatNames() {
+  std::string names;
+  for (const SFormat& format : metareview::Formats()) {
+    names += (names.empty() ? "" : ", ") + std::string(format.name);
+  }
+  return names;
+}
+
+/// Whether two paths lead to one file, which need not be there yet.
+bool IsSameFile(const std::string& a, const std::string& b) {
+  std::error_code error;
+  if (std::filesystem::equivalent(a, b, error)) {
+    return true;
+  }
+  const std::filesystem::path whole = std::filesystem::weakly_canonical(a, error);
+  return !error && whole == std::filesystem::weakly_canonical(b, error) && !error;
+}
+
+void WriteTo(kvx::CAtomicFile& file, const SFormat& format, const metareview::SReview& review,
+             const metareview::SRenderOptions& options) {
+  format.write(review, options, [&file](std::string_view part) { file.Write(part.data(), part.size()); });
+}
+
+void WriteToStandardOutput(const SFormat& format, const metareview::SReview& review,
+                           metareview::SRenderOptions options) {
+  // The text report guards its names by itself; its colours are for terminals.
+  const bool isText = format.name == metareview::Formats().front().name;
+  options.hasColour = isText && isatty(STDOUT_FILENO) != 0 && std::getenv("NO_COLOR") == nullptr;
+  format.write(review, options, [isText](std::string_view part) {
+    if (isText) {
+      WriteGuardedOutput(part);
+    } else {
+      WriteOutput(std::string(part));
+    }
+  });
+}
+
+}  // namespace
+
+CReviewOutputs::CReviewOutputs(const std::vector<std::string>& requests) {
+  const auto fail = [this](const std::string& problem) {
+    if (problem_.empty()) {
+      problem_ = problem;
+    }
+  };
+  for (const std::string& request : requests) {
+    const std::size_t equals = request.find('=');
+    SOutput output;
+    output.format = metareview::FindFormat(request.substr(0, equals));
+    if (output.format == nullptr) {
+      fail("-o " + request + ": unknown format; the formats are " + FormatNames());
+      continue;
+    }
+    if (equals != std::string::npos) {
+      output.file = request.substr(equals + 1);
+      if (output.file.empty()) {
+        fail("-o " + request + ": the file's name is empty; leave out \"=\" for standard output");
+        continue;
+      }
+    }
+    const auto same = std::find_if(outputs_.begin(), outputs_.end(), [&output](const SOutput& other) {
+      return output.file.empty() ? other.file.empty() : !other.file.empty() && IsSameFile(other.file, output.file);
+    });
+    if (same != outputs_.end()) {
+      fail(output.file.empty() ? "-o: only one format can go to standard output; give the others a file: FORMAT=FILE"
+                               : "-o: the file " + output.file + " is named twice; give each format a file of its own");
+      continue;
+    }
+    outputs_.push_back(output);
+  }
+  if (requests.empty()) {
+    outputs_.push_back({&metareview::Formats().front(), ""});
+  }
+}
+
+void CReviewOutputs::Protect(const std::vector<std::string>& inputs) {
+  const auto isInput = [&inputs](const SOutput& output) {
+    return !output.file.empty() && std::any_of(inputs.begin(), inputs.end(), [&output](const std::string& input) {
+      return IsSameFile(input, output.file);
+    });
+  };
+  const auto found = std::find_if(outputs_.begin(), outputs_.end(), isInput);
+  if (found != outputs_.end() && problem_.empty()) {
+    problem_ = "-o: the file " + found->file + " is one that the review is made from; give another file";
+  }
+  outputs_.erase(std::remove_if(outputs_.begin(), outputs_.end(), isInput), outputs_.end());
+}
+
+void CReviewOutputs::RequireValid() const {
+  if (!problem_.empty()) {
+    throw CTrouble(problem_);
+  }
+}
+
+void CReviewOutputs::Write(const metareview::SReview& review, const metareview::CWords& words, bool isTableOnly) const {
+  metareview::SRenderOptions options;
+  options.words = &words;
+  options.isTableOnly = isTableOnly;
+  std::vector<std::unique_ptr<kvx::CAtomicFile>> files;
+  for (const SOutput& output : outputs_) {
+    if (!output.file.empty()) {
+      files.push_back(std::make_unique<kvx::CAtomicFile>(output.file));
+      WriteTo(*files.back(), *output.format, review, options);
+    }
+  }
+  for (const SOutput& output : outputs_) {
+    if (output.file.empty()) {
+      WriteToStandardOutput(*output.format, review, options);
+    }
+  }
+  for (const std::unique_ptr<kvx::CAtomicFile>& file : files) {
+    file->Commit();
+  }
+}
+
+void CReviewOutputs::WriteFailed(const std::string& problem, const std::string& directory,
+                                 const metareview::CWords& words) const {
+  for (const SOutput& output : outputs_) {
+    if (output.file.empty()) {
+      continue;
+    }
+    try {
+      metareview::SReview review;
+      review.complete = false;
+      review.problem = problem;
+      review.directory = directory;
+      metareview::SRenderOptions options;
+      options.words = &words;
+      kvx::CAtomicFile file(output.file);
+      WriteTo(file, *output.format, review, options);
+      file.Commit();
+    } catch (const std::exception& error) {
+      // The review has failed already; this is why an earlier file may still be there.
+      if (CTrouble(error.what()).what() != problem) {
+        WriteError(error.what());
+      }
+    }
+  }
+}
+
+}  // namespace upgradesrv

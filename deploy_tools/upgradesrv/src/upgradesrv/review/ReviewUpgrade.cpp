@@ -1,0 +1,130 @@
+#include "upgradesrv/review/ReviewUpgrade.h"
+
+#include <algorithm>
+#include <exception>
+#include <new>
+
+#include "kvxsptfile/ReadFile.h"
+#include "metareview2024/Totals.h"
+#include "metareview2024/render/ReviewReader.h"
+#include "metareview2024/words/NoteSentence.h"
+#include "upgradesrv/Output.h"
+#include "upgradesrv/Trouble.h"
+#include "upgradesrv/chain/UpgradeFiles.h"
+#include "upgradesrv/review/ReviewLanguage.h"
+#include "upgradesrv/review/ReviewOutputs.h"
+
+namespace upgradesrv {
+namespace {
+
+using metareview::CWords;
+using metareview::EKind;
+using metareview::SReview;
+
+std::optional<metareview::ERisk> ParseLevel(const std::string& level) {
+  if (level == "never") {
+    return std::nullopt;
+  }
+  std::string names;
+  for (const metareview::ERisk risk : metareview::kRisks) {
+    if (level == NameOf(risk)) {
+      return risk;
+    }
+    names += std::string(NameOf(risk)) + ", ";
+  }
+  throw CTrouble("--fail-on: unknown level \"" + level + "\"; the levels are " + names + "never");
+}
+
+std::vector<EKind> ParseKinds(const std::optional<std::vector<std::string>>& names) {
+  if (!names) {
+    return {metareview::kKinds.begin(), metareview::kKinds.end()};
+  }
+  std::vector<EKind> kinds;
+  for (const EKind kind : metareview::kKinds) {
+    if (std::find(names->begin(), names->end(), NameOf(kind)) != names->end()) {
+      kinds.push_back(kind);
+    }
+  }
+  return kinds;
+}
+
+class CReview {
+ public:
+  explicit CReview(const SReviewArguments& arguments) : arguments_(arguments), outputs_(arguments.outputs) {}
+
+  EExitStatus Run() {
+    try {
+      return Write(arguments_.from ? ReadAgain() : Make());
+    } catch (const std::bad_alloc&) {
+      outputs_.WriteFailed("out of memory", arguments_.sources.directory, *words_);
+      throw;
+    } catch (const std::exception& error) {
+      outputs_.WriteFailed(CTrouble(error.what()).what(), arguments_.sources.directory, *words_);
+      throw;
+    }
+  }
+
+ private:
+  SReview ReadAgain() {
+    ProtectInputs({*arguments_.from});
+    words_ = &WordsFor(arguments_.sources.overrides.lang.value_or("en"));
+    return metareview::ReadReview(kvx::ReadFile(*arguments_.from), *arguments_.from);
+  }
+
+  SReview Make() {
+    const std::string directory = arguments_.sources.directory;
+    ProtectInputs({directory + kConfigurationFile, arguments_.sources.decisions.value_or(directory + kDecisionsFile),
+                   arguments_.against.value_or("")});
+    const CReviewSources sources(arguments_.sources);
+    ProtectInputs(sources.GetFiles());
+    words_ = &WordsFor(sources.GetLang());
+    const metareview::SDecisions decisions = sources.ReadDecisions();
+    std::optional<SReview> earlier;
+    if (arguments_.against) {
+      earlier = metareview::ReadReview(kvx::ReadFile(*arguments_.against), *arguments_.against);
+    }
+
+    SReview review = sources.Compare(ParseKinds(arguments_.elements));
+    for (const metareview::ENote note : review.notes) {
+      WriteNote(metareview::NoteSentence(*words_, note));
+    }
+    SetRuleRisks(decisions, review);
+    ApplyDecisions(decisions, sources.GetToday(), review);
+    if (earlier) {
+      review.against = arguments_.against;
+      CompareWithEarlier(*earlier, review);
+    }
+    return review;
+  }
+
+  /// What cannot be granted is refused before the inputs are read.
+  void ProtectInputs(const std::vector<std::string>& files) {
+    outputs_.Protect(files);
+    outputs_.RequireValid();
+    level_ = ParseLevel(arguments_.failOn);
+  }
+
+  EExitStatus Write(const SReview& review) const {
+    if (arguments_.onlyNew && !review.against) {
+      throw CTrouble("--new: there is no earlier review; name it with --against REVIEW.json");
+    }
+    outputs_.Write(review, *words_, arguments_.isTableOnly);
+    const bool counts = std::any_of(
+        review.findings.begin(), review.findings.end(),
+        [this](const metareview::SFinding& finding) { return Counts(finding, level_, arguments_.onlyNew); });
+    return counts ? kDifferencesReported : kNothingToReport;
+  }
+
+  const SReviewArguments& arguments_;
+  CReviewOutputs outputs_;
+  std::optional<metareview::ERisk> level_;
+  const CWords* words_ = &CWords::English();
+};
+
+}  // namespace
+
+EExitStatus ReviewUpgrade(const SReviewArguments& arguments) {
+  return CReview(arguments).Run();
+}
+
+}  // namespace upgradesrv

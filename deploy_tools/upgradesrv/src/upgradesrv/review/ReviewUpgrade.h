@@ -1,0 +1,34 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "upgradesrv/ExitStatus.h"
+#include "upgradesrv/review/ReviewSources.h"
+
+namespace upgradesrv {
+
+struct SReviewArguments {
+  SReviewSources sources;
+  /// A saved review, which is written again; nothing is compared then.
+  std::optional<std::string> from;
+  /// An earlier review, saved as JSON.
+  std::optional<std::string> against;
+  /// Kinds to compare; without it all.
+  std::optional<std::vector<std::string>> elements;
+  /// The least bad risk that counts for the exit status, or "never".
+  std::string failOn = "safe";
+  /// Findings that the earlier review has do not count.
+  bool onlyNew = false;
+  /// See CReviewOutputs.
+  std::vector<std::string> outputs;
+  /// The text report's table alone.
+  bool isTableOnly = false;
+};
+
+/// Judges every difference between the two metamodels of an upgrade. Ends with kDifferencesReported where a finding
+/// counts. With trouble, files that were asked for say that the review failed.
+EExitStatus ReviewUpgrade(const SReviewArguments& arguments);
+
+}  // namespace upgradesrv

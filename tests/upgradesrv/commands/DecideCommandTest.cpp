@@ -1,0 +1,138 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "upgradesrv/UpgradeDirectory.h"
+
+namespace {
+
+using testing::HasSubstr;
+
+constexpr const char* kDocument = "class/Document";
+
+class DecideCommandTest : public testing::Test {
+ protected:
+  test::SProcessResult Decide(std::vector<std::string> options, const std::vector<std::string>& paths) const {
+    options.insert(options.begin(), "decide");
+    options.push_back(upgrade_.Path());
+    options.insert(options.end(), paths.begin(), paths.end());
+    return test::RunTool(options);
+  }
+  std::string Decisions() const { return test::ReadFile(upgrade_.File("decisions.json")); }
+  bool HasDecisions() const { return std::filesystem::exists(upgrade_.File("decisions.json")); }
+
+  test::CUpgradeDirectory upgrade_;
+};
+
+TEST_F(DecideCommandTest, WritesOneEntryALineSortedByPath) {
+  const test::SProcessResult result =
+      Decide({"--reason", "not used", "--by", "me", "--until", "2099-12-31"}, {"link/Uses", kDocument});
+  EXPECT_EQ(result.status, 0) << result.errors;
+  EXPECT_EQ(result.output, "");
+  EXPECT_EQ(result.errors, "upgradesrv: " + upgrade_.File("decisions.json") + ": 2 entries written\n");
+  EXPECT_EQ(Decisions(),
+            "{\n"
+            "  \"accepted\": [\n"
+            "    { \"path\": \"class/Document\", \"change\": \"deleted\", \"reason\": \"not used\", \"by\": \"me\", "
+            "\"until\": \"2099-12-31\" },\n"
+            "    { \"path\": \"link/Uses\", \"change\": \"deleted\", \"reason\": \"not used\", \"by\": \"me\", "
+            "\"until\": \"2099-12-31\" }\n"
+            "  ]\n"
+            "}\n");
+}
+
+TEST_F(DecideCommandTest, WhatItAcceptsNoLongerCounts) {
+  ASSERT_EQ(test::RunTool({"review", "--fail-on", "attention", upgrade_.Path()}).status, 1);
+  ASSERT_EQ(Decide({"--reason", "r"}, {kDocument, "link/Uses", "behavior/Approvable"}).status, 0);
+  EXPECT_EQ(test::RunTool({"review", upgrade_.Path()}).status, 0);
+}
+
+TEST_F(DecideCommandTest, RefusesAPathWithoutAFinding) {
+  EXPECT_THAT(test::TroubleOf(Decide({"--reason", "r"}, {kDocument, "class/Nothing"})), HasSubstr("class/Nothing"));
+  EXPECT_FALSE(HasDecisions());
+}
+
+TEST_F(DecideCommandTest, RefusesToGoWithoutAReason) {
+  EXPECT_THAT(test::TroubleOf(Decide({}, {kDocument})), HasSubstr("reason"));
+  EXPECT_THAT(test::TroubleOf(Decide({"--reason", " "}, {kDocument})), HasSubstr("reason"));
+  EXPECT_FALSE(HasDecisions());
+}
+
+TEST_F(DecideCommandTest, RefusesAnEntryThatStillAccepts) {
+  ASSERT_EQ(Decide({"--reason", "r"}, {kDocument}).status, 0);
+  const std::string before = Decisions();
+  EXPECT_THAT(test::TroubleOf(Decide({"--reason", "again"}, {kDocument})), HasSubstr(kDocument));
+  EXPECT_EQ(Decisions(), before);
+}
+
+TEST_F(DecideCommandTest, NeedsAPath) {
+  EXPECT_THAT(test::TroubleOf(Decide({"--reason", "r"}, {})), HasSubstr("no path is given"));
+}
+
+TEST_F(DecideCommandTest, LeavesAFileAloneThatItCannotUnderstand) {
+  for (const std::string content : {"", "{\"comment\": \"x\"}", "{\"accepted\": [1]}"}) {
+    upgrade_.Write("decisions.json", content);
+    EXPECT_THAT(test::TroubleOf(Decide({"--reason", "r"}, {kDocument})), HasSubstr("decisions.json"));
+    EXPECT_EQ(Decisions(), content);
+  }
+}
+
+TEST_F(DecideCommandTest, PruneDropsWhatMatchesNothing) {
+  upgrade_.Write("decisions.json",
+                 R"({"accepted": [{"path": "class/Gone", "change": "deleted", "reason": "r"},
+                                  {"path": "class/Document", "change": "deleted", "reason": "r"}]})");
+  const test::SProcessResult result = Decide({"--prune"}, {});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.errors, "upgradesrv: " + upgrade_.File("decisions.json") + ": 1 entry dropped\n");
+  EXPECT_EQ(Decisions(),
+            "{\n  \"accepted\": [\n"
+            "    { \"path\": \"class/Document\", \"change\": \"deleted\", \"reason\": \"r\" }\n  ]\n}\n");
+  EXPECT_THAT(test::TroubleOf(Decide({"--prune"}, {kDocument})), HasSubstr("takes no path"));
+}
+
+TEST_F(DecideCommandTest, TwoAtOnceLoseNothing) {
+  const std::string decide = "\"$0\" decide --quiet --reason r \"$1\" ";
+  for (int round = 0; round < 5; ++round) {
+    std::filesystem::remove(upgrade_.File("decisions.json"));
+    const test::SProcessResult result =
+        test::RunInShell(decide + "class/Document & " + decide + "link/Uses & " + decide + "behavior/Approvable & wait",
+                         upgrade_.Path());
+    EXPECT_EQ(result.status, 0) << result.errors;
+    for (const char* path : {kDocument, "link/Uses", "behavior/Approvable"}) {
+      EXPECT_THAT(Decisions(), HasSubstr(path));
+    }
+  }
+}
+
+TEST(ExplainCommandTest, ListsAllRulesWithTheirRisk) {
+  const test::SProcessResult result = test::RunTool({"explain"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_THAT(result.output, testing::ContainsRegex("length-shrinks +loss +Length shrinks"));
+}
+
+TEST(ExplainCommandTest, SaysWhatHappensWhyAndWhatToDo) {
+  const test::SProcessResult result = test::RunTool({"explain", "length-shrinks"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_THAT(result.output, HasSubstr("What happens\n"));
+  EXPECT_THAT(result.output, HasSubstr("Why\n"));
+  EXPECT_THAT(result.output, HasSubstr("What to do\n"));
+}
+
+TEST(ExplainCommandTest, RefusesAnUnknownRule) {
+  EXPECT_EQ(test::TroubleOf(test::RunTool({"explain", "length"})),
+            "explain: unknown rule \"length\"; upgradesrv explain lists all");
+}
+
+TEST(ExplainCommandTest, SaysWhatADecisionsFileMakesOfARule) {
+  const test::CTemporaryDirectory directory;
+  const std::string file = directory.Write(
+      "d.json", R"({"rules": [{"rule": "length-shrinks", "risk": "safe", "reason": "widened by our script"}]})");
+  EXPECT_THAT(test::RunTool({"explain", "--decisions", file, "length-shrinks"}).output,
+              HasSubstr("Risk\n  safe: nothing stored is touched\n  set by a decision; otherwise loss\n"));
+  EXPECT_THAT(test::RunTool({"explain", "--decisions", file}).output, testing::ContainsRegex("length-shrinks +safe"));
+}
+
+}  // namespace

@@ -1,0 +1,222 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "upgradesrv/UpgradeDirectory.h"
+
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+// Part.Code is longer here than shipped, and Part has a property of its own.
+constexpr const char* kClient = R"({"generation": 2024, "classes": [{"internal_name": "Part", "properties": [
+  {"internal_name": "Code", "type": "string", "length": 48}, {"internal_name": "Own", "type": "string"}]}]})";
+constexpr const char* kOriginal = R"({"generation": 2024, "classes": [{"internal_name": "Part", "properties": [
+  {"internal_name": "Code", "type": "string", "length": 32}]}]})";
+constexpr const char* kBoth =
+    R"({"accepted": [{"path": "class/Part/property/Code/length", "change": "changed", "original": 32, "client": 48,
+        "reason": "r"}, {"path": "class/Part/property/Own", "change": "inserted", "reason": "r"}]})";
+
+class ReviewCommandTest : public testing::Test {
+ protected:
+  ReviewCommandTest() {
+    upgrade_.Write("installation.json", kClient);
+    upgrade_.Write("2024/metamodel.json", kOriginal);
+  }
+
+  test::SProcessResult Review(std::vector<std::string> options = {}) const {
+    options.insert(options.begin(), "review");
+    options.push_back(upgrade_.Path());
+    return test::RunTool(options);
+  }
+  std::string Trouble(const std::vector<std::string>& options) const { return test::TroubleOf(Review(options)); }
+  /// "FORMAT=FILE" below the directory.
+  std::string Into(const std::string& format, const std::string& file) const {
+    return format + "=" + upgrade_.File(file);
+  }
+  std::string Output(const std::string& file) const { return test::ReadFile(upgrade_.File(file)); }
+
+  test::CUpgradeDirectory upgrade_;
+};
+
+TEST_F(ReviewCommandTest, SaysWhatEachDifferenceMeansAndEndsWithOne) {
+  const test::SProcessResult result = Review();
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.errors, "");
+  EXPECT_THAT(result.output, StartsWith("Not yet. One difference has to be decided first.\n"));
+  EXPECT_THAT(result.output, HasSubstr("The upgrade shortens Code from 48 to 32 characters."));
+}
+
+TEST_F(ReviewCommandTest, EndsWithZeroWhereNothingDiffers) {
+  EXPECT_EQ(Review({"--client", upgrade_.File("2024/metamodel.json")}).status, 0);
+}
+
+TEST_F(ReviewCommandTest, FailOnChoosesTheLeastBadRiskThatCounts) {
+  EXPECT_EQ(Review({"--fail-on", "loss"}).status, 1);
+  EXPECT_EQ(Review({"--fail-on", "never"}).status, 0);
+  upgrade_.Write("2024/metamodel.json", test::Replaced(kOriginal, "32", "64"));
+  EXPECT_EQ(Review({"--fail-on", "attention"}).status, 0);
+  EXPECT_EQ(Review({"--fail-on", "safe"}).status, 1);
+  EXPECT_EQ(Review().status, 1);
+}
+
+TEST_F(ReviewCommandTest, AcceptedFindingsNeverCount) {
+  upgrade_.Write("decisions.json", kBoth);
+  EXPECT_EQ(Review().status, 0);
+}
+
+TEST_F(ReviewCommandTest, DecisionsCanBeInAnotherFile) {
+  const std::string file = upgrade_.Write("other.json", kBoth);
+  EXPECT_EQ(Review({"--decisions", file}).status, 0);
+  EXPECT_THAT(Trouble({"--decisions", upgrade_.File("none.json")}), HasSubstr("none.json: cannot be read: "));
+}
+
+TEST_F(ReviewCommandTest, TodayDecidesWhatHasExpired) {
+  upgrade_.Write("decisions.json",
+                 test::Replaced(kBoth, "\"reason\": \"r\"", R"("reason": "r", "until": "2026-06-30")"));
+  EXPECT_EQ(Review({"--today", "2026-06-30"}).status, 0);
+  EXPECT_EQ(Review({"--today", "2026-07-01"}).status, 1);
+  EXPECT_EQ(Trouble({"--today", "1.7.2026"}), "--today: \"1.7.2026\" is not a day; write YYYY-MM-DD");
+}
+
+TEST_F(ReviewCommandTest, BaseTellsWhoMadeADifference) {
+  upgrade_.Write("base.json", kClient);
+  const std::vector<std::string> json = {"-o", "json"};
+  EXPECT_THAT(Review(json).output, HasSubstr("\"origin\":\"unknown\""));
+  EXPECT_THAT(Review({"-o", "json", "--base", upgrade_.File("base.json")}).output, HasSubstr("\"origin\":\"vendor\""));
+  upgrade_.WriteUpgrade({{"base_metamodel", "\"base.json\""}});
+  EXPECT_THAT(Review(json).output, HasSubstr("\"origin\":\"vendor\""));
+}
+
+TEST_F(ReviewCommandTest, BaseThatEqualsAnotherMetamodelIsNoted) {
+  EXPECT_THAT(Review({"--base", upgrade_.File("installation.json")}).errors, Not(testing::IsEmpty()));
+}
+
+TEST_F(ReviewCommandTest, BaseThatCannotBeReadIsTrouble) {
+  upgrade_.Write("base.json", R"({"generation": 2022})");
+  EXPECT_THAT(Trouble({"--base", upgrade_.File("base.json")}),
+              StartsWith("base metamodel: " + upgrade_.File("base.json")));
+}
+
+TEST_F(ReviewCommandTest, ElementsChoosesTheKinds) {
+  EXPECT_EQ(Review({"--elements", "link,behavior"}).status, 0);
+  EXPECT_THAT(Review({"--elements", "link,class", "-o", "json"}).output,
+              HasSubstr("\"elements\": [\"class\",\"link\"]"));
+}
+
+TEST_F(ReviewCommandTest, OneCallWritesSeveralOutputs) {
+  const test::SProcessResult result =
+      Review({"-o", Into("json", "review.json"), "-o", Into("csv", "review.csv"), "-o", "text", "--stat"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_THAT(result.output, HasSubstr("loss"));
+  EXPECT_THAT(result.output, Not(HasSubstr("shortens")));
+  EXPECT_THAT(Output("review.json"), HasSubstr("\"complete\": true"));
+  EXPECT_THAT(Output("review.csv"), HasSubstr("class/Part/property/Code/length"));
+}
+
+TEST_F(ReviewCommandTest, FileAloneLeavesStandardOutputEmpty) {
+  EXPECT_EQ(Review({"-o", Into("json", "review.json")}).output, "");
+}
+
+TEST_F(ReviewCommandTest, OutputsThatCannotBeGrantedAreRefusedBeforeAnythingIsRead) {
+  upgrade_.Write("upgrade.json", "not JSON");
+  EXPECT_THAT(Trouble({"-o", "xml"}), StartsWith("-o xml: unknown format; the formats are text, json, ndjson, csv"));
+  EXPECT_EQ(Trouble({"-o", "json="}), "-o json=: the file's name is empty; leave out \"=\" for standard output");
+  EXPECT_EQ(Trouble({"-o", "json", "-o", "csv"}),
+            "-o: only one format can go to standard output; give the others a file: FORMAT=FILE");
+  const std::string twice = upgrade_.File("a");
+  EXPECT_EQ(Trouble({"-o", "json=" + twice, "-o", "csv=" + upgrade_.Path() + "/./a"}),
+            "-o: the file " + upgrade_.Path() + "/./a is named twice; give each format a file of its own");
+  EXPECT_EQ(
+      Trouble({"-o", Into("json", "upgrade.json")}),
+      "-o: the file " + upgrade_.File("upgrade.json") + " is one that the review is made from; give another file");
+  EXPECT_EQ(Output("upgrade.json"), "not JSON");
+}
+
+TEST_F(ReviewCommandTest, OutputNeverReplacesAMetamodel) {
+  std::filesystem::create_symlink(upgrade_.File("installation.json"), upgrade_.File("link.json"));
+  for (const char* file : {"installation.json", "2024/metamodel.json", "link.json"}) {
+    EXPECT_THAT(Trouble({"-o", Into("json", file)}), HasSubstr("is one that the review is made from"));
+  }
+  EXPECT_EQ(Output("installation.json"), kClient);
+  EXPECT_EQ(Output("2024/metamodel.json"), kOriginal);
+}
+
+TEST_F(ReviewCommandTest, TroubleReplacesEveryFileByOneThatSaysSo) {
+  ASSERT_EQ(Review({"-o", Into("json", "r.json"), "-o", Into("text", "r.txt")}).status, 1);
+  upgrade_.Write("installation.json", "{");
+  Trouble({"-o", Into("json", "r.json"), "-o", Into("text", "r.txt")});
+  EXPECT_THAT(Output("r.json"), HasSubstr("\"complete\": false"));
+  EXPECT_THAT(Output("r.json"), HasSubstr("client metamodel: " + upgrade_.File("installation.json")));
+  EXPECT_THAT(Output("r.txt"), StartsWith("No answer."));
+  EXPECT_THAT(Output("r.txt"), HasSubstr("\nReason: client metamodel: "));
+}
+
+TEST_F(ReviewCommandTest, FileThatCannotBeWrittenFailsTheOthers) {
+  const std::string problem = Trouble({"-o", Into("json", "r.json"), "-o", Into("csv", "none/r.csv")});
+  EXPECT_THAT(problem, HasSubstr("none/r.csv: cannot be saved: "));
+  EXPECT_THAT(Output("r.json"), HasSubstr("\"complete\": false"));
+}
+
+TEST_F(ReviewCommandTest, UnknownLevelIsRefused) {
+  EXPECT_EQ(Trouble({"--fail-on", "Loss"}),
+            "--fail-on: unknown level \"Loss\"; the levels are loss, block, attention, safe, never");
+}
+
+TEST_F(ReviewCommandTest, AgainstTellsWhatIsNew) {
+  upgrade_.Write("installation.json", test::Replaced(kClient, "48", "40"));
+  ASSERT_EQ(Review({"-o", Into("json", "r.json")}).status, 1);
+  upgrade_.Write("installation.json", kClient);
+  const std::string against = upgrade_.File("r.json");
+  const std::string output = Review({"--against", against, "-o", "json"}).output;
+  EXPECT_THAT(output, HasSubstr("\"since\":\"changed\""));
+  EXPECT_THAT(output, HasSubstr("\"since\":\"known\""));
+  EXPECT_EQ(Review({"--against", against, "--new", "--fail-on", "loss"}).status, 1);
+  upgrade_.Write("installation.json", test::Replaced(kClient, "48", "40"));
+  EXPECT_EQ(Review({"--against", against, "--new"}).status, 0);
+}
+
+TEST_F(ReviewCommandTest, NewNeedsAnEarlierReview) {
+  EXPECT_EQ(Trouble({"--new"}), "--new: there is no earlier review; name it with --against REVIEW.json");
+}
+
+TEST_F(ReviewCommandTest, AgainstTakesWholeReviewsOnly) {
+  upgrade_.Write("r.json", "{}");
+  EXPECT_THAT(Trouble({"--against", upgrade_.File("r.json")}), HasSubstr("this is not a review"));
+  Review({"-o", Into("json", "r.json")});
+  upgrade_.Write("r.json", Output("r.json").substr(0, 100));
+  EXPECT_THAT(Trouble({"--against", upgrade_.File("r.json")}), HasSubstr("r.json:"));
+}
+
+TEST_F(ReviewCommandTest, FromWritesASavedReviewAgain) {
+  ASSERT_EQ(Review({"-o", Into("json", "r.json")}).status, 1);
+  std::filesystem::remove(upgrade_.File("installation.json"));
+  const test::SProcessResult again = test::RunTool({"review", "--from", upgrade_.File("r.json"), "-o", "json"});
+  EXPECT_EQ(again.status, 1);
+  EXPECT_EQ(again.output, Output("r.json"));
+  EXPECT_THAT(test::RunTool({"review", "--from", upgrade_.File("r.json"), "--lang", "de"}).output,
+              StartsWith("Noch nicht"));
+}
+
+TEST_F(ReviewCommandTest, FromGoesWithoutADirectory) {
+  ASSERT_EQ(Review({"-o", Into("json", "r.json")}).status, 1);
+  EXPECT_THAT(Trouble({"--from", upgrade_.File("r.json")}), HasSubstr("--from"));
+}
+
+TEST_F(ReviewCommandTest, UnknownLanguageIsNotedAndEnglishIsUsed) {
+  const test::SProcessResult result = Review({"--lang", "xx"});
+  EXPECT_EQ(result.errors, "upgradesrv: There are no words for language xx; the review is in English.\n");
+  EXPECT_THAT(result.output, StartsWith("Not yet."));
+}
+
+TEST_F(ReviewCommandTest, NeverTouchesTheCheckResult) {
+  Review({"-o", Into("json", "r.json")});
+  EXPECT_TRUE(upgrade_.HasEarlierDocument());
+}
+
+}  // namespace
