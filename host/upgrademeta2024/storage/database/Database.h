@@ -24,9 +24,9 @@ struct SFailure {
   std::string wayOut;
 };
 
-/// Throws for a database whose file does not hold what was written into it.
-[[noreturn]] inline void FailDamaged() {
-  throw SFailure{kvx::kMalformedDocument, "the database is damaged", "restore it from a copy"};
+/// Throws for a database whose file does not hold what was written into it. `finding` says what shows that.
+[[noreturn]] inline void FailDamaged(const std::string& finding) {
+  throw SFailure{kvx::kMalformedDocument, "the database is damaged: " + finding, "restore it from a copy"};
 }
 
 /// One database, that is what differs between the kinds of databases. Nothing is opened before an operation asks for
@@ -54,15 +54,11 @@ class CDatabase {
   /// program has made the database meanwhile. Throws CKVXException for a file that cannot be saved.
   virtual bool Publish() { return true; }
 
-  /// To be called once before rows are read. Throws SFailure when rows may be lost and ReadRows() could not tell,
-  /// because a view stands in place of a table.
-  virtual void RequireSoundViews(soci::session& /*session*/) const {}
-  /// Calls `row` for each row of a table in the order of its lists, and throws what it throws. Judges no value. Throws
-  /// SFailure, after the last row, when a damaged file has lost rows of the table and an index or the way in which the
-  /// table lies shows it.
+  /// Calls `row` for each row of a table in the order of its lists, and throws what it throws. Judges no value.
   virtual void ReadRows(soci::session& session, const STable& table, const RowHandler& row) const = 0;
-  /// Throws SFailure when the table does not lie in its file as it should. Takes as long as reading it.
-  virtual void RequireSound(soci::session& /*session*/, const std::string& /*table*/) const {}
+  /// Throws SFailure when rows may be lost, or others be where they belong, because a file is damaged. Looks at the
+  /// whole database; takes about as long as reading it.
+  virtual void RequireSound(soci::session& /*session*/) const {}
 
   virtual SFailure Explain(const soci::soci_error& error) const = 0;
 };

@@ -2,10 +2,14 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <map>
+#include <optional>
 #include <type_traits>
 #include <utility>
 #include <vector>
 
+#include "kvxsptexception/ErrorCodes.h"
+#include "kvxsptfile/FileNotes.h"
 #include "kvxsptstring/StringHelper.h"
 #include "upgrademeta2024/LoadProgress.h"
 #include "upgrademeta2024/MetaDictionary2024.h"
@@ -75,10 +79,14 @@ class CReader {
       session_ << statement;
     }
     activity_ = "the metamodel cannot be read";
-    database_.RequireSoundViews(session_);
-    ReadHead();
-    if (progress_.IsObserved()) {
-      CountRows();
+    if (ReadHead()) {
+      ReadCounts();
+    } else {
+      kvx::CFileNotes::Tell(
+          database_.Describe() +
+          ": the numbers of its rows, from which lost rows are known, are not stored with it; copy the "
+          "metamodel into its own place once to add them");
+      database_.RequireSound(session_);
     }
     auto dictionary = std::make_shared<CMetaDictionary2024>();
     ReadClasses<CMetaClass2024>(kClasses, kClassBehaviors, kClassProperties,
@@ -105,21 +113,10 @@ class CReader {
     throw SContentError{"the metamodel is incomplete: missing " + names + "; store it anew"};
   }
 
-  void CountRows() {
-    std::uint64_t total = 0;
-    for (const STable* table : ListTables()) {
-      BeginTable(table->name);
-      std::uint64_t rows = 0;
-      session_ << "SELECT count(*) FROM " << table->name, soci::into(rows);
-      total += rows;
-    }
-    progress_.SetTotal(total);
-  }
-
-  void ReadHead() {
+  /// Whether the database keeps the numbers of its rows.
+  bool ReadHead() {
     const std::string table = "table " + std::string(kHeadTable);
     BeginTable(kHeadTable);
-    database_.RequireSound(session_, kHeadTable);
     std::string generation;
     std::string version;
     soci::indicator hasGeneration = soci::i_null;
@@ -130,8 +127,10 @@ class CReader {
     if (!head.fetch()) {
       throw SContentError{table + " has no row: the metamodel was not stored to its end; store it anew"};
     }
-    if (hasVersion != soci::i_ok || version != std::to_string(kSchemaVersion)) {
-      throw SContentError{table + ", row 1: schema_version: expected " + std::to_string(kSchemaVersion) + ", found " +
+    const bool hasCounts = version == std::to_string(kSchemaVersion);
+    if (hasVersion != soci::i_ok || (!hasCounts && version != std::to_string(kSchemaVersionWithoutCounts))) {
+      throw SContentError{table + ", row 1: schema_version: expected " + std::to_string(kSchemaVersionWithoutCounts) +
+                          " or " + std::to_string(kSchemaVersion) + ", found " +
                           (hasVersion == soci::i_ok ? CStringHelper::ToVisible(version) : "NULL") +
                           "; read it with the program that stored it, or store it anew"};
     }
@@ -142,6 +141,26 @@ class CReader {
     if (head.fetch()) {
       throw SContentError{table + " has more than one row; a database holds one metamodel"};
     }
+    return hasCounts;
+  }
+
+  void ReadCounts() {
+    std::uint64_t total = 0;
+    for (const STable* table : ListTables()) {
+      const std::string column = CountColumn(*table);
+      std::string text;
+      soci::indicator hasText = soci::i_null;
+      session_ << "SELECT " << column << " FROM " << kHeadTable, soci::into(text, hasText);
+      const std::optional<std::uint64_t> count = hasText == soci::i_ok ? ParseNumber(text, kMaxInteger) : std::nullopt;
+      if (!count) {
+        throw SContentError{"table " + std::string(kHeadTable) + ", row 1: " + column + ": " +
+                            metarules::WrongNumber(kMaxInteger, hasText == soci::i_ok ? text : "NULL") +
+                            "; store the metamodel anew"};
+      }
+      counts_[table] = *count;
+      total += *count;
+    }
+    progress_.SetTotal(total);
   }
 
   template <typename Element, typename Add>
@@ -241,10 +260,21 @@ class CReader {
       });
     } catch (const SContentError&) {
       // What a damaged page holds is nobody's mistake.
-      database_.RequireSound(session_, table.name);
+      database_.RequireSound(session_);
       throw;
     }
+    RequireCount(table, rows.Count());
     rowsBefore_ += rows.Count();
+  }
+
+  /// A page that has lost rows, or one of another time or place, reads without an error.
+  void RequireCount(const STable& table, std::uint64_t count) const {
+    if (const auto expected = counts_.find(&table); expected != counts_.end() && expected->second != count) {
+      throw SFailure{kvx::kMalformedDocument,
+                     "the database is damaged or was edited: the table has " + std::to_string(count) +
+                         " rows, and table " + kHeadTable + " says " + std::to_string(expected->second),
+                     "restore it from a copy; after an edit, correct " + CountColumn(table) + " there"};
+    }
   }
 
   void BeginTable(const std::string& table) { activity_ = "table " + table + " cannot be read"; }
@@ -254,6 +284,8 @@ class CReader {
   std::string& activity_;
   CLoadProgress& progress_;
   std::uint64_t rowsBefore_ = 0;
+  // Empty when the database does not say.
+  std::map<const STable*, std::uint64_t> counts_;
 };
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <initializer_list>
 #include <list>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -46,13 +47,14 @@ class CInserter {
     EndRow();
   }
 
-  /// Stores the rows that do not fill a statement.
-  void Finish() {
+  /// Stores the rows that do not fill a statement. Answers with the number of all rows.
+  std::uint64_t Finish() {
     if (count_ > 0) {
       soci::statement rest(session_);
       Prepare(rest, count_ / columns_.size());
       rest.execute(/*withDataExchange=*/true);
     }
+    return total_;
   }
 
  private:
@@ -77,6 +79,7 @@ class CInserter {
   }
 
   void EndRow() {
+    ++total_;
     if (count_ == values_.size()) {
       full_.execute(/*withDataExchange=*/true);
       count_ = 0;
@@ -99,6 +102,7 @@ class CInserter {
   // Of the rows that are still to be stored, one after the other.
   std::vector<std::string> values_;
   std::size_t count_ = 0;
+  std::uint64_t total_ = 0;
 };
 
 class CWriter {
@@ -109,6 +113,19 @@ class CWriter {
     WriteClasses(kClasses, kClassBehaviors, kClassProperties, dictionary.GetClasses());
     WriteClasses(kLinks, kLinkBehaviors, kLinkProperties, dictionary.GetLinks());
     WriteBehaviors(dictionary.GetBehaviors());
+  }
+
+  /// The row of the head table, once everything else is written.
+  void WriteHead() {
+    std::string columns;
+    for (const std::string& column : HeadColumns()) {
+      columns += (columns.empty() ? "" : ", ") + column;
+    }
+    std::string values = std::to_string(CMetaDictionary2024::kGeneration) + ", " + std::to_string(kSchemaVersion);
+    for (const STable* table : ListTables()) {
+      values += ", " + std::to_string(counts_.at(table));
+    }
+    session_ << "INSERT INTO " << kHeadTable << " (" << columns << ") VALUES (" << values << ")";
   }
 
  private:
@@ -161,10 +178,11 @@ class CWriter {
     for (const std::shared_ptr<Element>& element : elements) {
       add(rows, ordinal++, *element);
     }
-    rows.Finish();
+    counts_[&table] = rows.Finish();
   }
 
   soci::session& session_;
+  std::map<const STable*, std::uint64_t> counts_;
 };
 
 void Execute(soci::session& session, const std::vector<std::string>& statements) {
@@ -183,10 +201,10 @@ bool WriteMetamodel(soci::session& session, const SDatabaseDialect& dialect, con
   }
   Execute(session, DropStatements());
   Execute(session, CreateStatements(dialect));
-  CWriter(session).Write(dictionary);
+  CWriter writer(session);
+  writer.Write(dictionary);
   Execute(session, IndexStatements(dialect));
-  session << "INSERT INTO " << kHeadTable << " (generation, schema_version) VALUES ("
-          << CMetaDictionary2024::kGeneration << ", " << kSchemaVersion << ")";
+  writer.WriteHead();
   session << "COMMIT";
   return true;
 }

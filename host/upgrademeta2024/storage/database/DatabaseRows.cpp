@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <limits>
 
 #include "kvxsptstring/StringHelper.h"
 #include "upgrademeta2024/storage/MetaRules.h"
@@ -41,6 +40,13 @@ void FailRow(const STable& table, const std::vector<std::string>& keys, const ch
                       "; correct the row or store the metamodel anew"};
 }
 
+std::optional<std::uint64_t> ParseNumber(std::string_view digits, std::uint64_t max) {
+  std::uint64_t number = 0;
+  const char* const end = digits.data() + digits.size();
+  const auto [stop, error] = std::from_chars(digits.data(), end, number);
+  return error == std::errc() && stop == end && number <= max ? std::make_optional(number) : std::nullopt;
+}
+
 const char* TextFault(std::string_view text) {
   // Most texts are short and ASCII, for which setting up the validation takes longer than this.
   const auto isPlain = [](char c) { return c > 0 && static_cast<unsigned char>(c) < 0x80; };
@@ -60,23 +66,22 @@ inline std::uint64_t CRows::WholeNumber(std::size_t index, const char* column, s
   if (value.kind == SValue::kInteger && value.integer >= 0 && static_cast<std::uint64_t>(value.integer) <= max) {
     return static_cast<std::uint64_t>(value.integer);
   }
-  return ParseNumber(index, column, max);
+  return NumberInText(index, column, max);
 }
 
 void CRows::Next(const std::vector<SValue>& values) {
   values_ = values.data();
   ++count_;
-  constexpr std::uint64_t kMax = std::numeric_limits<std::int64_t>::max();
   const std::uint64_t previousOwner = owner_;
   const std::uint64_t previousOrdinal = ordinal_;
-  owner_ = table_.owner == nullptr ? 0 : WholeNumber(0, table_.ownerColumn, kMax);
-  ordinal_ = WholeNumber(keyCount_ - 1, "ordinal", kMax);
+  owner_ = table_.owner == nullptr ? 0 : WholeNumber(0, table_.ownerColumn, kMaxInteger);
+  ordinal_ = WholeNumber(keyCount_ - 1, "ordinal", kMaxInteger);
   if (count_ == 1) {
     return;
   }
   if (owner_ < previousOwner || (owner_ == previousOwner && ordinal_ < previousOrdinal)) {
     // Rows come ordered: a part of the table stands where another belongs.
-    FailDamaged();
+    FailDamaged("rows do not come in order");
   }
   if (owner_ == previousOwner && ordinal_ == previousOrdinal) {
     Fail("ordinal", "not greater than the ordinal of the row before it in the same list");
@@ -108,14 +113,11 @@ const SValue& CRows::Value(std::size_t index, const char* column) const {
   return value;
 }
 
-std::uint64_t CRows::ParseNumber(std::size_t index, const char* column, std::uint64_t max) const {
+std::uint64_t CRows::NumberInText(std::size_t index, const char* column, std::uint64_t max) const {
   const SValue& value = Value(index, column);
   if (value.kind == SValue::kText) {
-    std::uint64_t number = 0;
-    const char* const end = value.text.data() + value.text.size();
-    const auto [stop, error] = std::from_chars(value.text.data(), end, number);
-    if (error == std::errc() && stop == end && number <= max) {
-      return number;
+    if (const auto number = ParseNumber(value.text, max)) {
+      return *number;
     }
   }
   const std::string text = AsText(value);

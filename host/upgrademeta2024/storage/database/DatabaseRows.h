@@ -2,6 +2,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,6 +24,11 @@ std::string RowPlace(const STable& table, const std::vector<std::string>& keys);
 /// Throws for a column of a row.
 [[noreturn]] void FailRow(const STable& table, const std::vector<std::string>& keys, const char* column,
                           const std::string& problem);
+
+/// The greatest number that a column of every database holds.
+constexpr std::uint64_t kMaxInteger = std::numeric_limits<std::int64_t>::max();
+/// The number that decimal digits say, if it is not greater.
+std::optional<std::uint64_t> ParseNumber(std::string_view digits, std::uint64_t max);
 
 /// Why a text cannot stand in a metamodel in a database, null when it can.
 const char* TextFault(std::string_view text);
@@ -50,7 +57,7 @@ class CRows {
  private:
   const SValue& Value(std::size_t index, const char* column) const;
   std::uint64_t WholeNumber(std::size_t index, const char* column, std::uint64_t max) const;
-  std::uint64_t ParseNumber(std::size_t index, const char* column, std::uint64_t max) const;
+  std::uint64_t NumberInText(std::size_t index, const char* column, std::uint64_t max) const;
 
   const STable& table_;
   std::size_t keyCount_;

@@ -88,6 +88,18 @@ std::vector<std::string> TableNames() {
   return names;
 }
 
+std::vector<std::string> HeadColumns() {
+  std::vector<std::string> names = {"generation", "schema_version"};
+  for (const STable* table : ListTables()) {
+    names.push_back(CountColumn(*table));
+  }
+  return names;
+}
+
+std::string CountColumn(const STable& table) {
+  return std::string(table.name) + "_rows";
+}
+
 std::vector<std::string> KeyColumns(const STable& table) {
   if (table.owner == nullptr) {
     return {"ordinal"};
@@ -114,10 +126,15 @@ std::vector<std::string> DropStatements() {
 
 std::vector<std::string> CreateStatements(const SDatabaseDialect& dialect) {
   const std::string integer = dialect.integerType;
-  std::vector<std::string> statements = {
-      "CREATE TABLE " + std::string(kHeadTable) + " (\n  generation " + integer +
-      " PRIMARY KEY CHECK (generation = " + std::to_string(CMetaDictionary2024::kGeneration) + "),\n  schema_version " +
-      integer + " NOT NULL CHECK (schema_version = " + std::to_string(kSchemaVersion) + ")\n)"};
+  std::string head = "CREATE TABLE " + std::string(kHeadTable) + " (\n  generation " + integer +
+                     " PRIMARY KEY CHECK (generation = " + std::to_string(CMetaDictionary2024::kGeneration) +
+                     "),\n  schema_version " + integer +
+                     " NOT NULL CHECK (schema_version = " + std::to_string(kSchemaVersion) + ")";
+  for (const STable* table : ListTables()) {
+    const std::string name = CountColumn(*table);
+    head += ",\n  " + name + " " + integer + " NOT NULL CHECK (" + name + " >= 0)";
+  }
+  std::vector<std::string> statements = {head + "\n)"};
   for (const STable* table : ListTables()) {
     statements.push_back(CreateStatement(*table, dialect));
   }

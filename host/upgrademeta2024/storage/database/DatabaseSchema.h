@@ -11,8 +11,9 @@ struct SDatabaseDialect;
 /// creating, writing and reading.
 namespace metadb {
 
-/// Grows with every change to the tables; only this version is read.
-constexpr std::uint64_t kSchemaVersion = 1;
+/// Grows with every change to the tables. This version is written; the one before it lacks the numbers of rows.
+constexpr std::uint64_t kSchemaVersion = 2;
+constexpr std::uint64_t kSchemaVersionWithoutCounts = 1;
 
 struct SColumn {
   enum EKind { kText, kName, kNumber };
@@ -50,6 +51,10 @@ extern const STable kBehaviorProperties;
 const std::vector<const STable*>& ListTables();
 /// The names of all tables, the head table first.
 std::vector<std::string> TableNames();
+
+/// The head table's columns: first generation and version, then for each list table the number of its rows.
+std::vector<std::string> HeadColumns();
+std::string CountColumn(const STable& table);
 
 /// The columns that say where a row stands: its owner's ordinal, if the table has an owner, and its own.
 std::vector<std::string> KeyColumns(const STable& table);

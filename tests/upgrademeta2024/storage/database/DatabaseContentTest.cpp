@@ -10,6 +10,7 @@
 
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptexception/KVXException.h"
+#include "kvxsptfile/FileNotes.h"
 #include "support/MetaMaker.h"
 #include "support/MetaText.h"
 #include "support/TestStorage.h"
@@ -82,8 +83,10 @@ const std::vector<SStatementCase> kRefusedStatements = {
     {"DanglingBehaviorName", {"UPDATE meta_class_behaviors SET class_ordinal = 7"}},
     {"DanglingMethod", {"UPDATE meta_methods SET behavior_ordinal = 7"}},
     {"OtherGeneration", {"UPDATE metamodel SET generation = 2025"}},
-    {"OtherSchemaVersion", {"UPDATE metamodel SET schema_version = 2"}},
-    {"SecondHeadRow", {"INSERT INTO metamodel VALUES (2024, 1)"}},
+    {"OtherSchemaVersion", {"UPDATE metamodel SET schema_version = 1"}},
+    {"SecondHeadRow", {"INSERT INTO metamodel SELECT * FROM metamodel"}},
+    {"CountNull", {"UPDATE metamodel SET meta_methods_rows = NULL"}},
+    {"CountNegative", {"UPDATE metamodel SET meta_methods_rows = -1"}},
 };
 
 class DatabaseFaultTest : public DatabaseTest {
@@ -117,16 +120,36 @@ const std::vector<SStatementCase> kFaults = {
     {"TableMissing", {"DROP TABLE meta_methods"}, "the metamodel is incomplete: missing meta_methods"},
     {"HeadMissing", {"DROP TABLE metamodel"}, "the metamodel is incomplete: missing metamodel"},
     {"HeadEmpty", {"DELETE FROM metamodel"}, "table metamodel has no row"},
-    {"HeadTwice", {"INSERT INTO metamodel VALUES (2024, 1)"}, "table metamodel has more than one row"},
+    {"HeadTwice", {"INSERT INTO metamodel SELECT * FROM metamodel"}, "table metamodel has more than one row"},
     {"OtherSchemaVersion",
-     {"UPDATE metamodel SET schema_version = 2"},
-     "table metamodel, row 1: schema_version: expected 1, found 2"},
+     {"UPDATE metamodel SET schema_version = 3"},
+     "table metamodel, row 1: schema_version: expected 1 or 2, found 3"},
     {"SchemaVersionNull",
      {"UPDATE metamodel SET schema_version = NULL"},
-     "table metamodel, row 1: schema_version: expected 1, found NULL"},
+     "table metamodel, row 1: schema_version: expected 1 or 2, found NULL"},
     {"OtherGeneration",
      {"UPDATE metamodel SET generation = 2025"},
      "table metamodel, row 1: generation: the metamodel is of generation 2025"},
+    {"CountNull",
+     {"UPDATE metamodel SET meta_methods_rows = NULL"},
+     "table metamodel, row 1: meta_methods_rows: expected a whole number from 0 to 9223372036854775807, found NULL"},
+    {"CountNegative",
+     {"UPDATE metamodel SET meta_methods_rows = -1"},
+     "table metamodel, row 1: meta_methods_rows: expected a whole number from 0 to 9223372036854775807, found -1"},
+    {"CountMissing",
+     {"ALTER TABLE metamodel RENAME COLUMN meta_methods_rows TO methods"},
+     "table metamodel cannot be read: "},
+    {"RowLost",
+     {"DELETE FROM meta_methods WHERE ordinal = 1"},
+     "table meta_methods cannot be read: the database is damaged or was edited: the table has 1 rows, and table "
+     "metamodel says 2; restore it from a copy; after an edit, correct meta_methods_rows there"},
+    {"RowAdded",
+     {"INSERT INTO meta_links VALUES (7, 'Uses', '', 0, '')"},
+     "table meta_links cannot be read: the database is damaged or was edited: the table has 2 rows, and table "
+     "metamodel says 1"},
+    {"AllRowsLost",
+     {"DELETE FROM meta_behavior_properties"},
+     "table meta_behavior_properties cannot be read: the database is damaged or was edited: the table has 0 rows"},
     {"ColumnMissing",
      {"ALTER TABLE meta_link_properties RENAME COLUMN length TO len"},
      "table meta_link_properties cannot be read: "},
@@ -137,7 +160,7 @@ const std::vector<SStatementCase> kFaults = {
      {"UPDATE meta_classes SET ordinal = 9 WHERE ordinal = 0"},
      "table meta_class_behaviors, row class_ordinal 0, ordinal 0: class_ordinal: table meta_classes has no row"},
     {"DanglingMethod",
-     {"DELETE FROM meta_behaviors"},
+     {"DELETE FROM meta_behaviors", "UPDATE metamodel SET meta_behaviors_rows = 0"},
      "table meta_methods, row behavior_ordinal 0, ordinal 0: behavior_ordinal: table meta_behaviors has no row"},
     {"OwnerNull",
      {"UPDATE meta_link_properties SET link_ordinal = NULL"},
@@ -193,6 +216,14 @@ TEST_P(DatabaseEditTest, IsRead) {
 }
 
 const std::vector<SStatementCase> kEdits = {
+    {"RowAddedAndCounted",
+     {"INSERT INTO meta_links VALUES (7, 'Uses', '', 0, '')", "UPDATE metamodel SET meta_links_rows = 2"},
+     "link \"Uses\""},
+    {"RowAddedWhereNothingIsCounted",
+     {"INSERT INTO meta_links VALUES (7, 'Uses', '', 0, '')",
+      "CREATE TABLE head AS SELECT generation, 1 AS schema_version FROM metamodel", "DROP TABLE metamodel",
+      "ALTER TABLE head RENAME TO metamodel"},
+     "link \"Uses\""},
     {"GapInTheOrdinals",
      {"UPDATE meta_class_properties SET ordinal = 99 WHERE class_ordinal = 0 AND ordinal = 0"},
      "  property \"Name\" \"Name (display)\" \"F_Name\" \"string\" 32 \"\" 0 \"\" \"\" \"\"\n  property \"Code\" "},
@@ -202,11 +233,44 @@ const std::vector<SStatementCase> kEdits = {
      "class \"\u00C9\""},
 };
 
+class DatabaseNoteTest : public testing::TestWithParam<EStorage> {
+ protected:
+  DatabaseNoteTest() {
+    SaveSample(storage_);
+    kvx::CFileNotes::SetReceiver([this](const std::string& note) { notes_.push_back(note); });
+  }
+  ~DatabaseNoteTest() override { kvx::CFileNotes::SetReceiver({}); }
+
+  std::vector<std::string> NotesOfLoading() {
+    notes_.clear();
+    OpenMetaStorage(storage_.Location())->Load();
+    return notes_;
+  }
+
+  CTestStorage storage_{GetParam()};
+  std::vector<std::string> notes_;
+};
+
+TEST_P(DatabaseNoteTest, RowsThatAreNotCountedAreNoted) {
+  EXPECT_TRUE(NotesOfLoading().empty());
+  storage_.Execute({"CREATE TABLE head AS SELECT generation, 1 AS schema_version FROM metamodel",
+                    "DROP TABLE metamodel", "ALTER TABLE head RENAME TO metamodel"});
+  EXPECT_EQ(NotesOfLoading(),
+            std::vector<std::string>{storage_.Location() +
+                                     ": the numbers of its rows, from which lost rows are known, are not stored with "
+                                     "it; copy the metamodel into its own place once to add them"});
+  const auto storage = OpenMetaStorage(storage_.Location());
+  storage->Save(*storage->Load());
+  EXPECT_TRUE(NotesOfLoading().empty());
+}
+
 const auto kDatabases = testing::Values(EStorage::kSqlite, EStorage::kPostgresql);
 
 INSTANTIATE_TEST_SUITE_P(, DatabaseEnforcesTest, testing::Combine(kDatabases, testing::ValuesIn(kRefusedStatements)),
                          ParameterName);
 INSTANTIATE_TEST_SUITE_P(, DatabaseFaultTest, testing::Combine(kDatabases, testing::ValuesIn(kFaults)), ParameterName);
+INSTANTIATE_TEST_SUITE_P(Sqlite, DatabaseNoteTest, testing::Values(EStorage::kSqlite));
+INSTANTIATE_TEST_SUITE_P(Postgresql, DatabaseNoteTest, testing::Values(EStorage::kPostgresql));
 INSTANTIATE_TEST_SUITE_P(, DatabaseEditTest, testing::Combine(kDatabases, testing::ValuesIn(kEdits)), ParameterName);
 
 }  // namespace

@@ -159,7 +159,8 @@ TEST_F(PostgresqlFaultTest, ConnectionLostInMidRead) {
 TEST_F(PostgresqlFaultTest, AMetamodelThatIsEditedMeanwhileIsSeenAsOfOneMoment) {
   Save();
   const CProxy proxy(kInMidRead, [this] {
-    storage_.Execute({"UPDATE meta_class_properties SET display_name = 'edited'", "DELETE FROM meta_behaviors"});
+    storage_.Execute({"UPDATE meta_class_properties SET display_name = 'edited'", "DELETE FROM meta_methods",
+                      "UPDATE metamodel SET meta_methods_rows = 0"});
     return true;
   });
   EXPECT_EQ(Loaded(proxy.Words()), TextOf(*sample_));

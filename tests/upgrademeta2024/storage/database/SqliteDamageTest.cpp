@@ -1,4 +1,5 @@
-// Damaged database files, and tables that another program has made.
+// Damaged database files: rows that are lost are noticed, whatever page has lost them. Each test runs on a database
+// that keeps the numbers of its rows, and on one that does not.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -11,6 +12,7 @@
 
 #include "kvxsptexception/ErrorCodes.h"
 #include "support/Error.h"
+#include "support/MetaMaker.h"
 #include "support/MetaText.h"
 #include "support/TestStorage.h"
 #include "upgrademeta2024/storage/LargeMetamodel.h"
@@ -25,11 +27,26 @@ constexpr std::size_t kPageSize = 8192;
 // Two bytes, the higher one first.
 constexpr std::size_t kCellCount = 3;
 
-class SqliteDamageTest : public testing::Test {
+enum class ECounts { kStored, kAbsent };
+
+class SqliteDamageTest : public testing::TestWithParam<ECounts> {
  protected:
-  SqliteDamageTest() {
-    OpenMetaStorage(storage_.Location())->Save(*sample_);
+  SqliteDamageTest() { Save(*sample_); }
+
+  void Save(const CMetaDictionary2024& dictionary) {
+    OpenMetaStorage(storage_.Location())->Save(dictionary);
+    if (GetParam() == ECounts::kAbsent) {
+      storage_.Execute({"CREATE TABLE head AS SELECT generation, 1 AS schema_version FROM metamodel",
+                        "DROP TABLE metamodel", "ALTER TABLE head RENAME TO metamodel"});
+    }
     file_ = ReadFile(storage_.File());
+  }
+
+  /// What keeps the numbers of rows right where they are stored.
+  std::string CountRows(const std::string& table) const {
+    return GetParam() == ECounts::kAbsent
+               ? "SELECT 0"
+               : "UPDATE metamodel SET " + table + "_rows = (SELECT count(*) FROM " + table + ")";
   }
 
   void Write(const std::string& file) const { storage_.Directory().Write("metamodel.db", file); }
@@ -64,7 +81,8 @@ class SqliteDamageTest : public testing::Test {
         std::stoul(storage_.Query("SELECT rootpage FROM sqlite_master WHERE name = '" + name + "'")));
   }
 
-  /// Takes the last row from each leaf that has one. Answers how many such files are found damaged.
+  /// Takes the last row from each leaf that has one. Answers how many such files are found damaged: with the numbers of
+  /// rows at hand, indexes that nobody reads may be.
   int DamagedWithoutARow() {
     EXPECT_EQ(Loaded(), TextOf(*sample_));
     file_ = ReadFile(storage_.File());
@@ -87,7 +105,7 @@ class SqliteDamageTest : public testing::Test {
   std::string file_;
 };
 
-TEST_F(SqliteDamageTest, TruncatedAnywhere) {
+TEST_P(SqliteDamageTest, TruncatedAnywhere) {
   for (std::size_t size = 1; size < file_.size(); size += file_.size() / 97) {
     Write(file_.substr(0, size));
     const SError error = LoadError();
@@ -96,17 +114,17 @@ TEST_F(SqliteDamageTest, TruncatedAnywhere) {
   }
 }
 
-TEST_F(SqliteDamageTest, PageThatHasLostARowIsNoticed) {
-  EXPECT_GE(DamagedWithoutARow(), 15);
+TEST_P(SqliteDamageTest, PageThatHasLostARowIsNoticed) {
+  EXPECT_GE(DamagedWithoutARow(), 12);
 }
 
-TEST_F(SqliteDamageTest, PageThatHasLostARowIsNoticedInATableWithoutIndex) {
+TEST_P(SqliteDamageTest, PageThatHasLostARowIsNoticedInATableWithoutIndex) {
   storage_.Execute({"DROP INDEX meta_class_properties_name", "DROP INDEX meta_classes_name",
                     "DROP INDEX meta_behaviors_name", "DROP INDEX meta_methods_name", "VACUUM"});
   EXPECT_GE(DamagedWithoutARow(), 10);
 }
 
-TEST_F(SqliteDamageTest, PageThatHasLostARowIsNoticedWhereAnIndexGivesTheOrder) {
+TEST_P(SqliteDamageTest, PageThatHasLostARowIsNoticedWhereAnIndexGivesTheOrder) {
   // Entries that this index has lost are rows that nobody sees, whatever it is counted against.
   storage_.Execute({"CREATE TABLE loose AS SELECT * FROM meta_class_properties", "DROP TABLE meta_class_properties",
                     "ALTER TABLE loose RENAME TO meta_class_properties",
@@ -114,7 +132,7 @@ TEST_F(SqliteDamageTest, PageThatHasLostARowIsNoticedWhereAnIndexGivesTheOrder) 
   EXPECT_GE(DamagedWithoutARow(), 10);
 }
 
-TEST_F(SqliteDamageTest, PageInPlaceOfItsNeighbourIsNoticed) {
+TEST_P(SqliteDamageTest, PageInPlaceOfItsNeighbourIsNoticed) {
   int damaged = 0;
   for (std::size_t page = kPageSize; page + kPageSize < file_.size(); page += kPageSize) {
     const std::size_t next = page + kPageSize;
@@ -127,7 +145,7 @@ TEST_F(SqliteDamageTest, PageInPlaceOfItsNeighbourIsNoticed) {
   EXPECT_GE(damaged, 10);
 }
 
-TEST_F(SqliteDamageTest, PagesThatHaveChangedPlacesAreNoticed) {
+TEST_P(SqliteDamageTest, PagesThatHaveChangedPlacesAreNoticed) {
   int damaged = 0;
   for (std::size_t page = kPageSize; page + kPageSize < file_.size(); page += kPageSize) {
     const std::size_t next = page + kPageSize;
@@ -140,7 +158,7 @@ TEST_F(SqliteDamageTest, PagesThatHaveChangedPlacesAreNoticed) {
   EXPECT_GE(damaged, 10);
 }
 
-TEST_F(SqliteDamageTest, PageThatIsItsOwnChildIsNoticed) {
+TEST_P(SqliteDamageTest, PageThatIsItsOwnChildIsNoticed) {
   // The pointer to the last child stands in the header of a page that has children.
   constexpr std::size_t kLastChild = 8;
   const std::size_t root = RootOf("meta_class_properties");
@@ -152,124 +170,15 @@ TEST_F(SqliteDamageTest, PageThatIsItsOwnChildIsNoticed) {
   EXPECT_TRUE(IsDamaged());
 }
 
-TEST_F(SqliteDamageTest, RowsAreReadInOrderFromATableWithoutKey) {
-  storage_.Execute({"CREATE TABLE loose AS SELECT * FROM meta_class_properties ORDER BY ordinal DESC, class_ordinal",
-                    "DROP TABLE meta_class_properties", "ALTER TABLE loose RENAME TO meta_class_properties"});
-  EXPECT_EQ(Loaded(), TextOf(*sample_));
-}
-
-TEST_F(SqliteDamageTest, NumberIsNoRealAndNoTextWithMore) {
-  for (const auto& [value, shown] : {std::pair("1.5", "1.5"),
-                                     {"1e300", "1.0e+300"},
-                                     {"'12 '", "12 "},
-                                     {"'0x10'", "0x10"},
-                                     {"' 7'", " 7"},
-                                     {"-1", "-1"},
-                                     {"''", "an empty text"}}) {
-    storage_.Execute(
-        {"CREATE TABLE loose AS SELECT * FROM meta_class_properties", "DROP TABLE meta_class_properties",
-         "CREATE TABLE meta_class_properties AS SELECT class_ordinal, ordinal, internal_name, "
-         "display_name, field, type, CASE WHEN ordinal = 5 THEN " +
-             std::string(value) +
-             " ELSE length END AS length, default_value, precision, max, min, lookup_internal_name FROM loose",
-         "DROP TABLE loose"});
-    EXPECT_THAT(
-        LoadError().message,
-        HasSubstr("row class_ordinal 0, ordinal 5: length: expected a whole number from 0 to 4294967295, found " +
-                  std::string(shown) + "; correct the row"))
-        << value;
-  }
-}
-
-TEST_F(SqliteDamageTest, NumberInPlaceOfATextIsItsDigits) {
-  storage_.Execute({"ALTER TABLE meta_behaviors DROP COLUMN display_name",
-                    "ALTER TABLE meta_behaviors ADD COLUMN display_name",
-                    "UPDATE meta_behaviors SET display_name = 42"});
-  EXPECT_THAT(Loaded(), HasSubstr("behavior \"Last\" \"42\""));
-}
-
-TEST_F(SqliteDamageTest, EveryByteOfATextIsChecked) {
-  constexpr std::size_t kLongest = 18;
-  for (std::size_t size = 1; size <= kLongest; ++size) {
-    for (std::size_t at = 0; at < size; ++at) {
-      for (const auto& [byte, fault] :
-           {std::pair("00", "the text holds a NUL character"), {"80", "the text is not valid UTF-8"}}) {
-        std::string hexadecimal;
-        for (std::size_t i = 0; i < size; ++i) {
-          hexadecimal += i == at ? byte : "7F";
-        }
-        storage_.Execute({"UPDATE meta_behaviors SET display_name = CAST(X'" + hexadecimal + "' AS TEXT)"});
-        EXPECT_THAT(LoadError().message,
-                    HasSubstr("row ordinal 0: display_name: " + std::string(fault) + "; correct the row"))
-            << hexadecimal;
-      }
-    }
-  }
-  storage_.Execute({"UPDATE meta_behaviors SET display_name = ''"});
-  EXPECT_THAT(Loaded(), HasSubstr("behavior \"Last\" \"\""));
-}
-
-TEST_F(SqliteDamageTest, EveryTextOfAPropertyIsChecked) {
-  const std::string row = " WHERE class_ordinal = 2 AND ordinal = 5";
-  for (const std::string column :
-       {"internal_name", "display_name", "field", "type", "default_value", "max", "min", "lookup_internal_name"}) {
-    for (const auto& [text, fault] :
-         {std::pair("X'6100'", "the text holds a NUL character"), {"X'61C3'", "the text is not valid UTF-8"}}) {
-      Write(file_);
-      storage_.Execute({"UPDATE meta_class_properties SET " + column + " = CAST(" + text + " AS TEXT)" + row});
-      EXPECT_THAT(LoadError().message, HasSubstr("row class_ordinal 2, ordinal 5: " + column + ": " + fault)) << text;
-    }
-    Write(file_);
-    storage_.Execute({"UPDATE meta_class_properties SET " + column + " = 'h\u00F6her'" + row});
-    EXPECT_THAT(Loaded(), HasSubstr("h\u00F6her")) << column;
-  }
-  // Together the two would be one character.
-  Write(file_);
-  storage_.Execute(
-      {"UPDATE meta_class_properties SET display_name = CAST(X'C3' AS TEXT), field = CAST(X'B6' AS TEXT)" + row});
-  EXPECT_THAT(LoadError().message, HasSubstr("row class_ordinal 2, ordinal 5: display_name: the text is not valid"));
-  Write(file_);
-  storage_.Execute(
-      {"PRAGMA ignore_check_constraints = ON", "UPDATE meta_class_properties SET internal_name = ''" + row});
-  EXPECT_THAT(LoadError().message, HasSubstr("row class_ordinal 2, ordinal 5: internal_name: the name is empty"));
-}
-
-TEST_F(SqliteDamageTest, ViewIsReadAsATable) {
-  storage_.Execute(
-      {"ALTER TABLE meta_classes RENAME TO all_classes", "CREATE VIEW meta_classes AS SELECT * FROM all_classes"});
-  EXPECT_EQ(Loaded(), TextOf(*sample_));
-}
-
-TEST_F(SqliteDamageTest, ViewOfSeveralTablesIsReadInOrder) {
-  const std::string schema = storage_.Query("SELECT sql FROM sqlite_master WHERE name = 'meta_class_properties'");
-  const std::string table = "CREATE TABLE meta_class_properties";
-  ASSERT_EQ(schema.rfind(table, 0), 0U);
-  storage_.Execute(
-      {"ALTER TABLE meta_class_properties RENAME TO even", "CREATE TABLE odd" + schema.substr(table.size()),
-       "INSERT INTO odd SELECT * FROM even WHERE ordinal % 2 = 1", "DELETE FROM even WHERE ordinal % 2 = 1",
-       "CREATE VIEW meta_class_properties AS SELECT * FROM odd UNION ALL SELECT * FROM even"});
-  EXPECT_EQ(Loaded(), TextOf(*sample_));
-  // Columns without types keep SQLite from merging.
-  storage_.Execute(
-      {"CREATE TABLE untyped AS SELECT class_ordinal + 0 AS class_ordinal, ordinal + 0 AS ordinal, "
-       "internal_name || '' AS internal_name, display_name || '' AS display_name, field || '' AS field, "
-       "type || '' AS type, length + 0 AS length, default_value || '' AS default_value, precision + 0 AS "
-       "precision, max || '' AS max, min || '' AS min, lookup_internal_name || '' AS lookup_internal_name "
-       "FROM odd",
-       "DROP VIEW meta_class_properties",
-       "CREATE VIEW meta_class_properties AS SELECT * FROM untyped UNION ALL SELECT * FROM even"});
-  EXPECT_EQ(Loaded(), TextOf(*sample_));
-}
-
-TEST_F(SqliteDamageTest, VirtualTableIsReadAndPageThatHasLostARowNoticed) {
+TEST_P(SqliteDamageTest, VirtualTableIsReadAndPageThatHasLostARowNoticed) {
   storage_.Execute({"ALTER TABLE meta_methods RENAME TO loose",
                     "CREATE VIRTUAL TABLE meta_methods USING fts5(behavior_ordinal, ordinal, internal_name, "
                     "display_name)",
                     "INSERT INTO meta_methods SELECT * FROM loose"});
-  EXPECT_GE(DamagedWithoutARow(), 15);
+  EXPECT_GE(DamagedWithoutARow(), 12);
 }
 
-TEST_F(SqliteDamageTest, PageOfAnEarlierTimeIsNoticed) {
+TEST_P(SqliteDamageTest, PageOfAnEarlierTimeIsNoticed) {
   // The table in which the methods lie, and what changes the database before.
   const std::vector<std::pair<std::string, std::vector<std::string>>> schemas = {
       {"meta_methods", {}},
@@ -285,44 +194,36 @@ TEST_F(SqliteDamageTest, PageOfAnEarlierTimeIsNoticed) {
     Write(file_);
     storage_.Execute(schema);
     const std::string before = ReadFile(storage_.File());
-    storage_.Execute({"INSERT INTO " + table + " VALUES (0, 1, 'Later', '')"});
+    storage_.Execute({"INSERT INTO " + table + " VALUES (0, 1, 'Later', '')", CountRows("meta_methods")});
     const std::string after = ReadFile(storage_.File());
     const std::string loaded = Loaded();
     ASSERT_EQ(before.size(), after.size());
-    int pages = 0;
+    int damaged = 0;
     for (std::size_t page = kPageSize; page < after.size(); page += kPageSize) {
       if (before.compare(page, kPageSize, after, page, kPageSize) != 0) {
-        ++pages;
         Write(std::string(after).replace(page, kPageSize, before, page, kPageSize));
-        EXPECT_THAT(LoadError().message, HasSubstr(": the database is damaged")) << table << ", byte " << page;
+        const SError error = LoadError();
+        if (error.code != kvx::kMalformedDocument) {
+          EXPECT_EQ(Loaded(), loaded) << table << ", byte " << page;
+        } else {
+          EXPECT_THAT(error.message, HasSubstr(": the database is damaged")) << table << ", byte " << page;
+          ++damaged;
+        }
       }
     }
-    EXPECT_GE(pages, 2) << "the table and an index";
+    EXPECT_GE(damaged, 2) << table << ": the table and an index or the numbers of rows";
     EXPECT_THAT(loaded, HasSubstr("Later"));
   }
 }
 
-TEST_F(SqliteDamageTest, RowsThatAViewLeavesOutAreNotRead) {
-  // The index has all that is read of a row, but not what the view asks for.
-  storage_.Execute({"ALTER TABLE meta_methods RENAME TO loose",
-                    "CREATE TABLE all_methods (behavior_ordinal INTEGER NOT NULL, ordinal INTEGER NOT NULL, "
-                    "internal_name TEXT NOT NULL, display_name TEXT NOT NULL, valid INTEGER NOT NULL, "
-                    "UNIQUE (behavior_ordinal, ordinal, internal_name, display_name))",
-                    "INSERT INTO all_methods SELECT *, 1 FROM loose",
-                    "INSERT INTO all_methods VALUES (0, 1000, 'Withdrawn', '', 0)",
-                    "CREATE VIEW meta_methods AS SELECT behavior_ordinal, ordinal, internal_name, display_name "
-                    "FROM all_methods WHERE valid = 1"});
-  EXPECT_EQ(Loaded(), TextOf(*sample_));
-}
-
-TEST_F(SqliteDamageTest, PageThatHasLostARowIsNoticedUnderAView) {
+TEST_P(SqliteDamageTest, PageThatHasLostARowIsNoticedUnderAView) {
   storage_.Execute({"ALTER TABLE meta_class_properties RENAME TO all_properties",
                     "CREATE VIEW meta_class_properties AS SELECT * FROM all_properties",
                     "ALTER TABLE metamodel RENAME TO head", "CREATE VIEW metamodel AS SELECT * FROM head"});
-  EXPECT_GE(DamagedWithoutARow(), 15);
+  EXPECT_GE(DamagedWithoutARow(), 12);
 }
 
-TEST_F(SqliteDamageTest, PageThatHasLostARowIsNoticedInAViewOfTwoTables) {
+TEST_P(SqliteDamageTest, PageThatHasLostARowIsNoticedInAViewOfTwoTables) {
   // An index of the first counts what the second has lost as little as reading both shows it.
   storage_.Execute(
       {"CREATE TABLE labels (behavior_ordinal INTEGER, ordinal INTEGER, display_name TEXT, PRIMARY KEY "
@@ -331,10 +232,10 @@ TEST_F(SqliteDamageTest, PageThatHasLostARowIsNoticedInAViewOfTwoTables) {
        "ALTER TABLE meta_methods RENAME TO names",
        "CREATE VIEW meta_methods AS SELECT names.behavior_ordinal, names.ordinal, names.internal_name, "
        "labels.display_name FROM names CROSS JOIN labels USING (behavior_ordinal, ordinal)"});
-  EXPECT_GE(DamagedWithoutARow(), 15);
+  EXPECT_GE(DamagedWithoutARow(), 12);
 }
 
-TEST_F(SqliteDamageTest, PageThatHasLostARowIsNoticedWhereSeveralIndexesHoldAllColumns) {
+TEST_P(SqliteDamageTest, PageThatHasLostARowIsNoticedWhereSeveralIndexesHoldAllColumns) {
   storage_.Execute({"ALTER TABLE meta_methods RENAME TO loose",
                     "CREATE TABLE meta_methods (behavior_ordinal INTEGER, ordinal, internal_name TEXT, display_name AS "
                     "(label || '') VIRTUAL, a INTEGER, b INTEGER, c INTEGER, d, label TEXT)",
@@ -343,8 +244,59 @@ TEST_F(SqliteDamageTest, PageThatHasLostARowIsNoticedWhereSeveralIndexesHoldAllC
                     "CREATE INDEX short ON meta_methods (behavior_ordinal, ordinal, internal_name, display_name DESC)",
                     "CREATE INDEX long ON meta_methods (behavior_ordinal, ordinal, d DESC, display_name, internal_name "
                     "DESC, a, b DESC, c DESC)"});
-  EXPECT_GE(DamagedWithoutARow(), 15);
+  EXPECT_GE(DamagedWithoutARow(), 12);
 }
+
+/// Damage to a table that has no second index, and whose first page points to several leaves.
+class SqliteRootDamageTest : public SqliteDamageTest {
+ protected:
+  SqliteRootDamageTest() {
+    std::vector<std::string> behaviors(4800, "Behavior");
+    dictionary_.AddClass(MakeClass({"Class", behaviors, {}}));
+    Save(dictionary_);
+  }
+
+  std::size_t Root() const { return (RootOf("meta_class_behaviors") - 1) * kPageSize; }
+
+  CMetaDictionary2024 dictionary_;
+};
+
+TEST_P(SqliteRootDamageTest, LeafInPlaceOfTheRootIsNoticed) {
+  const std::size_t root = Root();
+  ASSERT_FALSE(IsLeaf(root));
+  int leaves = 0;
+  for (std::size_t page = kPageSize; page < file_.size(); page += kPageSize) {
+    if (IsLeaf(page) && CellCount(page) > 100) {
+      ++leaves;
+      Write(std::string(file_).replace(root, kPageSize, file_, page, kPageSize));
+      EXPECT_THAT(LoadError().message, HasSubstr(": the database is damaged")) << "byte " << page;
+    }
+  }
+  EXPECT_GE(leaves, 5);
+}
+
+TEST_P(SqliteRootDamageTest, RootOfAnEarlierTimeIsNoticed) {
+  const std::size_t root = Root();
+  storage_.Execute(
+      {"WITH RECURSIVE more(ordinal) AS (SELECT 4800 UNION ALL SELECT ordinal + 1 FROM more LIMIT 2000) "
+       "INSERT INTO meta_class_behaviors SELECT 0, ordinal, 'Later' FROM more",
+       CountRows("meta_class_behaviors")});
+  const std::string later = ReadFile(storage_.File());
+  ASSERT_THAT(Loaded(), HasSubstr("Later"));
+  ASSERT_NE(later.substr(root, kPageSize), file_.substr(root, kPageSize));
+  Write(std::string(later).replace(root, kPageSize, file_, root, kPageSize));
+  EXPECT_THAT(LoadError().message, HasSubstr(": the database is damaged"));
+}
+
+template <typename Info>
+std::string CountsName(const Info& info) {
+  return info.param == ECounts::kStored ? "WithCounts" : "WithoutCounts";
+}
+
+const auto kBoth = testing::Values(ECounts::kStored, ECounts::kAbsent);
+
+INSTANTIATE_TEST_SUITE_P(, SqliteRootDamageTest, kBoth, CountsName<testing::TestParamInfo<ECounts>>);
+INSTANTIATE_TEST_SUITE_P(, SqliteDamageTest, kBoth, CountsName<testing::TestParamInfo<ECounts>>);
 
 }  // namespace
 }  // namespace test

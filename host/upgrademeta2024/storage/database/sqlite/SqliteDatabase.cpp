@@ -4,7 +4,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <filesystem>
 #include <system_error>
@@ -56,16 +55,6 @@ void ReadHeader(soci::session& session) {
   session << "SELECT count(*) FROM sqlite_master", soci::into(count);
 }
 
-/// What counts the rows of a table by other pages than those from which they are read; empty when nothing does.
-std::string CountElsewhere(soci::session& session, const STable& table) {
-  const std::string count = "SELECT count(*) FROM " + std::string(table.name);
-  if (SqliteQueryPlan(session, SelectStatement(table)).find(" INDEX ") != std::string::npos) {
-    return count + " NOT INDEXED";
-  }
-  // SQLite counts the entries of an index where there is one.
-  return SqliteQueryPlan(session, count).find(" INDEX ") != std::string::npos ? count : "";
-}
-
 /// SOCI puts the name of its function before what SQLite says.
 std::string WithoutFunctionName(const std::string& text) {
   const std::size_t name = text.find("::");
@@ -115,49 +104,16 @@ void CSqliteDatabase::RequireWholePages(soci::session& session) const {
   }
 }
 
-void CSqliteDatabase::RequireSoundViews(soci::session& session) const {
-  const std::vector<std::string> tables = TableNames();
-  if (std::all_of(tables.begin(), tables.end(),
-                  [&session](const std::string& table) { return IsStoredTable(session, table); })) {
-    return;
-  }
-  // Checking a view looks at nothing, and what it is made from may lie anywhere.
+void CSqliteDatabase::ReadRows(soci::session& session, const STable& table, const RowHandler& row) const {
+  ReadSqliteRows(session, table, row);
+}
+
+void CSqliteDatabase::RequireSound(soci::session& session) const {
+  // Of single tables it finds no pages that nobody points to any more, and of views nothing.
   std::string finding;
   session << "PRAGMA integrity_check", soci::into(finding);
   if (finding != "ok") {
-    throw SFailure{kvx::kMalformedDocument,
-                   "the database is damaged: its integrity_check found: " + CStringHelper::ToVisible(finding),
-                   "restore it from a copy"};
-  }
-}
-
-void CSqliteDatabase::ReadRows(soci::session& session, const STable& table, const RowHandler& row) const {
-  const std::uint64_t rows = ReadSqliteRows(session, table, row);
-  if (!IsStoredTable(session, table.name)) {
-    return;
-  }
-  // A page that has lost rows reads without an error. An index has an entry for each, and SQLite counts these page by
-  // page; checking how the table lies takes as long as reading it.
-  const std::string count = CountElsewhere(session, table);
-  if (count.empty()) {
-    RequireSound(session, table.name);
-    return;
-  }
-  std::uint64_t counted = 0;
-  session << count, soci::into(counted);
-  if (counted != rows) {
-    FailDamaged();
-  }
-}
-
-void CSqliteDatabase::RequireSound(soci::session& session, const std::string& table) const {
-  if (!IsStoredTable(session, table)) {
-    return;
-  }
-  std::string finding;
-  session << "PRAGMA quick_check(" << table << ")", soci::into(finding);
-  if (finding != "ok") {
-    FailDamaged();
+    FailDamaged("its integrity_check found: " + CStringHelper::ToVisible(finding));
   }
 }
 

@@ -26,9 +26,8 @@ class CSqliteDatabase : public CDatabase {
   std::unique_ptr<soci::session> OpenForReading() override;
   std::unique_ptr<soci::session> OpenForWriting() override;
   bool Publish() override;
-  void RequireSoundViews(soci::session& session) const override;
   void ReadRows(soci::session& session, const STable& table, const RowHandler& row) const override;
-  void RequireSound(soci::session& session, const std::string& table) const override;
+  void RequireSound(soci::session& session) const override;
   SFailure Explain(const soci::soci_error& error) const override;
 
  private:

@@ -38,14 +38,13 @@ void Take(sqlite3_stmt* statement, int column, bool isNumber, SValue& value) {
 
 }  // namespace
 
-std::uint64_t ReadSqliteRows(soci::session& session, const STable& table, const RowHandler& row) {
+void ReadSqliteRows(soci::session& session, const STable& table, const RowHandler& row) {
   soci::statement statement(session);
   statement.alloc();
   statement.prepare(SelectStatement(table));
   sqlite3_stmt* const rows = static_cast<soci::sqlite3_statement_backend*>(statement.get_backend())->stmt_;
   const std::size_t keyCount = KeyColumns(table).size();
   std::vector<SValue> values(keyCount + table.columns.size());
-  std::uint64_t count = 0;
   int result = sqlite_api::sqlite3_step(rows);
   for (; result == SQLITE_ROW; result = sqlite_api::sqlite3_step(rows)) {
     for (std::size_t i = 0; i < values.size(); ++i) {
@@ -53,32 +52,10 @@ std::uint64_t ReadSqliteRows(soci::session& session, const STable& table, const 
       Take(rows, static_cast<int>(i), isNumber, values[i]);
     }
     row(values);
-    ++count;
   }
   if (result != SQLITE_DONE) {
     FailStatement(rows, result);
   }
-  return count;
-}
-
-bool IsStoredTable(soci::session& session, const std::string& name) {
-  int count = 0;
-  session << "SELECT count(*) FROM sqlite_master WHERE type = 'table' AND rootpage > 0 AND name = :name COLLATE NOCASE",
-      soci::use(name, "name"), soci::into(count);
-  return count != 0;
-}
-
-std::string SqliteQueryPlan(soci::session& session, const std::string& query) {
-  int ignored = 0;
-  std::string step;
-  soci::statement explain = (session.prepare << "EXPLAIN QUERY PLAN " << query, soci::into(ignored),
-                             soci::into(ignored), soci::into(ignored), soci::into(step));
-  explain.execute();
-  std::string plan;
-  while (explain.fetch()) {
-    plan += step + "\n";
-  }
-  return plan;
 }
 
 }  // namespace metadb
