@@ -132,7 +132,13 @@ std::vector<std::string> CreateStatements(const SDatabaseDialect& dialect) {
                      " NOT NULL CHECK (schema_version = " + std::to_string(kSchemaVersion) + ")";
   for (const STable* table : ListTables()) {
     const std::string name = CountColumn(*table);
-    head += ",\n  " + name + " " + integer + " NOT NULL CHECK (" + name + " >= 0)";
+    head.append(",\n  ")
+        .append(name)
+        .append(" ")
+        .append(integer)
+        .append(" NOT NULL CHECK (")
+        .append(name)
+        .append(" >= 0)");
   }
   std::vector<std::string> statements = {head + "\n)"};
   for (const STable* table : ListTables()) {

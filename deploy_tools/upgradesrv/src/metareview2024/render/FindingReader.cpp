@@ -127,7 +127,7 @@ void ReadData(CJsonReading& reading, const Json& json, SFinding& finding) {
   const bool hasCounts = read.hasRows && read.hasOf && read.hasTables;
   const bool hasAny = read.hasRows || read.hasOf || read.hasTables;
   if (hasCounts == read.hasProblem || hasAny == read.hasProblem) {
-    reading.Fail("expected \"rows\", \"of\" and \"tables\", or \"problem\" alone");
+    reading.Fail(R"(expected "rows", "of" and "tables", or "problem" alone)");
   }
   finding.data = std::make_shared<const SData>(std::move(read.data));
 }

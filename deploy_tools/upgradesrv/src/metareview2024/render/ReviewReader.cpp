@@ -167,7 +167,7 @@ void RequireAgreement(CJsonReading& reading, const SDocument& document) {
   const Numbers counted = CountTotals(review);
   reading.Enter("totals");
   for (const EKind kind : kKinds) {
-    const std::size_t place = static_cast<std::size_t>(kind);
+    const auto place = static_cast<std::size_t>(kind);
     const std::optional<STotals>& written = document.totals.at(place);
     if (written.has_value() != isCompared(kind)) {
       reading.Fail("the kinds are not those in \"elements\"");

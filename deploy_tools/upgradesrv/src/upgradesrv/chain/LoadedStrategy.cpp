@@ -11,6 +11,7 @@
 #include "upgradecontext/HandlerContext.h"
 #include "upgradecontext/UpgradeContext.h"
 #include "upgradecontext/UpgradeStrategy.h"
+#include "upgrademeta2024/MetaMgr2024.h"
 #include "upgrademeta2024/MetaReadAhead.h"
 #include "upgradesrv/Trouble.h"
 #include "upgradesrv/chain/CheckStrategy.h"
@@ -90,7 +91,8 @@ CLoadedStrategy::~CLoadedStrategy() {
 
 std::optional<std::string> CLoadedStrategy::Run(CUpgradeContext& context) {
   const CRunningStrategy running(name_);
-  const CMetaReadAhead readAhead;
+  const auto readAhead = std::make_shared<CMetaReadAhead>();
+  CMetaMgr2024::Instance().SetReadAhead(readAhead);
   return Guarded(&context, [&]() -> std::optional<std::string> {
     CHandlerContext handlerContext(configuration_.className);
     strategy_->Invoke(handlerContext, context);
