@@ -187,18 +187,18 @@ class CFacts {
  public:
   explicit CFacts(const CPage& page) : page_(page) {}
 
-  void Add(std::string name, std::string text, const std::string& link) {
+  void Add(const std::string& name, const std::string& text, const std::string& link) {
     View view;
-    view["name"] = std::move(name);
-    view["text"] = std::move(text);
+    view["name"] = name;
+    view["text"] = text;
     if (!link.empty()) {
       view["link"] = link;
     }
     views_.push_back(view);
   }
-  void Count(std::string name, std::size_t number, const std::string& link) {
+  void Count(const std::string& name, std::size_t number, const std::string& link) {
     if (number != 0) {
-      Add(std::move(name), page_.Words().Number(number), link);
+      Add(name, page_.Words().Number(number), link);
     }
   }
   View Take() { return std::move(views_); }

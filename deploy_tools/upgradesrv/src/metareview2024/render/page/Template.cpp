@@ -19,7 +19,7 @@ struct SSinkStream {
 }  // namespace
 
 View ListView() {
-  return View(View::type::list);
+  return View{View::type::list};
 }
 
 CTemplate::CTemplate(std::string_view text) : template_(std::string(text)) {
