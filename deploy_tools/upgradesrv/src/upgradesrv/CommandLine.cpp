@@ -3,6 +3,7 @@
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
+#include <array>
 #include <exception>
 #include <map>
 #include <new>
@@ -33,14 +34,20 @@ struct SGroup {
 constexpr SGroup kNoGroup = {"", ""};
 constexpr SGroup kMetamodel = {"metamodel", "Look at metamodels and copy them"};
 
-/// All commands, in the order of the help. Those of a group follow its name on the command line.
-constexpr struct {
+struct SCommand {
   const SGroup* group;
   DefineCommand* define;
-} kCommands[] = {
-    {&kNoGroup, &DefineRun},     {&kNoGroup, &DefineReview},          {&kNoGroup, &DefineDecide},
-    {&kNoGroup, &DefineExplain}, {&kMetamodel, &DefineMetamodelShow}, {&kMetamodel, &DefineMetamodelCopy},
 };
+
+/// All commands, in the order of the help. Those of a group follow its name on the command line.
+constexpr std::array<SCommand, 6> kCommands = {{
+    {&kNoGroup, &DefineRun},
+    {&kNoGroup, &DefineReview},
+    {&kNoGroup, &DefineDecide},
+    {&kNoGroup, &DefineExplain},
+    {&kMetamodel, &DefineMetamodelShow},
+    {&kMetamodel, &DefineMetamodelCopy},
+}};
 
 CLI::App* AddGroup(CLI::App& app, const SGroup& group) {
   CLI::App* added = app.add_subcommand(group.name, group.help);

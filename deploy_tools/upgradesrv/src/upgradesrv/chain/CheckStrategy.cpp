@@ -35,7 +35,7 @@ template <typename Texts>
 std::string Joined(const Texts& texts, const std::string& quote = "") {
   std::string joined;
   for (const auto& text : texts) {
-    joined += (joined.empty() ? "" : ", ") + quote + text + quote;
+    joined.append(joined.empty() ? "" : ", ").append(quote).append(text).append(quote);
   }
   return joined;
 }
@@ -130,8 +130,9 @@ void RequireCheckParameter(const SStrategyConfiguration& strategy) {
   std::size_t index = 0;
   for (const std::string& kind : kinds) {
     if (!IsKind(kind)) {
-      throw CTrouble(list + "/" + std::to_string(index) + ": unknown kind \"" + kind + "\"; the kinds are " +
-                     KindNames());
+      std::string problem = list;
+      problem.append("/").append(std::to_string(index)).append(": unknown kind \"").append(kind);
+      throw CTrouble(problem.append("\"; the kinds are ").append(KindNames()));
     }
     ++index;
   }

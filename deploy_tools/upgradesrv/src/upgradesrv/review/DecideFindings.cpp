@@ -6,7 +6,6 @@
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
-#include <utility>
 
 #include "kvxsptfile/AtomicFile.h"
 #include "kvxsptfile/FileDescriptor.h"
@@ -59,9 +58,8 @@ EExitStatus DecideFindings(const SDecideArguments& arguments) {
   const std::size_t before = decisions.accepted.size();
   SetRuleRisks(decisions, review);
   ApplyDecisions(decisions, sources.GetToday(), review);
-  decisions = arguments.isPrune
-                  ? Prune(std::move(decisions), review)
-                  : Decide(std::move(decisions), review, arguments.paths, arguments.acceptance, sources.GetToday());
+  decisions = arguments.isPrune ? Prune(decisions, review)
+                                : Decide(decisions, review, arguments.paths, arguments.acceptance, sources.GetToday());
   const std::string text = FormatDecisions(decisions);
   kvx::CAtomicFile output(file);
   output.Write(text.data(), text.size());
