@@ -77,7 +77,6 @@ TEST_F(CheckNotesTest, NameAWordWhoseTextIsNoString) {
 }
 
 TEST_F(CheckNotesTest, NameEveryWordOfTheCheckWithoutText) {
-  std::string all;
   for (const std::string key : {"inserted", "deleted", "updated", "class", "link", "behavior", "method", "property",
                                 "internal_name", "display_name", "updated_to"}) {
     WriteTexts(kTexts);
