@@ -2,7 +2,6 @@
 
 #include <memory>
 #include <ostream>
-#include <regex>
 #include <string>
 
 #include "kvxsptexception/ErrorCodes.h"
@@ -33,7 +32,11 @@ inline SError LoadError(const std::string& text) {
 /// The same for a document of which something is wrong at a JSON pointer, without the line and column before that.
 inline SError LoadErrorAtPointer(const std::string& text) {
   SError error = LoadError(text);
-  error.message = std::regex_replace(error.message, std::regex("^meta\\.json:[0-9]+:[0-9]+: /"), "meta.json: /");
+  const std::string file = "meta.json:";
+  const std::size_t end = error.message.find_first_not_of("0123456789:", file.size());
+  if (error.message.compare(0, file.size(), file) == 0 && error.message.compare(end, 2, " /") == 0) {
+    error.message.erase(file.size(), end - file.size());
+  }
   return error;
 }
 
