@@ -18,6 +18,8 @@ std::string AsText(const SValue& value) {
       return "NULL";
     case SValue::kInteger:
       return std::to_string(value.integer);
+    case SValue::kBlob:
+      return "a blob";
     default:
       return std::string(value.text);
   }
@@ -90,7 +92,15 @@ void CRows::Next(const std::vector<SValue>& values) {
 
 std::string_view CRows::Text(std::size_t column) const {
   const SColumn& description = table_.columns[column];
-  const std::string_view text = Value(keyCount_ + column, description.name).text;
+  const SValue& value = Value(keyCount_ + column, description.name);
+  if (value.kind == SValue::kReal) {
+    // Of two that differ a database may show the same digits.
+    Fail(description.name, "expected a text, found the floating point number " + AsText(value));
+  }
+  if (value.kind == SValue::kBlob) {
+    Fail(description.name, "expected a text, found " + AsText(value));
+  }
+  const std::string_view text = value.text;
   if (const char* fault = TextFault(text); fault != nullptr) {
     Fail(description.name, fault);
   }

@@ -7,12 +7,13 @@
 
 namespace metadb {
 
-/// A value as a database hands it out: a database may have turned numbers into texts, and texts stand where it keeps
-/// them.
+/// A value as a database hands it out: a database may have turned whole numbers into texts, and texts stand where it
+/// keeps them.
 struct SValue {
-  enum EKind { kNull, kText, kInteger };
+  enum EKind { kNull, kText, kInteger, kReal, kBlob };
 
   EKind kind = kNull;
+  /// Of a floating point number its digits, as far as the database shows them.
   std::string_view text;
   std::int64_t integer = 0;
 };

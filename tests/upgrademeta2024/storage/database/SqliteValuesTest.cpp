@@ -73,6 +73,35 @@ TEST_F(SqliteValuesTest, NumberInPlaceOfATextIsItsDigits) {
   EXPECT_THAT(Loaded(), HasSubstr("behavior \"Last\" \"42\""));
 }
 
+TEST_F(SqliteValuesTest, RealInPlaceOfATextIsRefused) {
+  // Both would be shown as 0.3.
+  for (const std::string number : {"0.3", "0.30000000000000004", "1e300", "5.0"}) {
+    storage_.Execute({"ALTER TABLE meta_behaviors DROP COLUMN display_name",
+                      "ALTER TABLE meta_behaviors ADD COLUMN display_name",
+                      "UPDATE meta_behaviors SET display_name = " + number});
+    EXPECT_THAT(LoadError().message,
+                HasSubstr("table meta_behaviors, row ordinal 0: display_name: expected a text, found the floating "
+                          "point number "))
+        << number;
+  }
+  EXPECT_THAT(LoadError().message, HasSubstr("number 5.0; correct the row"));
+}
+
+TEST_F(SqliteValuesTest, BlobInPlaceOfATextOrNumberIsRefused) {
+  for (const std::string blob : {"X'41'", "X''"}) {
+    Write(file_);
+    storage_.Execute({"UPDATE meta_behaviors SET display_name = " + blob});
+    EXPECT_THAT(LoadError().message,
+                HasSubstr("table meta_behaviors, row ordinal 0: display_name: expected a text, found a blob; correct"))
+        << blob;
+  }
+  Write(file_);
+  storage_.Execute({"ALTER TABLE meta_classes DROP COLUMN class_id", "ALTER TABLE meta_classes ADD COLUMN class_id",
+                    "UPDATE meta_classes SET class_id = X'37'"});
+  EXPECT_THAT(LoadError().message,
+              HasSubstr("row ordinal 0: class_id: expected a whole number from 0 to 4294967295, found a blob"));
+}
+
 TEST_F(SqliteValuesTest, EveryByteOfATextIsChecked) {
   constexpr std::size_t kLongest = 18;
   for (std::size_t size = 1; size <= kLongest; ++size) {

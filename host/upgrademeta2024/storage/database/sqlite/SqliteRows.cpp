@@ -14,26 +14,39 @@ using sqlite_api::sqlite3_stmt;
   throw soci::sqlite3_soci_error(sqlite_api::sqlite3_errmsg(sqlite_api::sqlite3_db_handle(statement)), result);
 }
 
-/// A column of texts gives numbers as texts as well, and a column of numbers whatever is no whole number.
-void Take(sqlite3_stmt* statement, int column, bool isNumber, SValue& value) {
-  const int type = sqlite_api::sqlite3_column_type(statement, column);
-  if (type == SQLITE_NULL) {
-    value.kind = SValue::kNull;
-    return;
+SValue::EKind KindOf(int type) {
+  switch (type) {
+    case SQLITE_NULL:
+      return SValue::kNull;
+    case SQLITE_INTEGER:
+      return SValue::kInteger;
+    case SQLITE_FLOAT:
+      return SValue::kReal;
+    case SQLITE_BLOB:
+      return SValue::kBlob;
+    default:
+      return SValue::kText;
   }
-  if (type == SQLITE_INTEGER && isNumber) {
-    value.kind = SValue::kInteger;
+}
+
+/// A column of texts gives whole numbers as texts as well.
+void Take(sqlite3_stmt* statement, int column, bool isNumber, SValue& value) {
+  value.kind = KindOf(sqlite_api::sqlite3_column_type(statement, column));
+  if (value.kind == SValue::kInteger && isNumber) {
     value.integer = sqlite_api::sqlite3_column_int64(statement, column);
     return;
   }
+  if (value.kind == SValue::kNull || value.kind == SValue::kBlob) {
+    return;
+  }
+  if (value.kind == SValue::kInteger) {
+    value.kind = SValue::kText;
+  }
   const auto* text = reinterpret_cast<const char*>(sqlite_api::sqlite3_column_text(statement, column));
-  const auto size = static_cast<std::size_t>(sqlite_api::sqlite3_column_bytes(statement, column));
-  // An empty blob has no text either.
-  if (text == nullptr && sqlite_api::sqlite3_errcode(sqlite_api::sqlite3_db_handle(statement)) == SQLITE_NOMEM) {
+  if (text == nullptr) {
     FailStatement(statement, SQLITE_NOMEM);
   }
-  value.kind = SValue::kText;
-  value.text = text == nullptr ? std::string_view() : std::string_view(text, size);
+  value.text = {text, static_cast<std::size_t>(sqlite_api::sqlite3_column_bytes(statement, column))};
 }
 
 }  // namespace
