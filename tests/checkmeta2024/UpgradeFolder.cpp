@@ -54,14 +54,15 @@ void FillClass(const SClass& element, CJsonObject& object) {
   object.SetStringArrayValue("behaviors", {element.behaviors.begin(), element.behaviors.end()});
 }
 
-void FillMethod(const std::string& name, CJsonObject& object) {
-  object.SetStringValue("internal_name", name);
-  object.SetStringValue("display_name", name + "()");
-}
-
 void FillBehavior(const SBehavior& element, CJsonObject& object) {
   FillElement(element, object);
-  object.SetObjectArrayValue("methods", ToObjects(element.methods, &FillMethod));
+  Objects methods;
+  for (const std::string& name : element.methods) {
+    CJsonObject& method = *methods.emplace_back(std::make_shared<CJsonObject>());
+    method.SetStringValue("internal_name", name);
+    method.SetStringValue("display_name", element.MethodDisplayName(name));
+  }
+  object.SetObjectArrayValue("methods", methods);
 }
 
 /// The metamodel document. The host's writer would wait for the disk each time, which generated cases cannot afford.

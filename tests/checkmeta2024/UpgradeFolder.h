@@ -11,12 +11,6 @@
 
 namespace test {
 
-struct SModel {
-  std::vector<SClass> classes;
-  std::vector<SClass> links;
-  std::vector<SBehavior> behaviors;
-};
-
 /// The words of CUpgradeFolder's display dictionary. Language "en":
 ///
 ///     inserted "Inserted "   class "classes"       method "methods"         internal_name "name"

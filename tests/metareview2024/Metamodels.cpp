@@ -15,25 +15,11 @@ metareview::SReview Review(metareview::SMetamodels metamodels) {
 
 }  // namespace
 
-std::shared_ptr<const CMetaDictionary2024> MakeMetamodel(const SMetamodel& model) {
-  auto dictionary = std::make_shared<CMetaDictionary2024>();
-  for (const SClass& element : model.classes) {
-    EXPECT_TRUE(dictionary->AddClass(MakeClass(element)));
-  }
-  for (const SClass& element : model.links) {
-    EXPECT_TRUE(dictionary->AddLink(MakeLink(element)));
-  }
-  for (const SBehavior& element : model.behaviors) {
-    EXPECT_TRUE(dictionary->AddBehavior(MakeBehavior(element)));
-  }
-  return dictionary;
-}
-
-metareview::SReview Review(const SMetamodel& client, const SMetamodel& original) {
+metareview::SReview Review(const SModel& client, const SModel& original) {
   return Review({MakeMetamodel(client), MakeMetamodel(original), nullptr});
 }
 
-metareview::SReview Review(const SMetamodel& client, const SMetamodel& original, const SMetamodel& base) {
+metareview::SReview Review(const SModel& client, const SModel& original, const SModel& base) {
   return Review({MakeMetamodel(client), MakeMetamodel(original), MakeMetamodel(base)});
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -8,21 +7,11 @@
 #include "metareview2024/Terms.h"
 #include "support/MetaMaker.h"
 
-class CMetaDictionary2024;
-
 namespace test {
 
-struct SMetamodel {
-  std::vector<SClass> classes;
-  std::vector<SClass> links;
-  std::vector<SBehavior> behaviors;
-};
-
-std::shared_ptr<const CMetaDictionary2024> MakeMetamodel(const SMetamodel& model);
-
 /// Compares all kinds.
-metareview::SReview Review(const SMetamodel& client, const SMetamodel& original);
-metareview::SReview Review(const SMetamodel& client, const SMetamodel& original, const SMetamodel& base);
+metareview::SReview Review(const SModel& client, const SModel& original);
+metareview::SReview Review(const SModel& client, const SModel& original, const SModel& base);
 
 /// "PATH CHANGE RULE" of each finding.
 std::vector<std::string> Judgements(const metareview::SReview& review);

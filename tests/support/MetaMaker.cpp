@@ -1,5 +1,7 @@
 #include "support/MetaMaker.h"
 
+#include <gtest/gtest.h>
+
 #include <utility>
 
 namespace test {
@@ -61,15 +63,34 @@ std::shared_ptr<CMetaLink2024> MakeLink(const SClass& values) {
   return std::make_shared<CMetaLink2024>(Values(values));
 }
 
+std::string SBehavior::MethodDisplayName(const std::string& method) const {
+  const auto found = methodDisplayNames.find(method);
+  return found != methodDisplayNames.end() ? found->second : method + "()";
+}
+
 std::shared_ptr<CMetaBehavior2024> MakeBehavior(const SBehavior& values) {
   SMetaBehaviorValues2024 result;
   result.internalName = values.internalName;
   result.displayName = values.displayName;
   for (const std::string& name : values.methods) {
-    result.methods.push_back(std::make_shared<CMetaMethod2024>(name, name + "()"));
+    result.methods.push_back(std::make_shared<CMetaMethod2024>(name, values.MethodDisplayName(name)));
   }
   result.properties = MakeTable(values.properties);
   return std::make_shared<CMetaBehavior2024>(std::move(result));
+}
+
+std::shared_ptr<CMetaDictionary2024> MakeMetamodel(const SModel& model) {
+  auto dictionary = std::make_shared<CMetaDictionary2024>();
+  for (const SClass& element : model.classes) {
+    EXPECT_TRUE(dictionary->AddClass(MakeClass(element)));
+  }
+  for (const SClass& element : model.links) {
+    EXPECT_TRUE(dictionary->AddLink(MakeLink(element)));
+  }
+  for (const SBehavior& element : model.behaviors) {
+    EXPECT_TRUE(dictionary->AddBehavior(MakeBehavior(element)));
+  }
+  return dictionary;
 }
 
 }  // namespace test

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <list>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -49,8 +50,20 @@ struct SBehavior {
   std::vector<std::string> methods;
   std::vector<SProperty> properties;
   std::string displayName = internalName + " (display)";
+  /// Of those methods that have another.
+  std::map<std::string, std::string> methodDisplayNames = {};
+
+  std::string MethodDisplayName(const std::string& method) const;
 };
 
 std::shared_ptr<CMetaBehavior2024> MakeBehavior(const SBehavior& values);
+
+struct SModel {
+  std::vector<SClass> classes;
+  std::vector<SClass> links;
+  std::vector<SBehavior> behaviors;
+};
+
+std::shared_ptr<CMetaDictionary2024> MakeMetamodel(const SModel& model);
 
 }  // namespace test

@@ -12,7 +12,7 @@ using metareview::Value;
 using test::FindingAt;
 using test::Property;
 using test::Review;
-using test::SMetamodel;
+using test::SModel;
 using test::SProperty;
 using testing::ElementsAre;
 
@@ -24,8 +24,8 @@ SProperty Shown(const std::string& name, const std::string& displayName, const s
 }
 
 TEST(FindingMembersTest, TheDisplayNameIsOfTheThingThatThePathLeadsThroughLastOnTheClientsSide) {
-  const SMetamodel client = {{{"Part", {}, {Shown("Code", "Nummer")}, "Teil", 1, "T_1"}}, {}, {}};
-  const SMetamodel original = {
+  const SModel client = {{{"Part", {}, {Shown("Code", "Nummer")}, "Teil", 1, "T_1"}}, {}, {}};
+  const SModel original = {
       {{"Part", {}, {Shown("Code", "Number"), Shown("Name", "Name it")}, "Piece", 2, "T_1"}}, {}, {}};
   const auto review = Review(client, original);
   EXPECT_EQ(FindingAt(review, "class/Part/class_id").displayName, "Teil");
@@ -34,22 +34,22 @@ TEST(FindingMembersTest, TheDisplayNameIsOfTheThingThatThePathLeadsThroughLastOn
 }
 
 TEST(FindingMembersTest, AnEmptyDisplayNameIsEmpty) {
-  const SMetamodel client = {{{"Part", {}, {Shown("Code", "")}, "", 1, "T_1"}}, {}, {}};
-  const SMetamodel original = {{{"Part", {}, {Shown("Code", "Number")}, "Piece", 1, "T_1"}}, {}, {}};
+  const SModel client = {{{"Part", {}, {Shown("Code", "")}, "", 1, "T_1"}}, {}, {}};
+  const SModel original = {{{"Part", {}, {Shown("Code", "Number")}, "Piece", 1, "T_1"}}, {}, {}};
   const auto review = Review(client, original);
   EXPECT_EQ(FindingAt(review, "class/Part/display_name").displayName, "");
   EXPECT_EQ(FindingAt(review, "class/Part/property/Code/display_name").displayName, "");
 }
 
 TEST(FindingMembersTest, AListedBehaviorHasNoDisplayName) {
-  const SMetamodel behaviors = {{{"Part", {"Locked"}, {}}}, {}, {{"Locked", {}, {}, "Shown"}}};
-  const SMetamodel none = {{{"Part", {}, {}}}, {}, {{"Locked", {}, {}, "Shown"}}};
+  const SModel behaviors = {{{"Part", {"Locked"}, {}}}, {}, {{"Locked", {}, {}, "Shown"}}};
+  const SModel none = {{{"Part", {}, {}}}, {}, {{"Locked", {}, {}, "Shown"}}};
   EXPECT_EQ(FindingAt(Review(behaviors, none), "class/Part/behavior/Locked").displayName, std::nullopt);
 }
 
 TEST(FindingMembersTest, TheTypeIsOfThePropertyOnTheClientsSide) {
-  const SMetamodel client = {{{"Part", {}, {Shown("Code", "", "lookup"), Shown("Own", "", "")}, "here"}}, {}, {}};
-  const SMetamodel original = {{{"Part", {}, {Shown("Code", "", "date"), Shown("New", "", "money")}, "there"}}, {}, {}};
+  const SModel client = {{{"Part", {}, {Shown("Code", "", "lookup"), Shown("Own", "", "")}, "here"}}, {}, {}};
+  const SModel original = {{{"Part", {}, {Shown("Code", "", "date"), Shown("New", "", "money")}, "there"}}, {}, {}};
   const auto review = Review(client, original);
   EXPECT_EQ(FindingAt(review, "class/Part/property/Code/type").type, "lookup");
   EXPECT_EQ(FindingAt(review, "class/Part/property/Own").type, "");

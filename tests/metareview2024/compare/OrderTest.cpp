@@ -10,7 +10,7 @@ using test::Property;
 using test::Review;
 using test::SBehavior;
 using test::SClass;
-using test::SMetamodel;
+using test::SModel;
 using test::SProperty;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -22,7 +22,7 @@ SProperty With(const std::string& name, const std::string& displayName) {
   return property;
 }
 
-std::vector<std::string> PathsOf(const SMetamodel& client, const SMetamodel& original) {
+std::vector<std::string> PathsOf(const SModel& client, const SModel& original) {
   std::vector<std::string> paths;
   for (const metareview::SFinding& finding : Review(client, original).findings) {
     paths.push_back(finding.path);
@@ -31,22 +31,21 @@ std::vector<std::string> PathsOf(const SMetamodel& client, const SMetamodel& ori
 }
 
 TEST(FindingOrderTest, KindsAreClassesLinksBehaviors) {
-  const SMetamodel client = {{{"C", {}, {}}}, {{"L", {}, {}}}, {{"B", {}, {}}}};
+  const SModel client = {{{"C", {}, {}}}, {{"L", {}, {}}}, {{"B", {}, {}}}};
   EXPECT_THAT(PathsOf(client, {}), ElementsAre("class/C", "link/L", "behavior/B"));
   EXPECT_THAT(PathsOf({}, client), ElementsAre("class/C", "link/L", "behavior/B"));
 }
 
 TEST(FindingOrderTest, ElementsAreInTheClientsOrderThenInTheOriginals) {
-  const SMetamodel client = {{{"Z", {}, {}}, {"Both", {}, {}, "here"}, {"A", {}, {}}}, {}, {}};
-  const SMetamodel original = {{{"Y", {}, {}}, {"B", {}, {}}, {"Both", {}, {}, "there"}}, {}, {}};
+  const SModel client = {{{"Z", {}, {}}, {"Both", {}, {}, "here"}, {"A", {}, {}}}, {}, {}};
+  const SModel original = {{{"Y", {}, {}}, {"B", {}, {}}, {"Both", {}, {}, "there"}}, {}, {}};
   EXPECT_THAT(PathsOf(client, original),
               ElementsAre("class/Z", "class/Both/display_name", "class/A", "class/Y", "class/B"));
 }
 
 TEST(FindingOrderTest, InAClassAttributesComeFirstThenBehaviorsThenProperties) {
-  const SMetamodel client = {
-      {{"part", {"Z", "Both", "A"}, {Property("Q"), With("P", "here")}, "here", 1, "T_1"}}, {}, {}};
-  const SMetamodel original = {
+  const SModel client = {{{"part", {"Z", "Both", "A"}, {Property("Q"), With("P", "here")}, "here", 1, "T_1"}}, {}, {}};
+  const SModel original = {
       {{"Part", {"y", "both", "b"}, {With("P", "there"), Property("R"), Property("O")}, "there", 2, "T_2"}}, {}, {}};
   EXPECT_THAT(PathsOf(client, original),
               ElementsAre("class/part/internal_name", "class/part/display_name", "class/part/class_id",
@@ -56,8 +55,8 @@ TEST(FindingOrderTest, InAClassAttributesComeFirstThenBehaviorsThenProperties) {
 }
 
 TEST(FindingOrderTest, InABehaviorAttributesComeFirstThenMethodsThenProperties) {
-  const SMetamodel client = {{}, {}, {{"locked", {"Z", "both", "A"}, {Property("Q")}, "here"}}};
-  const SMetamodel original = {{}, {}, {{"Locked", {"y", "Both"}, {Property("R")}, "there"}}};
+  const SModel client = {{}, {}, {{"locked", {"Z", "both", "A"}, {Property("Q")}, "here"}}};
+  const SModel original = {{}, {}, {{"Locked", {"y", "Both"}, {Property("R")}, "there"}}};
   EXPECT_THAT(PathsOf(client, original),
               ElementsAre("behavior/locked/internal_name", "behavior/locked/display_name", "behavior/locked/method/Z",
                           "behavior/locked/method/both/internal_name", "behavior/locked/method/both/display_name",
@@ -66,9 +65,8 @@ TEST(FindingOrderTest, InABehaviorAttributesComeFirstThenMethodsThenProperties) 
 }
 
 TEST(FindingOrderTest, AttributesOfAPropertyAreInTheirOrder) {
-  const SMetamodel client = {{{"Part", {}, {{"code", "here", "F_1", "string", 1, "d1", 1, "8", "2", "User"}}}}, {}, {}};
-  const SMetamodel original = {
-      {{"Part", {}, {{"Code", "there", "F_2", "text", 2, "d2", 2, "9", "1", "Group"}}}}, {}, {}};
+  const SModel client = {{{"Part", {}, {{"code", "here", "F_1", "string", 1, "d1", 1, "8", "2", "User"}}}}, {}, {}};
+  const SModel original = {{{"Part", {}, {{"Code", "there", "F_2", "text", 2, "d2", 2, "9", "1", "Group"}}}}, {}, {}};
   EXPECT_THAT(PathsOf(client, original),
               ElementsAre("class/Part/property/code/internal_name", "class/Part/property/code/display_name",
                           "class/Part/property/code/field", "class/Part/property/code/type",
@@ -78,21 +76,21 @@ TEST(FindingOrderTest, AttributesOfAPropertyAreInTheirOrder) {
 }
 
 TEST(FindingOrderTest, TheOrderOfListsIsNoDifference) {
-  const SMetamodel client = {
+  const SModel client = {
       {{"A", {"X", "Y"}, {Property("P"), Property("Q"), Property("R")}}, {"B", {}, {}}}, {}, {{"L", {"M", "N"}, {}}}};
-  const SMetamodel original = {
+  const SModel original = {
       {{"B", {}, {}}, {"A", {"Y", "X"}, {Property("R"), Property("P"), Property("Q")}}}, {}, {{"L", {"N", "M"}, {}}}};
   EXPECT_THAT(Judgements(Review(client, original)), IsEmpty());
 }
 
 TEST(ListedBehaviorTest, ListsCountAsSetsOfNamesWhateverTheirSpelling) {
-  const SMetamodel client = {{{"Part", {"Locked", "LOCKED", "Signed"}, {}}}, {}, {}};
-  const SMetamodel original = {{{"Part", {"signed", "locked", "Signed", "SIGNED"}, {}}}, {}, {}};
+  const SModel client = {{{"Part", {"Locked", "LOCKED", "Signed"}, {}}}, {}, {}};
+  const SModel original = {{{"Part", {"signed", "locked", "Signed", "SIGNED"}, {}}}, {}, {}};
   EXPECT_THAT(Judgements(Review(client, original)), IsEmpty());
 }
 
 TEST(ListedBehaviorTest, ARepeatedNameIsOneFindingWhereAndAsItFirstOccurs) {
-  const SMetamodel client = {{{"Part", {"one", "Two", "ONE", "two"}, {}}}, {}, {}};
+  const SModel client = {{{"Part", {"one", "Two", "ONE", "two"}, {}}}, {}, {}};
   EXPECT_THAT(PathsOf(client, {{{"Part", {}, {}}}, {}, {}}),
               ElementsAre("class/Part/behavior/one", "class/Part/behavior/Two"));
   EXPECT_THAT(PathsOf({{{"Part", {}, {}}}, {}, {}}, client),
@@ -100,22 +98,22 @@ TEST(ListedBehaviorTest, ARepeatedNameIsOneFindingWhereAndAsItFirstOccurs) {
 }
 
 TEST(WholeThingTest, WhatIsInAThingThatOnlyOneSideHasIsNotListed) {
-  const SMetamodel full = {{{"Part", {"Locked"}, {Property("Code")}}}, {}, {{"Locked", {"Lock"}, {Property("By")}}}};
+  const SModel full = {{{"Part", {"Locked"}, {Property("Code")}}}, {}, {{"Locked", {"Lock"}, {Property("By")}}}};
   EXPECT_THAT(PathsOf(full, {}), ElementsAre("class/Part", "behavior/Locked"));
   EXPECT_THAT(PathsOf({}, full), ElementsAre("class/Part", "behavior/Locked"));
 }
 
 TEST(SpellingTest, PathsHaveTheClientsSpellingAndElseTheOriginals) {
-  const SMetamodel client = {{{"PART", {}, {With("CODE", "here")}, "", 1, ""}}, {}, {}};
-  const SMetamodel original = {{{"part", {}, {With("code", "there"), Property("Name")}, "", 1, ""}}, {}, {}};
+  const SModel client = {{{"PART", {}, {With("CODE", "here")}, "", 1, ""}}, {}, {}};
+  const SModel original = {{{"part", {}, {With("code", "there"), Property("Name")}, "", 1, ""}}, {}, {}};
   EXPECT_THAT(PathsOf(client, original),
               ElementsAre("class/PART/internal_name", "class/PART/property/CODE/internal_name",
                           "class/PART/property/CODE/display_name", "class/PART/property/Name"));
 }
 
 TEST(SpellingTest, NamesMatchIgnoringAsciiCaseOnly) {
-  const SMetamodel client = {{{"Größe", {}, {}, "", 1, ""}}, {}, {}};
-  const SMetamodel original = {{{"GRÖßE", {}, {}, "", 2, ""}}, {}, {}};
+  const SModel client = {{{"Größe", {}, {}, "", 1, ""}}, {}, {}};
+  const SModel original = {{{"GRÖßE", {}, {}, "", 2, ""}}, {}, {}};
   EXPECT_THAT(Judgements(Review(client, original)),
               ElementsAre("class/Größe inserted class-inserted", "class/GRÖßE deleted class-deleted"));
 }

@@ -10,10 +10,10 @@ namespace {
 using test::FindingAt;
 using test::Property;
 using test::Review;
-using test::SMetamodel;
+using test::SModel;
 using test::SProperty;
 
-SMetamodel With(const SProperty& property) {
+SModel With(const SProperty& property) {
   return {{{"Part", {}, {property}}}, {{"Near", {}, {property}}}, {{"Locked", {}, {property}}}};
 }
 
@@ -39,8 +39,8 @@ TEST(ReportedTest, ItShowsTypeLengthDefaultPrecisionMaximumAndMinimumOnly) {
 }
 
 TEST(ReportedTest, AttributesOfElementsAndMethodsAreNotShown) {
-  const SMetamodel client = {{{"part", {}, {}, "a", 1, "T_1"}}, {}, {{"locked", {"lock"}, {}, "a"}}};
-  const SMetamodel original = {{{"Part", {}, {}, "b", 2, "T_2"}}, {}, {{"Locked", {"Lock"}, {}, "b"}}};
+  const SModel client = {{{"part", {}, {}, "a", 1, "T_1"}}, {}, {{"locked", {"lock"}, {}, "a"}}};
+  const SModel original = {{{"Part", {}, {}, "b", 2, "T_2"}}, {}, {{"Locked", {"Lock"}, {}, "b"}}};
   const auto review = Review(client, original);
   EXPECT_EQ(review.findings.size(), 8U);
   for (const metareview::SFinding& finding : review.findings) {
@@ -49,8 +49,8 @@ TEST(ReportedTest, AttributesOfElementsAndMethodsAreNotShown) {
 }
 
 TEST(ReportedTest, ListedBehaviorsAreShownOfClassesAndNeverOfLinks) {
-  const SMetamodel client = {{{"Part", {"A"}, {}}}, {{"Near", {"A"}, {}}}, {}};
-  const SMetamodel original = {{{"Part", {"B"}, {}}}, {{"Near", {"B"}, {}}}, {}};
+  const SModel client = {{{"Part", {"A"}, {}}}, {{"Near", {"A"}, {}}}, {}};
+  const SModel original = {{{"Part", {"B"}, {}}}, {{"Near", {"B"}, {}}}, {}};
   const auto review = Review(client, original);
   EXPECT_TRUE(FindingAt(review, "class/Part/behavior/A").reported);
   EXPECT_TRUE(FindingAt(review, "class/Part/behavior/B").reported);
@@ -59,8 +59,8 @@ TEST(ReportedTest, ListedBehaviorsAreShownOfClassesAndNeverOfLinks) {
 }
 
 TEST(ReportedTest, MethodsAndPropertiesThatOnlyOneSideHasAreShown) {
-  const SMetamodel client = {{}, {{"Near", {}, {Property("P")}}}, {{"Locked", {"M"}, {Property("P")}}}};
-  const SMetamodel original = {{}, {{"Near", {}, {Property("Q")}}}, {{"Locked", {"N"}, {Property("Q")}}}};
+  const SModel client = {{}, {{"Near", {}, {Property("P")}}}, {{"Locked", {"M"}, {Property("P")}}}};
+  const SModel original = {{}, {{"Near", {}, {Property("Q")}}}, {{"Locked", {"N"}, {Property("Q")}}}};
   const auto review = Review(client, original);
   EXPECT_EQ(review.findings.size(), 6U);
   for (const metareview::SFinding& finding : review.findings) {
@@ -69,13 +69,13 @@ TEST(ReportedTest, MethodsAndPropertiesThatOnlyOneSideHasAreShown) {
 }
 
 /// Whether the report shows the inserted class beside the other difference between the two.
-bool IsOwnShownBeside(SMetamodel client, const SMetamodel& original) {
+bool IsOwnShownBeside(SModel client, const SModel& original) {
   client.classes.insert(client.classes.begin(), {"Own", {}, {}});
   return FindingAt(Review(client, original), "class/Own").reported;
 }
 
 TEST(ReportedTest, AnInsertedElementIsShownBesideWhatElseIsShownOfItsKind) {
-  const SMetamodel part = {{{"Part", {}, {}}}, {}, {}};
+  const SModel part = {{{"Part", {}, {}}}, {}, {}};
   EXPECT_FALSE(IsOwnShownBeside(part, part));
   EXPECT_TRUE(IsOwnShownBeside({}, part));
   EXPECT_TRUE(IsOwnShownBeside({{{"Part", {}, {Property("P")}}}, {}, {}}, part));
@@ -87,7 +87,7 @@ TEST(ReportedTest, AnInsertedElementIsShownBesideWhatElseIsShownOfItsKind) {
 }
 
 TEST(ReportedTest, AnInsertedLinkIsNotShownBesideListedBehaviorsOfLinks) {
-  const SMetamodel client = {{}, {{"Near", {"A"}, {}}, {"Own", {}, {}}}, {}};
+  const SModel client = {{}, {{"Near", {"A"}, {}}, {"Own", {}, {}}}, {}};
   EXPECT_FALSE(FindingAt(Review(client, {{}, {{"Near", {}, {}}}, {}}), "link/Own").reported);
 }
 

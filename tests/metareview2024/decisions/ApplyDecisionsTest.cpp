@@ -15,7 +15,7 @@ using metareview::SReview;
 using metareview::Value;
 using test::FindingAt;
 using test::Property;
-using test::SMetamodel;
+using test::SModel;
 using test::SProperty;
 using testing::ElementsAre;
 using testing::IsEmpty;

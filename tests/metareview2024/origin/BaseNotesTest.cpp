@@ -8,13 +8,13 @@ namespace {
 using metareview::ENote;
 using test::Property;
 using test::Review;
-using test::SMetamodel;
+using test::SModel;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
 /// A class with this many properties, the first of them with another length.
-SMetamodel Changed(std::size_t properties, std::size_t changed, std::uint32_t length = 64) {
-  SMetamodel model = {{{"Part", {}, {}}}, {}, {}};
+SModel Changed(std::size_t properties, std::size_t changed, std::uint32_t length = 64) {
+  SModel model = {{{"Part", {}, {}}}, {}, {}};
   for (std::size_t i = 0; i < properties; ++i) {
     model.classes[0].properties.push_back(Property("P" + std::to_string(i)));
     if (i < changed) {
@@ -46,7 +46,7 @@ TEST(BaseNotesTest, ABaseThatEqualsBothIsNotedTwice) {
 }
 
 TEST(BaseNotesTest, OtherSpellingsAreNotEqual) {
-  SMetamodel base = Changed(1, 0);
+  SModel base = Changed(1, 0);
   base.classes[0].internalName = "PART";
   EXPECT_THAT(Review(Changed(1, 0), Changed(1, 1), base).notes, IsEmpty());
 }
@@ -68,20 +68,20 @@ TEST(BaseNotesTest, NineteenVendorChangesAreNotEnough) {
 
 TEST(BaseNotesTest, OtherChangesOfTheClientDoNotCount) {
   EXPECT_THAT(Review(Changed(20, 20, 65), Changed(20, 20), Changed(20, 0)).notes, IsEmpty());
-  SMetamodel client = Changed(20, 20);
+  SModel client = Changed(20, 20);
   client.classes.push_back({"Own", {}, {}});
   EXPECT_THAT(Review(client, Changed(20, 20), Changed(20, 0)).notes, ElementsAre(ENote::kClientHasVendorChanges));
 }
 
 TEST(BaseNotesTest, AddedAndRemovedThingsAreVendorChangesToo) {
-  SMetamodel base = {{{"Part", {}, {}}}, {}, {}};
-  SMetamodel original = base;
+  SModel base = {{{"Part", {}, {}}}, {}, {}};
+  SModel original = base;
   for (int i = 0; i < 10; ++i) {
     base.classes[0].properties.push_back(Property("Old" + std::to_string(i)));
     original.classes[0].properties.push_back(Property("New" + std::to_string(i)));
   }
   EXPECT_THAT(Review(original, original, base).notes, ElementsAre(ENote::kClientHasVendorChanges));
-  SMetamodel client = original;
+  SModel client = original;
   client.classes[0].properties[0].length = 1;
   client.classes[0].properties.push_back(Property("Old0"));
   EXPECT_THAT(Review(client, original, base).notes, IsEmpty());

@@ -11,16 +11,16 @@ using test::Property;
 using test::Review;
 using test::SBehavior;
 using test::SClass;
-using test::SMetamodel;
+using test::SModel;
 using test::SProperty;
 
-SMetamodel Length(std::uint32_t length) {
+SModel Length(std::uint32_t length) {
   SProperty property = Property("Code");
   property.length = length;
   return {{{"Part", {}, {property}}}, {}, {}};
 }
 
-metareview::SFinding LengthFinding(const SMetamodel& base) {
+metareview::SFinding LengthFinding(const SModel& base) {
   return FindingAt(Review(Length(48), Length(32), base), "class/Part/property/Code/length");
 }
 
@@ -49,7 +49,7 @@ TEST(OriginTest, AChangeIsAConflictWhereTheBaseHasAThirdValue) {
 }
 
 TEST(OriginTest, AChangeIsAConflictWithoutAValueWhereTheBaseHasNoSuchThing) {
-  for (const SMetamodel& base : {SMetamodel{}, SMetamodel{{{"Part", {}, {}}}, {}, {}}}) {
+  for (const SModel& base : {SModel{}, SModel{{{"Part", {}, {}}}, {}, {}}}) {
     const metareview::SFinding finding = LengthFinding(base);
     EXPECT_EQ(finding.origin, EOrigin::kBoth);
     EXPECT_EQ(finding.base, std::nullopt);
@@ -57,7 +57,7 @@ TEST(OriginTest, AChangeIsAConflictWithoutAValueWhereTheBaseHasNoSuchThing) {
 }
 
 TEST(OriginTest, TheBasesThingsAreFoundWhateverTheirSpelling) {
-  SMetamodel base = Length(32);
+  SModel base = Length(32);
   base.classes[0].internalName = "PART";
   base.classes[0].properties[0].internalName = "CODE";
   EXPECT_EQ(LengthFinding(base).origin, EOrigin::kCustomer);
@@ -69,7 +69,7 @@ EOrigin LimitOrigin(Limit limit, const std::string& base, const std::string& ori
   const auto model = [limit](const std::string& value) {
     SProperty property = Property("Code");
     property.*limit = value;
-    return SMetamodel{{{"Part", {}, {property}}}, {}, {}};
+    return SModel{{{"Part", {}, {property}}}, {}, {}};
   };
   return Review(model(client), model(original), model(base)).findings.at(0).origin;
 }
@@ -147,8 +147,8 @@ TEST(ContentTest, NumbersInContentAreComparedExactly) {
 }
 
 TEST(ContentTest, APartThatOnlyOneSideHasIsComparedWithTheBasesPart) {
-  const SMetamodel none = {{{"Part", {}, {}}}, {}, {}};
-  const SMetamodel with = {{{"Part", {}, {Property("P")}}}, {}, {}};
+  const SModel none = {{{"Part", {}, {}}}, {}, {}};
+  const SModel with = {{{"Part", {}, {Property("P")}}}, {}, {}};
   EXPECT_EQ(Review(with, none, none).findings.at(0).origin, EOrigin::kCustomer);
   EXPECT_EQ(Review(with, none, {}).findings.at(0).origin, EOrigin::kCustomer);
   EXPECT_EQ(Review(with, none, with).findings.at(0).origin, EOrigin::kVendor);

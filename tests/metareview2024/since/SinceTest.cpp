@@ -10,12 +10,12 @@ using metareview::SReview;
 using test::FindingAt;
 using test::Property;
 using test::Review;
-using test::SMetamodel;
+using test::SModel;
 using test::SProperty;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-SMetamodel Length(std::uint32_t length, const std::string& name = "Code") {
+SModel Length(std::uint32_t length, const std::string& name = "Code") {
   SProperty property = Property(name);
   property.length = length;
   return {{{"Part", {}, {property}, "Part"}}, {}, {}};
@@ -44,8 +44,8 @@ TEST(SinceTest, AFindingIsChangedWhereTheEarlierOneHasAnotherValue) {
 }
 
 TEST(SinceTest, WhatWasInsertedOrDeletedHasNoValuesAndIsKnown) {
-  const SMetamodel own = {{{"Own", {}, {}, "here"}}, {}, {}};
-  const SMetamodel shipped = {{{"New", {}, {}, "there"}}, {}, {}};
+  const SModel own = {{{"Own", {}, {}, "here"}}, {}, {}};
+  const SModel shipped = {{{"New", {}, {}, "there"}}, {}, {}};
   const SReview earlier = Review({{{"OWN", {}, {}, "other", 5}}, {}, {}}, shipped);
   SReview now = Review(own, shipped);
   CompareWithEarlier(earlier, now);
@@ -54,7 +54,7 @@ TEST(SinceTest, WhatWasInsertedOrDeletedHasNoValuesAndIsKnown) {
 }
 
 TEST(SinceTest, TheSamePathWithAnotherChangeIsNew) {
-  const SMetamodel part = {{{"Part", {}, {}}}, {}, {}};
+  const SModel part = {{{"Part", {}, {}}}, {}, {}};
   SReview now = Review(part, {});
   CompareWithEarlier(Review({}, part), now);
   EXPECT_EQ(FindingAt(now, "class/Part").since, ESince::kNew);
