@@ -8,9 +8,8 @@
 #include <vector>
 
 #include "kvxsptexception/ErrorCodes.h"
+#include "upgrademeta2024/storage/database/DatabaseDialect.h"
 #include "upgrademeta2024/storage/database/DatabaseValue.h"
-
-struct SDatabaseDialect;
 
 namespace metadb {
 
@@ -40,7 +39,6 @@ class CDatabase {
 
   /// The location for messages, without passwords.
   virtual std::string Describe() const = 0;
-  virtual const SDatabaseDialect& Dialect() const = 0;
   /// The files that hold the database; none where a server does.
   virtual std::vector<std::string> GetFiles() const { return {}; }
 
@@ -50,12 +48,15 @@ class CDatabase {
   /// a file that cannot be saved.
   virtual std::unique_ptr<soci::session> OpenForReading() = 0;
   virtual std::unique_ptr<soci::session> OpenForWriting() = 0;
+  /// Looks where the metamodel is, or, if there is none, where it is to be.
+  virtual SDatabaseDialect Dialect(soci::session& session) const = 0;
   /// Ends writing, after the transaction is committed and the session closed. False, with nothing changed, when another
   /// program has made the database meanwhile. Throws CKVXException for a file that cannot be saved.
   virtual bool Publish() { return true; }
 
-  /// Calls `row` for each row of a table in the order of its lists, and throws what it throws. Judges no value.
-  virtual void ReadRows(soci::session& session, const STable& table, const RowHandler& row) const = 0;
+  /// Calls `row` for each row of a table, which `select` asks for, and throws what it throws. Judges no value.
+  virtual void ReadRows(soci::session& session, const STable& table, const std::string& select,
+                        const RowHandler& row) const = 0;
   /// Throws SFailure when rows may be lost, or others be where they belong, because a file is damaged. Looks at the
   /// whole database; takes about as long as reading it.
   virtual void RequireSound(soci::session& /*session*/) const {}

@@ -16,7 +16,6 @@
 #include "upgrademeta2024/storage/MetaMembers.h"
 #include "upgrademeta2024/storage/MetaRules.h"
 #include "upgrademeta2024/storage/database/Database.h"
-#include "upgrademeta2024/storage/database/DatabaseDialect.h"
 #include "upgrademeta2024/storage/database/DatabaseRows.h"
 #include "upgrademeta2024/storage/database/DatabaseSchema.h"
 
@@ -71,11 +70,15 @@ void RequireUnique(const CMetaPropertyTable2024& properties, const STable& table
 class CReader {
  public:
   CReader(soci::session& session, const CDatabase& database, std::string& activity, CLoadProgress& progress)
-      : session_(session), database_(database), activity_(activity), progress_(progress) {}
+      : session_(session),
+        database_(database),
+        dialect_(database.Dialect(session)),
+        activity_(activity),
+        progress_(progress) {}
 
   std::shared_ptr<CMetaDictionary2024> Read() {
     RequireTables();
-    for (const std::string& statement : database_.Dialect().beginReading) {
+    for (const std::string& statement : dialect_.beginReading) {
       session_ << statement;
     }
     activity_ = "the metamodel cannot be read";
@@ -99,18 +102,14 @@ class CReader {
 
  private:
   void RequireTables() {
-    const std::vector<std::string> missing = MissingTables(session_, database_.Dialect());
+    const std::vector<std::string> missing = MissingTables(session_, dialect_);
     if (missing.empty()) {
       return;
     }
     if (missing.size() == TableNames().size()) {
       throw SContentError{"the database holds no metamodel; store one in it"};
     }
-    std::string names;
-    for (const std::string& table : missing) {
-      names += (names.empty() ? "" : ", ") + table;
-    }
-    throw SContentError{"the metamodel is incomplete: missing " + names + "; store it anew"};
+    throw SContentError{"the metamodel is incomplete: missing " + Join(missing) + "; store it anew"};
   }
 
   /// Whether the database keeps the numbers of its rows.
@@ -121,8 +120,9 @@ class CReader {
     std::string version;
     soci::indicator hasGeneration = soci::i_null;
     soci::indicator hasVersion = soci::i_null;
-    soci::statement head = (session_.prepare << "SELECT generation, schema_version FROM " << kHeadTable,
-                            soci::into(generation, hasGeneration), soci::into(version, hasVersion));
+    soci::statement head =
+        (session_.prepare << "SELECT generation, schema_version FROM " << dialect_.schema << kHeadTable,
+         soci::into(generation, hasGeneration), soci::into(version, hasVersion));
     head.execute();
     if (!head.fetch()) {
       throw SContentError{table + " has no row: the metamodel was not stored to its end; store it anew"};
@@ -150,7 +150,7 @@ class CReader {
       const std::string column = CountColumn(*table);
       std::string text;
       soci::indicator hasText = soci::i_null;
-      session_ << "SELECT " << column << " FROM " << kHeadTable, soci::into(text, hasText);
+      session_ << "SELECT " << column << " FROM " << dialect_.schema << kHeadTable, soci::into(text, hasText);
       const std::optional<std::uint64_t> count = hasText == soci::i_ok ? ParseNumber(text, kMaxInteger) : std::nullopt;
       if (!count) {
         throw SContentError{"table " + std::string(kHeadTable) + ", row 1: " + column + ": " +
@@ -253,7 +253,7 @@ class CReader {
     BeginTable(table.name);
     CRows rows(table);
     try {
-      database_.ReadRows(session_, table, [&](const std::vector<SValue>& values) {
+      database_.ReadRows(session_, table, SelectStatement(table, dialect_), [&](const std::vector<SValue>& values) {
         rows.Next(values);
         row(rows);
         progress_.SetDone(rowsBefore_ + rows.Count());
@@ -281,6 +281,7 @@ class CReader {
 
   soci::session& session_;
   const CDatabase& database_;
+  const SDatabaseDialect dialect_;
   std::string& activity_;
   CLoadProgress& progress_;
   std::uint64_t rowsBefore_ = 0;
@@ -298,8 +299,9 @@ std::shared_ptr<CMetaDictionary2024> ReadMetamodel(soci::session& session, const
 std::vector<std::string> MissingTables(soci::session& session, const SDatabaseDialect& dialect) {
   std::vector<std::string> missing;
   for (const std::string& table : TableNames()) {
+    const std::string name = dialect.schema + table;
     int count = 0;
-    session << dialect.countTables, soci::use(table, "name"), soci::into(count);
+    session << dialect.countTables, soci::use(name, "name"), soci::into(count);
     if (count == 0) {
       missing.push_back(table);
     }

@@ -63,7 +63,7 @@ std::shared_ptr<CMetaDictionary2024> CDatabaseMetaStorage::Load() {
 bool CDatabaseMetaStorage::Exists() {
   return database_->Exists() && Run(*database_, "cannot be opened", [&] {
            const std::unique_ptr<soci::session> session = database_->OpenForReading();
-           return metadb::HasTables(*session, database_->Dialect());
+           return metadb::HasTables(*session, database_->Dialect(*session));
          });
 }
 
@@ -71,7 +71,7 @@ void CDatabaseMetaStorage::Save(const CMetaDictionary2024& dictionary, EExisting
   const std::string activity = "cannot be stored, what was there is unchanged";
   const bool isWritten = Run(*database_, activity, [&] {
     const std::unique_ptr<soci::session> session = database_->OpenForWriting();
-    return metadb::WriteMetamodel(*session, database_->Dialect(), dictionary, existing);
+    return metadb::WriteMetamodel(*session, database_->Dialect(*session), dictionary, existing);
   });
   if (isWritten && Run(*database_, activity, [&] { return database_->Publish(); })) {
     return;

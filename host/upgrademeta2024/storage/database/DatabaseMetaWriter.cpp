@@ -24,8 +24,8 @@ namespace {
 /// Fills one table. Several rows go into one statement: to a server each statement is one journey there and back.
 class CInserter {
  public:
-  CInserter(soci::session& session, const STable& table)
-      : session_(session), table_(table), full_(session), columns_(AllColumns(table)) {
+  CInserter(soci::session& session, const SDatabaseDialect& dialect, const STable& table)
+      : session_(session), dialect_(dialect), table_(table), full_(session), columns_(AllColumns(table)) {
     values_.resize(kRows * columns_.size());
     Prepare(full_, kRows);
   }
@@ -91,11 +91,12 @@ class CInserter {
     for (std::size_t i = 0; i < rows * columns_.size(); ++i) {
       statement.exchange(soci::use(values_[i]));
     }
-    statement.prepare(InsertStatement(table_, rows));
+    statement.prepare(InsertStatement(table_, rows, dialect_));
     statement.define_and_bind();
   }
 
   soci::session& session_;
+  const SDatabaseDialect& dialect_;
   const STable& table_;
   soci::statement full_;
   std::vector<std::string> columns_;
@@ -107,7 +108,7 @@ class CInserter {
 
 class CWriter {
  public:
-  explicit CWriter(soci::session& session) : session_(session) {}
+  CWriter(soci::session& session, const SDatabaseDialect& dialect) : session_(session), dialect_(dialect) {}
 
   void Write(const CMetaDictionary2024& dictionary) {
     WriteClasses(kClasses, kClassBehaviors, kClassProperties, dictionary.GetClasses());
@@ -117,15 +118,12 @@ class CWriter {
 
   /// The row of the head table, once everything else is written.
   void WriteHead() {
-    std::string columns;
-    for (const std::string& column : HeadColumns()) {
-      columns += (columns.empty() ? "" : ", ") + column;
-    }
     std::string values = std::to_string(CMetaDictionary2024::kGeneration) + ", " + std::to_string(kSchemaVersion);
     for (const STable* table : ListTables()) {
       values += ", " + std::to_string(counts_.at(table));
     }
-    session_ << "INSERT INTO " << kHeadTable << " (" << columns << ") VALUES (" << values << ")";
+    session_ << "INSERT INTO " << dialect_.schema << kHeadTable << " (" << Join(HeadColumns()) << ") VALUES (" << values
+             << ")";
   }
 
  private:
@@ -173,7 +171,7 @@ class CWriter {
   /// Fills a table by calling `add(rows, the element's ordinal, element)` for each element.
   template <typename Element, typename Add>
   void WriteItems(const STable& table, const List<Element>& elements, const Add& add) {
-    CInserter rows(session_, table);
+    CInserter rows(session_, dialect_, table);
     std::size_t ordinal = 0;
     for (const std::shared_ptr<Element>& element : elements) {
       add(rows, ordinal++, *element);
@@ -182,6 +180,7 @@ class CWriter {
   }
 
   soci::session& session_;
+  const SDatabaseDialect& dialect_;
   std::map<const STable*, std::uint64_t> counts_;
 };
 
@@ -199,9 +198,9 @@ bool WriteMetamodel(soci::session& session, const SDatabaseDialect& dialect, con
   if (existing == EExistingMeta::kRefuse && HasTables(session, dialect)) {
     return false;
   }
-  Execute(session, DropStatements());
+  Execute(session, DropStatements(dialect));
   Execute(session, CreateStatements(dialect));
-  CWriter writer(session);
+  CWriter writer(session, dialect);
   writer.Write(dictionary);
   Execute(session, IndexStatements(dialect));
   writer.WriteHead();

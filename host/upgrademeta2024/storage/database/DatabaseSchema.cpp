@@ -33,12 +33,13 @@ std::string ColumnDefinition(const SColumn& column, const SDatabaseDialect& dial
 
 std::string CreateStatement(const STable& table, const SDatabaseDialect& dialect) {
   const std::string integer = dialect.integerType;
-  std::string sql = "CREATE TABLE " + std::string(table.name) + " (\n  ";
+  std::string sql = "CREATE TABLE " + dialect.schema + table.name + " (\n  ";
   if (table.owner == nullptr) {
     sql += "ordinal " + integer + " PRIMARY KEY CHECK (ordinal >= 0)";
   } else {
-    sql += std::string(table.ownerColumn) + " " + integer + " NOT NULL REFERENCES " + table.owner->name +
-           " (ordinal) ON UPDATE CASCADE ON DELETE CASCADE,\n  ordinal " + integer + " NOT NULL CHECK (ordinal >= 0)";
+    sql += std::string(table.ownerColumn) + " " + integer + " NOT NULL REFERENCES " + dialect.schema +
+           table.owner->name + " (ordinal) ON UPDATE CASCADE ON DELETE CASCADE,\n  ordinal " + integer +
+           " NOT NULL CHECK (ordinal >= 0)";
   }
   for (const SColumn& column : table.columns) {
     sql += ",\n  " + ColumnDefinition(column, dialect);
@@ -47,14 +48,6 @@ std::string CreateStatement(const STable& table, const SDatabaseDialect& dialect
     return sql + "\n)";
   }
   return sql + ",\n  PRIMARY KEY (" + table.ownerColumn + ", ordinal)\n)" + dialect.ownedTableOptions;
-}
-
-std::string Join(const std::vector<std::string>& words, const std::string& separator) {
-  std::string text;
-  for (const std::string& word : words) {
-    text += (text.empty() ? "" : separator) + word;
-  }
-  return text;
 }
 
 }  // namespace
@@ -80,10 +73,10 @@ const std::vector<const STable*>& ListTables() {
   return tables;
 }
 
-std::vector<std::string> TableNames() {
-  std::vector<std::string> names = {kHeadTable};
+std::vector<std::string> TableNames(const std::string& schema) {
+  std::vector<std::string> names = {schema + kHeadTable};
   for (const STable* table : ListTables()) {
-    names.emplace_back(table->name);
+    names.push_back(schema + table->name);
   }
   return names;
 }
@@ -115,18 +108,18 @@ std::vector<std::string> AllColumns(const STable& table) {
   return names;
 }
 
-std::vector<std::string> DropStatements() {
+std::vector<std::string> DropStatements(const SDatabaseDialect& dialect) {
   // The head table first: readers lock it before the others, so that neither waits for the other in a circle.
-  std::vector<std::string> statements = {"DROP TABLE IF EXISTS " + std::string(kHeadTable)};
+  std::vector<std::string> statements = {"DROP TABLE IF EXISTS " + dialect.schema + kHeadTable};
   for (auto table = ListTables().rbegin(); table != ListTables().rend(); ++table) {
-    statements.push_back("DROP TABLE IF EXISTS " + std::string((*table)->name));
+    statements.push_back("DROP TABLE IF EXISTS " + dialect.schema + (*table)->name);
   }
   return statements;
 }
 
 std::vector<std::string> CreateStatements(const SDatabaseDialect& dialect) {
   const std::string integer = dialect.integerType;
-  std::string head = "CREATE TABLE " + std::string(kHeadTable) + " (\n  generation " + integer +
+  std::string head = "CREATE TABLE " + dialect.schema + kHeadTable + " (\n  generation " + integer +
                      " PRIMARY KEY CHECK (generation = " + std::to_string(CMetaDictionary2024::kGeneration) +
                      "),\n  schema_version " + integer +
                      " NOT NULL CHECK (schema_version = " + std::to_string(kSchemaVersion) + ")";
@@ -152,7 +145,7 @@ std::vector<std::string> IndexStatements(const SDatabaseDialect& dialect) {
   for (const STable* table : ListTables()) {
     if (table->columns.front().kind == SColumn::kName) {
       std::string statement = "CREATE UNIQUE INDEX ";
-      statement.append(table->name).append("_name ON ").append(table->name).append(" (");
+      statement.append(table->name).append("_name ON ").append(dialect.schema).append(table->name).append(" (");
       if (table->owner != nullptr) {
         statement.append(table->ownerColumn).append(", ");
       }
@@ -163,15 +156,12 @@ std::vector<std::string> IndexStatements(const SDatabaseDialect& dialect) {
   return statements;
 }
 
-std::string SelectStatement(const STable& table) {
-  return "SELECT " + Join(AllColumns(table), ", ") + " FROM " + table.name + OrderClause(table);
+std::string SelectStatement(const STable& table, const SDatabaseDialect& dialect) {
+  return "SELECT " + Join(AllColumns(table)) + " FROM " + dialect.schema + table.name + " ORDER BY " +
+         Join(KeyColumns(table));
 }
 
-std::string OrderClause(const STable& table) {
-  return " ORDER BY " + Join(KeyColumns(table), ", ");
-}
-
-std::string InsertStatement(const STable& table, std::size_t rows) {
+std::string InsertStatement(const STable& table, std::size_t rows, const SDatabaseDialect& dialect) {
   const std::vector<std::string> columns = AllColumns(table);
   std::vector<std::string> tuples;
   for (std::size_t row = 0; row < rows; ++row) {
@@ -179,9 +169,17 @@ std::string InsertStatement(const STable& table, std::size_t rows) {
     for (std::size_t i = 0; i < columns.size(); ++i) {
       parameters.push_back(":v" + std::to_string(row * columns.size() + i));
     }
-    tuples.push_back("(" + Join(parameters, ", ") + ")");
+    tuples.push_back("(" + Join(parameters) + ")");
   }
-  return "INSERT INTO " + std::string(table.name) + " (" + Join(columns, ", ") + ") VALUES " + Join(tuples, ", ");
+  return "INSERT INTO " + dialect.schema + table.name + " (" + Join(columns) + ") VALUES " + Join(tuples);
+}
+
+std::string Join(const std::vector<std::string>& words, const std::string& separator) {
+  std::string text;
+  for (const std::string& word : words) {
+    text += (text.empty() ? "" : separator) + word;
+  }
+  return text;
 }
 
 }  // namespace metadb

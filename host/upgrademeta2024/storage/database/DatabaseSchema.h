@@ -49,8 +49,8 @@ extern const STable kBehaviorProperties;
 
 /// All list tables, each after its owner.
 const std::vector<const STable*>& ListTables();
-/// The names of all tables, the head table first.
-std::vector<std::string> TableNames();
+/// The names of all tables, the head table first, each after what names begin with.
+std::vector<std::string> TableNames(const std::string& schema = "");
 
 /// The head table's columns: first generation and version, then for each list table the number of its rows.
 std::vector<std::string> HeadColumns();
@@ -61,7 +61,7 @@ std::vector<std::string> KeyColumns(const STable& table);
 
 /// What drops every table that there is, what creates all tables, and what gives them their indexes once they are
 /// filled.
-std::vector<std::string> DropStatements();
+std::vector<std::string> DropStatements(const SDatabaseDialect& dialect);
 std::vector<std::string> CreateStatements(const SDatabaseDialect& dialect);
 std::vector<std::string> IndexStatements(const SDatabaseDialect& dialect);
 
@@ -69,10 +69,10 @@ std::vector<std::string> IndexStatements(const SDatabaseDialect& dialect);
 std::vector<std::string> AllColumns(const STable& table);
 
 /// Reads every row in the order of the lists, with AllColumns.
-std::string SelectStatement(const STable& table);
-/// What puts the rows of the table into the order of the lists.
-std::string OrderClause(const STable& table);
+std::string SelectStatement(const STable& table, const SDatabaseDialect& dialect);
 /// Adds `rows` rows, whose values are parameters in the order of SelectStatement.
-std::string InsertStatement(const STable& table, std::size_t rows);
+std::string InsertStatement(const STable& table, std::size_t rows, const SDatabaseDialect& dialect);
+
+std::string Join(const std::vector<std::string>& words, const std::string& separator = ", ");
 
 }  // namespace metadb

@@ -175,7 +175,7 @@ TEST_F(PostgresqlFaultTest, KilledCopyLeavesTheMetamodel) {
   CRunningProcess copy({kUpgradesrv, "metamodel", "copy", "--replace", large, storage_.Location()});
   const std::string inserting =
       "SELECT count(*) FROM pg_stat_activity WHERE pid <> pg_backend_pid() AND query LIKE 'INSERT INTO "
-      "meta_class_properties%'";
+      "%meta_class_properties%'";
   for (int i = 0; i < 20000 && storage_.Query(inserting) == "0"; ++i) {
     std::this_thread::sleep_for(1ms);
   }

@@ -10,7 +10,6 @@
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptexception/KVXException.h"
 #include "kvxsptstring/StringHelper.h"
-#include "upgrademeta2024/storage/database/DatabaseDialect.h"
 #include "upgrademeta2024/storage/database/DatabaseSchema.h"
 #include "upgrademeta2024/storage/database/postgresql/PostgresqlRows.h"
 
@@ -22,33 +21,12 @@ using namespace std::string_literals;
 constexpr const char* kScheme = "postgresql://";
 constexpr const char* kHidden = "***";
 
-std::string LockAllTables() {
-  std::string names;
-  for (const std::string& table : TableNames()) {
-    names += (names.empty() ? "" : ", ") + table;
-  }
-  return "LOCK TABLE " + names + " IN ACCESS SHARE MODE";
-}
-
 constexpr const char* kLockTimeout = "SET LOCAL lock_timeout = '5s'";
 
-// Tables that do not exist yet cannot be locked: two writers could both find none and both create them.
-constexpr const char* kLockSchema =
-    "SELECT pg_advisory_xact_lock(hashtext('upgradesrv metamodel'), hashtext(current_schema()))";
-
-const SDatabaseDialect& PostgresqlDialect() {
-  // The tables are locked before the transaction sees its moment: a metamodel that is replaced meanwhile is seen
-  // either before or after, never as tables that are empty at that moment.
-  static const SDatabaseDialect dialect = {
-      "BIGINT",
-      "lower(internal_name COLLATE \"C\")",
-      "",
-      "SELECT count(to_regclass(:name))",
-      {"BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY", kLockTimeout, LockAllTables()},
-      {"BEGIN", kLockTimeout, kLockSchema},
-  };
-  return dialect;
-}
+// An earlier schema of the search path may have a table of the same name as one of the metamodel's.
+constexpr const char* kSchema =
+    "coalesce((SELECT relnamespace::regnamespace FROM pg_class WHERE oid = to_regclass('metamodel')), "
+    "to_regnamespace(quote_ident(current_schema())))";
 
 bool IsKeywordForm(const std::string& words) {
   const std::size_t begin = words.find_first_not_of(' ');
@@ -167,10 +145,6 @@ CPostgresqlDatabase::CPostgresqlDatabase(const std::string& words) {
 
 CPostgresqlDatabase::~CPostgresqlDatabase() = default;
 
-const SDatabaseDialect& CPostgresqlDatabase::Dialect() const {
-  return PostgresqlDialect();
-}
-
 std::unique_ptr<soci::session> CPostgresqlDatabase::OpenForReading() {
   auto session = std::make_unique<soci::session>(soci::postgresql, connection_);
   PGconn* connection = static_cast<soci::postgresql_session_backend*>(session->get_backend())->conn_;
@@ -187,8 +161,28 @@ std::unique_ptr<soci::session> CPostgresqlDatabase::OpenForWriting() {
   return OpenForReading();
 }
 
-void CPostgresqlDatabase::ReadRows(soci::session& session, const STable& table, const RowHandler& row) const {
-  ReadPostgresqlRows(session, table, row);
+SDatabaseDialect CPostgresqlDatabase::Dialect(soci::session& session) const {
+  std::string schema;
+  soci::indicator hasSchema = soci::i_null;
+  session << "SELECT " << kSchema << "::text || '.'", soci::into(schema, hasSchema);
+  // The tables are locked before the transaction sees its moment: a metamodel that is replaced meanwhile is seen
+  // either before or after, never as tables that are empty at that moment.
+  const std::string lockTables = "LOCK TABLE " + Join(TableNames(schema)) + " IN ACCESS SHARE MODE";
+  // Tables that do not exist yet cannot be locked: two writers could both find none and both create them.
+  const std::string lockSchema =
+      "SELECT pg_advisory_xact_lock(hashtext('upgradesrv metamodel'), hashtext("s + kSchema + "::text))";
+  return {schema,
+          "BIGINT",
+          "lower(internal_name COLLATE \"C\")",
+          "",
+          "SELECT count(to_regclass(:name))",
+          {"BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY", kLockTimeout, lockTables},
+          {"BEGIN", kLockTimeout, lockSchema}};
+}
+
+void CPostgresqlDatabase::ReadRows(soci::session& session, const STable& table, const std::string& select,
+                                   const RowHandler& row) const {
+  ReadPostgresqlRows(session, table, select, row);
 }
 
 std::string CPostgresqlDatabase::OneLine(const std::string& text) const {

@@ -18,11 +18,12 @@ class CPostgresqlDatabase : public CDatabase {
   ~CPostgresqlDatabase() override;
 
   std::string Describe() const override { return description_; }
-  const SDatabaseDialect& Dialect() const override;
   bool Exists() const override { return true; }
   std::unique_ptr<soci::session> OpenForReading() override;
   std::unique_ptr<soci::session> OpenForWriting() override;
-  void ReadRows(soci::session& session, const STable& table, const RowHandler& row) const override;
+  SDatabaseDialect Dialect(soci::session& session) const override;
+  void ReadRows(soci::session& session, const STable& table, const std::string& select,
+                const RowHandler& row) const override;
   SFailure Explain(const soci::soci_error& error) const override;
 
  private:

@@ -14,8 +14,8 @@ constexpr const char* kCloseCursor = "CLOSE meta_rows";
 
 }  // namespace
 
-void ReadPostgresqlRows(soci::session& session, const STable& table, const RowHandler& row) {
-  session << kDeclareCursor + SelectStatement(table);
+void ReadPostgresqlRows(soci::session& session, const STable& table, const std::string& select, const RowHandler& row) {
+  session << kDeclareCursor + select;
   // Everything is fetched as text: a column of another type would otherwise turn what is no number into one.
   std::vector<SValue> values(AllColumns(table).size());
   std::vector<std::string> texts(values.size());

@@ -2,13 +2,15 @@
 
 #include <soci/soci.h>
 
+#include <string>
+
 #include "upgrademeta2024/storage/database/DatabaseSchema.h"
 #include "upgrademeta2024/storage/database/DatabaseValue.h"
 
 namespace metadb {
 
-/// Calls `row` for each row of a table in the order of its lists, with a bounded number of rows in memory. Throws
+/// Calls `row` for each row of a table, which `select` asks for, with a bounded number of rows in memory. Throws
 /// soci::soci_error, and whatever `row` throws.
-void ReadPostgresqlRows(soci::session& session, const STable& table, const RowHandler& row);
+void ReadPostgresqlRows(soci::session& session, const STable& table, const std::string& select, const RowHandler& row);
 
 }  // namespace metadb

@@ -15,7 +15,6 @@
 #include "kvxsptfile/OpeningProblem.h"
 #include "kvxsptfile/TemporaryFile.h"
 #include "kvxsptstring/StringHelper.h"
-#include "upgrademeta2024/storage/database/DatabaseDialect.h"
 #include "upgrademeta2024/storage/database/DatabaseSchema.h"
 #include "upgrademeta2024/storage/database/sqlite/SqliteRows.h"
 
@@ -41,6 +40,7 @@ std::unique_ptr<soci::session> Open(const std::string& path, int flags, const ch
 }
 
 const SDatabaseDialect kDialect = {
+    "",
     "INTEGER",
     "internal_name COLLATE NOCASE",
     " WITHOUT ROWID",
@@ -69,7 +69,7 @@ CSqliteDatabase::CSqliteDatabase(std::string location, const std::string& path)
 
 CSqliteDatabase::~CSqliteDatabase() = default;
 
-const SDatabaseDialect& CSqliteDatabase::Dialect() const {
+SDatabaseDialect CSqliteDatabase::Dialect(soci::session& /*session*/) const {
   return kDialect;
 }
 
@@ -104,8 +104,9 @@ void CSqliteDatabase::RequireWholePages(soci::session& session) const {
   }
 }
 
-void CSqliteDatabase::ReadRows(soci::session& session, const STable& table, const RowHandler& row) const {
-  ReadSqliteRows(session, table, row);
+void CSqliteDatabase::ReadRows(soci::session& session, const STable& table, const std::string& select,
+                               const RowHandler& row) const {
+  ReadSqliteRows(session, table, select, row);
 }
 
 void CSqliteDatabase::RequireSound(soci::session& session) const {

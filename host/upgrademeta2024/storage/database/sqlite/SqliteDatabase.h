@@ -20,13 +20,14 @@ class CSqliteDatabase : public CDatabase {
   ~CSqliteDatabase() override;
 
   std::string Describe() const override { return location_; }
-  const SDatabaseDialect& Dialect() const override;
   std::vector<std::string> GetFiles() const override;
   bool Exists() const override;
   std::unique_ptr<soci::session> OpenForReading() override;
   std::unique_ptr<soci::session> OpenForWriting() override;
+  SDatabaseDialect Dialect(soci::session& session) const override;
   bool Publish() override;
-  void ReadRows(soci::session& session, const STable& table, const RowHandler& row) const override;
+  void ReadRows(soci::session& session, const STable& table, const std::string& select,
+                const RowHandler& row) const override;
   void RequireSound(soci::session& session) const override;
   SFailure Explain(const soci::soci_error& error) const override;
 

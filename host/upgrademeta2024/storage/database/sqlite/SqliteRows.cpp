@@ -51,10 +51,10 @@ void Take(sqlite3_stmt* statement, int column, bool isNumber, SValue& value) {
 
 }  // namespace
 
-void ReadSqliteRows(soci::session& session, const STable& table, const RowHandler& row) {
+void ReadSqliteRows(soci::session& session, const STable& table, const std::string& select, const RowHandler& row) {
   soci::statement statement(session);
   statement.alloc();
-  statement.prepare(SelectStatement(table));
+  statement.prepare(select);
   sqlite3_stmt* const rows = static_cast<soci::sqlite3_statement_backend*>(statement.get_backend())->stmt_;
   const std::size_t keyCount = KeyColumns(table).size();
   std::vector<SValue> values(keyCount + table.columns.size());
