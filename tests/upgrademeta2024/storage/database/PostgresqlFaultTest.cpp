@@ -103,6 +103,29 @@ TEST_F(PostgresqlFaultTest, NoPermission) {
   storage_.Execute({"DROP OWNED BY " + reader, "DROP ROLE " + reader});
 }
 
+TEST_F(PostgresqlFaultTest, RowsThatAPolicyKeepsFromTheUser) {
+  Save();
+  const std::string schema = storage_.Query("SELECT current_schema()::text");
+  const std::string reader = schema + "_reader";
+  storage_.Execute({"CREATE ROLE " + reader + " LOGIN PASSWORD 'geheim'",
+                    "GRANT USAGE ON SCHEMA " + schema + " TO " + reader,
+                    "GRANT SELECT ON ALL TABLES IN SCHEMA " + schema + " TO " + reader});
+  const std::string words = "user=" + reader + " password=geheim";
+  for (const std::string table : {"metamodel", "meta_links", "meta_class_properties"}) {
+    storage_.Execute({"ALTER TABLE " + table + " ENABLE ROW LEVEL SECURITY"});
+    ExpectOneLine(LoadError(words), kvx::kFileError,
+                  "table " + table + " cannot be read: the server would keep rows from this user: ",
+                  "have the user given the right BYPASSRLS, or the table's row-level security lifted");
+    // A policy that shows all rows today may hide some tomorrow.
+    storage_.Execute({"CREATE POLICY all_rows ON " + table + " USING (true)"});
+    EXPECT_THAT(LoadError(words).message, HasSubstr("row-level security policy for table \"" + table + "\""));
+    storage_.Execute({"ALTER TABLE " + table + " DISABLE ROW LEVEL SECURITY"});
+  }
+  storage_.Execute({"ALTER TABLE meta_links ENABLE ROW LEVEL SECURITY", "ALTER ROLE " + reader + " BYPASSRLS"});
+  EXPECT_EQ(Loaded(words), TextOf(*sample_));
+  storage_.Execute({"DROP OWNED BY " + reader, "DROP ROLE " + reader});
+}
+
 TEST_F(PostgresqlFaultTest, TablesOfAnotherOwner) {
   Save();
   const std::string schema = storage_.Query("SELECT current_schema()::text");

@@ -23,6 +23,9 @@ constexpr const char* kHidden = "***";
 
 constexpr const char* kLockTimeout = "SET LOCAL lock_timeout = '5s'";
 
+// Rows that a policy keeps from the user would be missed: the server is to refuse instead.
+constexpr const char* kShowAllRows = "SET LOCAL row_security = off";
+
 // An earlier schema of the search path may have a table of the same name as one of the metamodel's.
 constexpr const char* kSchema =
     "coalesce((SELECT relnamespace::regnamespace FROM pg_class WHERE oid = to_regclass('metamodel')), "
@@ -176,7 +179,7 @@ SDatabaseDialect CPostgresqlDatabase::Dialect(soci::session& session) const {
           "lower(internal_name COLLATE \"C\")",
           "",
           "SELECT count(to_regclass(:name))",
-          {"BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY", kLockTimeout, lockTables},
+          {"BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY", kLockTimeout, kShowAllRows, lockTables},
           {"BEGIN", kLockTimeout, lockSchema}};
 }
 
@@ -229,6 +232,10 @@ SFailure CPostgresqlDatabase::Explain(const soci::soci_error& error) const {
   }
   if (state == "42501" && problem.find("must be owner of") != std::string::npos) {
     return {kvx::kFileError, problem, "run as the owner of the tables"};
+  }
+  if (state == "42501" && problem.find("row-level security") != std::string::npos) {
+    return {kvx::kFileError, "the server would keep rows from this user: " + problem,
+            "have the user given the right BYPASSRLS, or the table's row-level security lifted for the user"};
   }
   if (state == "42501") {
     return {kvx::kFileError, problem, "have the user granted the rights on the schema and its tables"};
