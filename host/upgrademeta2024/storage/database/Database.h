@@ -3,6 +3,7 @@
 #include <soci/soci.h>
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -20,12 +21,19 @@ struct SFailure {
   /// kvx::kFileError or kvx::kMalformedDocument.
   std::uint32_t code;
   std::string problem;
-  std::string wayOut;
+  /// Empty where it depends on what was asked for.
+  std::string wayOut = {};
 };
 
 /// Throws for a database whose file does not hold what was written into it. `finding` says what shows that.
 [[noreturn]] inline void FailDamaged(const std::string& finding) {
   throw SFailure{kvx::kMalformedDocument, "the database is damaged: " + finding, "restore it from a copy"};
+}
+
+inline void Execute(soci::session& session, const std::vector<std::string>& statements) {
+  for (const std::string& statement : statements) {
+    session << statement;
+  }
 }
 
 /// One database, that is what differs between the kinds of databases. Nothing is opened before an operation asks for
@@ -50,6 +58,10 @@ class CDatabase {
   virtual std::unique_ptr<soci::session> OpenForWriting() = 0;
   /// Looks where the metamodel is, or, if there is none, where it is to be.
   virtual SDatabaseDialect Dialect(soci::session& session) const = 0;
+  /// Lets the metamodel's tables be dropped without any change to rows of other tables that refer to theirs. What it
+  /// gives is to be called when the tables are filled anew, before the transaction ends: it throws when it finds a row
+  /// of another table that refers to one which is no longer there.
+  virtual std::function<void()> ReleaseReferences(soci::session& session) const = 0;
   /// Ends writing, after the transaction is committed and the session closed. False, with nothing changed, when another
   /// program has made the database meanwhile. Throws CKVXException for a file that cannot be saved.
   virtual bool Publish() { return true; }

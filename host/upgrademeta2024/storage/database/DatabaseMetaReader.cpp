@@ -78,9 +78,7 @@ class CReader {
 
   std::shared_ptr<CMetaDictionary2024> Read() {
     RequireTables();
-    for (const std::string& statement : dialect_.beginReading) {
-      session_ << statement;
-    }
+    Execute(session_, dialect_.beginReading);
     activity_ = "the metamodel cannot be read";
     if (ReadHead()) {
       ReadCounts();

@@ -16,14 +16,19 @@
 
 namespace {
 
+constexpr const char* kStoreAnew = "store the metamodel anew";
+constexpr const char* kStoreElsewhere = "remove what is in the way, or store the metamodel in another place";
+
 /// Runs an operation on a database and turns its failures into one message. `activity` is what could not be done.
 template <typename Operation>
-auto Run(const metadb::CDatabase& database, const std::string& activity, const Operation& operation) {
+auto Run(const metadb::CDatabase& database, const std::string& activity, const std::string& wayOut,
+         const Operation& operation) {
   const auto fail = [&](std::uint32_t code, const std::string& message) {
     return CKVXException(code, CStringHelper::ToVisible(database.Describe() + ": " + message));
   };
   const auto explain = [&](const metadb::SFailure& failure) {
-    return fail(failure.code, activity + ": " + failure.problem + "; " + failure.wayOut);
+    return fail(failure.code,
+                activity + ": " + failure.problem + "; " + (failure.wayOut.empty() ? wayOut : failure.wayOut));
   };
   try {
     return operation();
@@ -54,14 +59,14 @@ std::string CDatabaseMetaStorage::Describe() const {
 std::shared_ptr<CMetaDictionary2024> CDatabaseMetaStorage::Load() {
   CLoadProgress progress(Describe(), CLoadProgress::kRows);
   std::string activity = "cannot be opened";
-  return Run(*database_, activity, [&] {
+  return Run(*database_, activity, kStoreAnew, [&] {
     const std::unique_ptr<soci::session> session = database_->OpenForReading();
     return metadb::ReadMetamodel(*session, *database_, activity, progress);
   });
 }
 
 bool CDatabaseMetaStorage::Exists() {
-  return database_->Exists() && Run(*database_, "cannot be opened", [&] {
+  return database_->Exists() && Run(*database_, "cannot be opened", kStoreElsewhere, [&] {
            const std::unique_ptr<soci::session> session = database_->OpenForReading();
            return metadb::HasTables(*session, database_->Dialect(*session));
          });
@@ -69,17 +74,17 @@ bool CDatabaseMetaStorage::Exists() {
 
 void CDatabaseMetaStorage::Save(const CMetaDictionary2024& dictionary, EExistingMeta existing) {
   const std::string activity = "cannot be stored, what was there is unchanged";
-  const bool isWritten = Run(*database_, activity, [&] {
+  const bool isWritten = Run(*database_, activity, kStoreElsewhere, [&] {
     const std::unique_ptr<soci::session> session = database_->OpenForWriting();
-    return metadb::WriteMetamodel(*session, database_->Dialect(*session), dictionary, existing);
+    return metadb::WriteMetamodel(*session, *database_, dictionary, existing);
   });
-  if (isWritten && Run(*database_, activity, [&] { return database_->Publish(); })) {
+  if (isWritten && Run(*database_, activity, kStoreElsewhere, [&] { return database_->Publish(); })) {
     return;
   }
   if (existing == EExistingMeta::kRefuse && (!isWritten || Exists())) {
     FailExisting();
   }
-  Run(*database_, activity, []() -> void {
-    throw metadb::SFailure{kvx::kFileError, "another program has created the file meanwhile", "try again"};
+  Run(*database_, activity, "try again", []() -> void {
+    throw metadb::SFailure{kvx::kFileError, "another program has created the file meanwhile"};
   });
 }

@@ -13,7 +13,7 @@
 #include "upgrademeta2024/MetaDictionary2024.h"
 #include "upgrademeta2024/storage/MetaMembers.h"
 #include "upgrademeta2024/storage/MetaStorage.h"
-#include "upgrademeta2024/storage/database/DatabaseDialect.h"
+#include "upgrademeta2024/storage/database/Database.h"
 #include "upgrademeta2024/storage/database/DatabaseMetaReader.h"
 #include "upgrademeta2024/storage/database/DatabaseRows.h"
 #include "upgrademeta2024/storage/database/DatabaseSchema.h"
@@ -184,26 +184,23 @@ class CWriter {
   std::map<const STable*, std::uint64_t> counts_;
 };
 
-void Execute(soci::session& session, const std::vector<std::string>& statements) {
-  for (const std::string& statement : statements) {
-    session << statement;
-  }
-}
-
 }  // namespace
 
-bool WriteMetamodel(soci::session& session, const SDatabaseDialect& dialect, const CMetaDictionary2024& dictionary,
+bool WriteMetamodel(soci::session& session, const CDatabase& database, const CMetaDictionary2024& dictionary,
                     EExistingMeta existing) {
+  const SDatabaseDialect dialect = database.Dialect(session);
   Execute(session, dialect.beginWriting);
   if (existing == EExistingMeta::kRefuse && HasTables(session, dialect)) {
     return false;
   }
+  const std::function<void()> restoreReferences = database.ReleaseReferences(session);
   Execute(session, DropStatements(dialect));
   Execute(session, CreateStatements(dialect));
   CWriter writer(session, dialect);
   writer.Write(dictionary);
   Execute(session, IndexStatements(dialect));
   writer.WriteHead();
+  restoreReferences();
   session << "COMMIT";
   return true;
 }

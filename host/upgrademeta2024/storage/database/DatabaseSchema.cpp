@@ -174,6 +174,10 @@ std::string InsertStatement(const STable& table, std::size_t rows, const SDataba
   return "INSERT INTO " + dialect.schema + table.name + " (" + Join(columns) + ") VALUES " + Join(tuples);
 }
 
+std::string QuotedTableNames() {
+  return "'" + Join(TableNames(), "', '") + "'";
+}
+
 std::string Join(const std::vector<std::string>& words, const std::string& separator) {
   std::string text;
   for (const std::string& word : words) {

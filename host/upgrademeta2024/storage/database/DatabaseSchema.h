@@ -73,6 +73,8 @@ std::string SelectStatement(const STable& table, const SDatabaseDialect& dialect
 /// Adds `rows` rows, whose values are parameters in the order of SelectStatement.
 std::string InsertStatement(const STable& table, std::size_t rows, const SDatabaseDialect& dialect);
 
+/// The names of all tables as a list of SQL texts.
+std::string QuotedTableNames();
 std::string Join(const std::vector<std::string>& words, const std::string& separator = ", ");
 
 }  // namespace metadb

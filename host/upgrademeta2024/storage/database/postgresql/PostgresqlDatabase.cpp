@@ -183,6 +183,27 @@ SDatabaseDialect CPostgresqlDatabase::Dialect(soci::session& session) const {
           {"BEGIN", kLockTimeout, lockSchema}};
 }
 
+std::function<void()> CPostgresqlDatabase::ReleaseReferences(soci::session& session) const {
+  const std::string ours =
+      "IN (SELECT oid FROM pg_class WHERE relnamespace = "s + kSchema + " AND relname IN (" + QuotedTableNames() + "))";
+  const std::string query =
+      "SELECT conrelid::regclass::text, quote_ident(conname), pg_get_constraintdef(oid) FROM pg_constraint WHERE "
+      "contype = 'f' AND conparentid = 0 AND confrelid " +
+      ours + " AND NOT conrelid " + ours;
+  std::vector<std::string> release;
+  std::vector<std::string> restore;
+  for (const soci::row& reference : soci::rowset<soci::row>(session.prepare << query)) {
+    const std::string table = "ALTER TABLE " + reference.get<std::string>(0);
+    const std::string name = " CONSTRAINT " + reference.get<std::string>(1);
+    release.push_back(table + " DROP" + name);
+    restore.push_back(table + " ADD" + name + " " + reference.get<std::string>(2));
+    // Adding it has checked all rows, unless it has never been valid.
+    restore.push_back(table + " VALIDATE" + name);
+  }
+  Execute(session, release);
+  return [&session, restore] { Execute(session, restore); };
+}
+
 void CPostgresqlDatabase::ReadRows(soci::session& session, const STable& table, const std::string& select,
                                    const RowHandler& row) const {
   ReadPostgresqlRows(session, table, select, row);
@@ -240,8 +261,12 @@ SFailure CPostgresqlDatabase::Explain(const soci::soci_error& error) const {
   if (state == "42501") {
     return {kvx::kFileError, problem, "have the user granted the rights on the schema and its tables"};
   }
+  if (state == "23503") {
+    return {kvx::kFileError, "another table refers to a row that would not be there: " + problem,
+            "correct the row of that table first, or store the metamodel in a schema of its own"};
+  }
   if (stateClass == "42") {
-    return {kvx::kMalformedDocument, problem, "store the metamodel anew"};
+    return {kvx::kMalformedDocument, problem};
   }
   return {kvx::kFileError, problem, "see the server's log"};
 }

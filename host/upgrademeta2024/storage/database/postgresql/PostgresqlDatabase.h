@@ -22,6 +22,7 @@ class CPostgresqlDatabase : public CDatabase {
   std::unique_ptr<soci::session> OpenForReading() override;
   std::unique_ptr<soci::session> OpenForWriting() override;
   SDatabaseDialect Dialect(soci::session& session) const override;
+  std::function<void()> ReleaseReferences(soci::session& session) const override;
   void ReadRows(soci::session& session, const STable& table, const std::string& select,
                 const RowHandler& row) const override;
   SFailure Explain(const soci::soci_error& error) const override;

@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <filesystem>
+#include <set>
 #include <system_error>
 #include <utility>
 #include <vector>
@@ -46,13 +47,30 @@ const SDatabaseDialect kDialect = {
     " WITHOUT ROWID",
     "SELECT count(*) FROM sqlite_master WHERE type IN ('table', 'view') AND name = :name COLLATE NOCASE",
     {"PRAGMA query_only = ON", "PRAGMA trusted_schema = OFF", "BEGIN"},
-    {"PRAGMA foreign_keys = ON", "BEGIN IMMEDIATE"},
+    // With foreign keys on, dropping a table first deletes its rows, and with them those of others that refer to them.
+    {"PRAGMA foreign_keys = OFF", "BEGIN IMMEDIATE"},
 };
 
 /// Makes SQLite look at the file: opening alone does not.
 void ReadHeader(soci::session& session) {
   int count = 0;
   session << "SELECT count(*) FROM sqlite_master", soci::into(count);
+}
+
+/// The rows of other tables that refer to rows of the metamodel which are not there, in words for a user. A table
+/// without row numbers gives no means to tell its rows apart.
+std::set<std::string> DanglingReferences(soci::session& session, bool withUnnumbered) {
+  const std::string ours = " COLLATE NOCASE IN (" + QuotedTableNames() + ")";
+  const std::string query =
+      "SELECT 'table ' || other.name || ', row ' || coalesce(fault.rowid, 'without number') || ': ' || (SELECT "
+      "group_concat(\"from\", ', ') FROM pragma_foreign_key_list(other.name) WHERE id = fault.fkid) || ' refers to a "
+      "row that table ' || fault.parent || ' would not have' FROM (SELECT DISTINCT tables.name FROM sqlite_master "
+      "tables, pragma_foreign_key_list(tables.name) reference WHERE tables.type = 'table' AND NOT tables.name" +
+      ours + " AND reference.\"table\"" + ours +
+      ") other, pragma_foreign_key_check(other.name) fault WHERE fault.parent" + ours +
+      (withUnnumbered ? "" : " AND fault.rowid IS NOT NULL");
+  const soci::rowset<std::string> rows = session.prepare << query;
+  return {rows.begin(), rows.end()};
 }
 
 /// SOCI puts the name of its function before what SQLite says.
@@ -71,6 +89,17 @@ CSqliteDatabase::~CSqliteDatabase() = default;
 
 SDatabaseDialect CSqliteDatabase::Dialect(soci::session& /*session*/) const {
   return kDialect;
+}
+
+std::function<void()> CSqliteDatabase::ReleaseReferences(soci::session& session) const {
+  return [&session, before = DanglingReferences(session, false)] {
+    for (const std::string& reference : DanglingReferences(session, true)) {
+      if (before.count(reference) == 0) {
+        throw SFailure{kvx::kFileError, reference,
+                       "correct that row first, or store the metamodel in a database of its own"};
+      }
+    }
+  };
 }
 
 std::vector<std::string> CSqliteDatabase::GetFiles() const {
@@ -184,7 +213,7 @@ SFailure CSqliteDatabase::Explain(const soci::soci_error& error) const {
     case SQLITE_IOERR:
       return {kvx::kFileError, WithoutFunctionName(error.get_error_message()), "check the disk and its free space"};
     default:
-      return {kvx::kMalformedDocument, WithoutFunctionName(error.get_error_message()), "store the metamodel anew"};
+      return {kvx::kMalformedDocument, WithoutFunctionName(error.get_error_message())};
   }
 }
 

@@ -25,6 +25,7 @@ class CSqliteDatabase : public CDatabase {
   std::unique_ptr<soci::session> OpenForReading() override;
   std::unique_ptr<soci::session> OpenForWriting() override;
   SDatabaseDialect Dialect(soci::session& session) const override;
+  std::function<void()> ReleaseReferences(soci::session& session) const override;
   bool Publish() override;
   void ReadRows(soci::session& session, const STable& table, const std::string& select,
                 const RowHandler& row) const override;
