@@ -51,6 +51,16 @@ TEST(NotesTest, OfNotesIsOneLineEachWithoutControlCharacters) {
 
 class OutputTest : public testing::Test {
  protected:
+  /// Runs the executable with standard output to a pipe that its reader has closed.
+  test::SProcessResult RunIntoAbandonedPipe(const std::string& arguments) {
+    const std::string fifo = upgrade_.File("fifo");
+    std::filesystem::remove(fifo);
+    // Opened for both directions first, since opening one alone waits for the other.
+    return test::RunInShell(
+        "mkfifo '" + fifo + "' && exec 4<>'" + fifo + "' 5>'" + fifo + "' 4<&- && exec \"$0\" " + arguments + " >&5",
+        upgrade_.Path());
+  }
+
   test::CUpgradeDirectory upgrade_;
 };
 
@@ -83,13 +93,28 @@ TEST_F(OutputTest, ToAClosedStreamIsTrouble) {
             "standard output cannot be written: Bad file descriptor");
 }
 
-TEST_F(OutputTest, ToAPipeThatNobodyReadsIsTrouble) {
-  // Opened for both directions first, since opening one alone waits for the other.
-  const std::string fifo = upgrade_.File("fifo");
-  EXPECT_EQ(test::TroubleOf(test::RunInShell(
-                "mkfifo '" + fifo + "' && exec 4<>'" + fifo + "' 5>'" + fifo + "' 4<&- && exec \"$0\" run \"$1\" >&5",
-                upgrade_.Path())),
-            "standard output cannot be written: Broken pipe");
+TEST_F(OutputTest, ToAPipeThatNobodyReadsEndsQuietlyWithTheStatusOfTheRun) {
+  const test::SProcessResult run = RunIntoAbandonedPipe("run \"$1\"");
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(run.errors, upgrade_.Notes() + upgrade_.CheckNotes("differences reported"));
+  EXPECT_THAT(upgrade_.Document(), HasSubstr("deleted_classes"));
+
+  const test::SProcessResult help = RunIntoAbandonedPipe("--help");
+  EXPECT_EQ(help.status, 0);
+  EXPECT_EQ(help.errors, "");
+
+  const test::SProcessResult review = RunIntoAbandonedPipe("review \"$1\"");
+  EXPECT_EQ(review.status, 1);
+  EXPECT_EQ(review.errors, "");
+}
+
+TEST_F(OutputTest, ToAPipeThatNobodyReadsDoesNotStopTheChain) {
+  const std::string record = upgrade_.File("record");
+  upgrade_.WriteUpgrade({{"strategies", R"([{"module": "strangers", "class": "CTellsContext"},
+      {"module": "recorder", "class": "C", "parameter": {"name": "next", "record": ")" +
+                                            record + R"("}}])"}});
+  EXPECT_EQ(RunIntoAbandonedPipe("run --module-dir '" UPGRADESRV_TEST_MODULE_DIRECTORY "' \"$1\"").status, 1);
+  EXPECT_THAT(test::ReadFile(record), HasSubstr("invoked next"));
 }
 
 TEST_F(OutputTest, ToAClosedStreamDoesNotEndInAFileOfTheRun) {

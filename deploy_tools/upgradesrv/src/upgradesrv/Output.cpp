@@ -25,7 +25,8 @@ std::string TerminalText(const std::string& text) {
 }
 
 void WriteGuardedOutput(std::string_view text) {
-  if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size() || std::fflush(stdout) != 0) {
+  const bool isWritten = std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;
+  if (!isWritten && errno != EPIPE) {
     throw CTrouble("standard output cannot be written: " + std::string(std::strerror(errno)));
   }
 }
@@ -34,8 +35,16 @@ void WriteOutput(const std::string& text) {
   WriteGuardedOutput(isatty(STDOUT_FILENO) != 0 ? TerminalText(text) : text);
 }
 
+std::string NoteLine(const std::string& text) {
+  return "upgradesrv: " + WithoutPasswords(CStringHelper::ToVisible(text)) + "\n";
+}
+
+std::string ErrorLine(const std::string& text) {
+  return NoteLine("error: " + text);
+}
+
 void WriteNote(const std::string& text) {
-  const std::string line = "upgradesrv: " + WithoutPasswords(CStringHelper::ToVisible(text)) + "\n";
+  const std::string line = NoteLine(text);
   // There is no one left to tell when even this fails.
   static_cast<void>(std::fwrite(line.data(), 1, line.size(), stderr));
 }
