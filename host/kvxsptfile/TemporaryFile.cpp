@@ -80,7 +80,9 @@ void CTemporaryFile::LookAtTarget() {
 }
 
 bool CTemporaryFile::TryCreate() {
+  unfinished_.reset();
   temporary_ = MakeUnfinishedName(target_);
+  unfinished_.emplace(temporary_);
   // What is written in place of a file is nobody else's business before it has that file's permissions.
   const mode_t mode = attributes_ != nullptr ? 0600 : 0666;
   file_ = CFileDescriptor(open(temporary_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode));
@@ -162,6 +164,7 @@ bool CTemporaryFile::CommitNew() {
 }
 
 void CTemporaryFile::EndAs(const std::string& done) {
+  unfinished_.reset();
   temporary_.clear();
   if (!note_.empty()) {
     CFileNotes::Tell(note_);

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "kvxsptfile/FileDescriptor.h"
+#include "kvxsptfile/UnfinishedFile.h"
 #include "kvxsptfile/kvxsptfile_export.h"
 
 namespace kvx {
@@ -60,6 +62,7 @@ class KVXSPTFILE_EXPORT CTemporaryFile {
   std::string path_;
   std::string target_;
   std::string temporary_;
+  std::optional<CUnfinishedFile> unfinished_;
   // The target's; null when there is none.
   std::unique_ptr<CFileAttributes> attributes_;
   std::string note_;

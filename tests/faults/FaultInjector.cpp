@@ -7,6 +7,8 @@
 //     short    (write) only half is written, at least a byte
 //     nothing  (write) nothing is written, without an error
 //     kill     SIGKILL in place of the call
+//     TERM     SIGTERM, or
+//     INT      SIGINT before the call, which then succeeds
 
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -91,6 +93,21 @@ class CCall {
   Function* real_;
 };
 
+/// Whether an effect is a signal, which has been raised and has let this process live.
+bool Raise(const std::string& effect) {
+  struct SSignal {
+    const char* effect;
+    int number;
+  };
+  for (const SSignal& known : {SSignal{"kill", SIGKILL}, SSignal{"TERM", SIGTERM}, SSignal{"INT", SIGINT}}) {
+    if (effect == known.effect) {
+      static_cast<void>(raise(known.number));
+      return true;
+    }
+  }
+  return false;
+}
+
 void Report() {
   static const CCall<int, const char*, int, mode_t> realOpen("open");
   static const CCall<int, int> realClose("close");
@@ -111,10 +128,7 @@ std::string CCall<Result, Arguments...>::Effect() const {
     const int seen = ++*fault.seen;
     if (seen == fault.at || (fault.onwards && seen > fault.at)) {
       Report();
-      if (fault.effect == "kill") {
-        static_cast<void>(raise(SIGKILL));
-      }
-      return fault.effect;
+      return Raise(fault.effect) ? "" : fault.effect;
     }
   }
   return "";

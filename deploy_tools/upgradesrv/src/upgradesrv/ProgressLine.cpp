@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <cstdlib>
 #include <string_view>
@@ -20,6 +21,8 @@ constexpr std::size_t kMostLoads = 16;
 constexpr std::size_t kUsualColumns = 80;
 constexpr std::string_view kErased = "\r\x1B[K";
 
+std::atomic<bool> isShown{false};
+
 bool CanShow() {
   const char* terminal = std::getenv("TERM");
   return isatty(STDERR_FILENO) != 0 && terminal != nullptr && *terminal != '\0' && std::string_view(terminal) != "dumb";
@@ -30,7 +33,7 @@ std::size_t TerminalColumns() {
   return ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col != 0 ? size.ws_col : kUsualColumns;
 }
 
-void WriteToTerminal(const std::string& text) {
+void WriteToTerminal(std::string_view text) {
   // A line that cannot be written is not missed.
   static_cast<void>(write(STDERR_FILENO, text.data(), text.size()) < 0);
 }
@@ -164,14 +167,13 @@ void CProgressLine::Show() {
   for (const CLoadProgress* load : loads_) {
     items.push_back(ProgressItem(*load));
   }
+  isShown = true;
   WriteToTerminal(std::string(kErased) + ProgressText(items, TerminalColumns()));
-  shown_ = true;
 }
 
-void CProgressLine::Erase() {
-  if (shown_) {
-    WriteToTerminal(std::string(kErased));
-    shown_ = false;
+void CProgressLine::Erase() noexcept {
+  if (isShown.exchange(false)) {
+    WriteToTerminal(kErased);
   }
 }
 

@@ -20,17 +20,18 @@ class CProgressLine : private CLoadObserver {
   explicit CProgressLine(bool wanted);
   ~CProgressLine() override;
 
+  /// Erases the line if it is shown. A signal handler may call this, too.
+  static void Erase() noexcept;
+
  private:
   void LoadBegins(const CLoadProgress& load) override;
   void LoadEnds(const CLoadProgress& load) override;
   void Run();
   void Show();
-  void Erase();
 
   std::mutex mutex_;
   std::condition_variable changed_;
   std::vector<const CLoadProgress*> loads_;
-  bool shown_ = false;
   bool ended_ = false;
   std::thread thread_;
 };

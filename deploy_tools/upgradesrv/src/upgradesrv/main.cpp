@@ -5,6 +5,7 @@
 #include <initializer_list>
 
 #include "upgradesrv/CommandLine.h"
+#include "upgradesrv/EndBySignal.h"
 #include "upgradesrv/LastResort.h"
 
 namespace {
@@ -27,6 +28,7 @@ int main(int argumentCount, char** arguments) {
     return upgradesrv::kTrouble;
   }
   upgradesrv::ExitOnTerminate();
+  upgradesrv::EndBySignals();
   // A full disk or a closed pipe is then an error of the write, which is reported, and not the end of the process.
   static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
   static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
