@@ -64,8 +64,8 @@ TEST_P(SaveEndedTest, AtAnyMomentLeavesNothingBeside) {
   // In steps of two milliseconds, until one run is quick enough.
   for (int milliseconds = 1; !before || outcome.process.status == ended_; milliseconds += 2) {
     const std::string seconds = std::to_string(milliseconds / 1000.0);
-    outcome = run_.RunInShell(std::string("exec /usr/bin/timeout --preserve-status -s ") + signal_.name + " " + seconds +
-                              " \"$0\" run \"$1\"");
+    outcome = run_.RunInShell(std::string("exec /usr/bin/timeout --preserve-status -s ") + signal_.name + " " +
+                              seconds + " \"$0\" run \"$1\"");
     SCOPED_TRACE(seconds);
     ExpectWhole(outcome);
     before = before || (outcome.process.status == ended_ && outcome.document == "earlier");

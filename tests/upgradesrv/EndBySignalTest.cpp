@@ -55,9 +55,9 @@ class EndBySignalTest : public testing::TestWithParam<SSignal> {
  protected:
   /// Sends the signal to the tool after half a second.
   static test::SProcessResult EndAfterHalfASecond(const std::string& arguments, const std::string& argument) {
-    return test::RunInShell(std::string("exec /usr/bin/timeout --preserve-status -s ") + GetParam().name +
-                                " 0.5 \"$0\" " + arguments,
-                            argument);
+    return test::RunInShell(
+        std::string("exec /usr/bin/timeout --preserve-status -s ") + GetParam().name + " 0.5 \"$0\" " + arguments,
+        argument);
   }
 
   static void ExpectEnded(const test::SProcessResult& result) {

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <ostream>
 #include <string>
 
@@ -30,6 +31,15 @@ class UpgradeRunTest : public testing::Test {
   test::SProcessResult RunChain(const std::string& strategies) const {
     upgrade_.WriteUpgrade({{"strategies", "[" + strategies + "]"}});
     return upgrade_.RunTestModules();
+  }
+
+  /// Without a sanitizer's own handling of crashes, and without core files.
+  test::SProcessResult Crash(const std::string& className) const {
+    upgrade_.UseStranger(className);
+    return test::RunInShell(
+        "ulimit -c 0; ASAN_OPTIONS=\"$ASAN_OPTIONS:handle_segv=0:handle_abort=0\" exec \"$0\" run "
+        "--module-dir '" UPGRADESRV_TEST_MODULE_DIRECTORY "' \"$1\"",
+        upgrade_.Path());
   }
 
   std::string Recorder(const std::string& name) const {
@@ -95,6 +105,28 @@ TEST_F(UpgradeRunTest, AnythingElseThrownIsTrouble) {
 
 TEST_F(UpgradeRunTest, EndOfTheProcessInAStrategyIsTrouble) {
   EXPECT_EQ(StrangerTrouble("CEndsTheProcess"), "it ended the process (strategy CEndsTheProcess of module strangers)");
+}
+
+TEST_F(UpgradeRunTest, StrategyThatCrashesIsNamedAndTheSignalTakesItsCourse) {
+  struct SCrash {
+    std::string className;
+    std::string signal;
+    int number;
+  };
+  for (const SCrash& crash :
+       {SCrash{"CAborts", "SIGABRT", SIGABRT}, SCrash{"CReadsForbiddenMemory", "SIGSEGV", SIGSEGV},
+        SCrash{"CReadsForbiddenMemoryInAThread", "SIGSEGV", SIGSEGV}, SCrash{"CUsesUpTheStack", "SIGSEGV", SIGSEGV}}) {
+    const test::SProcessResult result = Crash(crash.className);
+    EXPECT_EQ(result.status, 128 + crash.number) << crash.className;
+    EXPECT_EQ(result.output, "");
+    EXPECT_EQ(result.errors, upgrade_.Notes() + "upgradesrv: error: it crashed with " + crash.signal + " (strategy " +
+                                 crash.className + " of module strangers)\n");
+    EXPECT_TRUE(upgrade_.HasEarlierDocument());
+  }
+}
+
+TEST_F(UpgradeRunTest, StrategyThatThrowsWhereNobodyCatchesIsNamed) {
+  EXPECT_EQ(StrangerTrouble("CThrowsInAThread"), "nobody catches this (strategy CThrowsInAThread of module strangers)");
 }
 
 TEST_F(UpgradeRunTest, MessageOfTwoLinesIsShownOnOne) {

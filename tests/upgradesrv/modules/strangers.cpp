@@ -1,11 +1,18 @@
 // Strategies by class name, each with one way to end.
 
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
 #include <cstdlib>
 #include <exception>
 #include <map>
 #include <memory>
 #include <new>
 #include <stdexcept>
+#include <thread>
 
 #include "kvxsptexception/KVXException.h"
 #include "kvxsptjson/JsonObject.h"
@@ -39,7 +46,40 @@ Result Log(int level) {
   return nullptr;
 }
 
+void ReadForbiddenMemory() {
+  void* page = mmap(nullptr, static_cast<std::size_t>(getpagesize()), PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+  static_cast<void>(*static_cast<volatile char*>(page));
+}
+
+/// Answers never, unless `depth` comes to an end.
+std::size_t UseUpTheStack(std::size_t depth) {
+  std::array<volatile char, 1024> room{};
+  room[depth % room.size()] = 1;
+  return depth == 0 ? 0 : UseUpTheStack(depth - 1) + static_cast<std::size_t>(room[0]);
+}
+
+void ThrowUncaught() {
+  throw std::runtime_error("nobody catches this");
+}
+
 const std::map<std::string, Body> bodies = {
+    {"CAborts", [](auto&, auto&, auto&) -> Result { std::abort(); }},
+    {"CReadsForbiddenMemory",
+     [](auto&, auto&, auto&) -> Result {
+       ReadForbiddenMemory();
+       return nullptr;
+     }},
+    {"CReadsForbiddenMemoryInAThread",
+     [](auto&, auto&, auto&) -> Result {
+       std::thread(ReadForbiddenMemory).join();
+       return nullptr;
+     }},
+    {"CUsesUpTheStack", [](auto&, auto&, auto&) -> Result { return Text(std::to_string(UseUpTheStack(SIZE_MAX))); }},
+    {"CThrowsInAThread",
+     [](auto&, auto&, auto&) -> Result {
+       std::thread(ThrowUncaught).join();
+       return nullptr;
+     }},
     {"CThrowsMessage", [](auto&, auto&, auto&) -> Result { throw CKVXException(kCode, "the stranger's message"); }},
     {"CThrowsCode", [](auto&, auto&, auto&) -> Result { throw CKVXException(kCode); }},
     {"CThrowsBadAlloc", [](auto&, auto&, auto&) -> Result { throw std::bad_alloc(); }},

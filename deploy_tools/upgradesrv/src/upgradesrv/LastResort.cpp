@@ -6,6 +6,7 @@
 
 #include "upgradesrv/ExitStatus.h"
 #include "upgradesrv/Output.h"
+#include "upgradesrv/chain/RunningStrategy.h"
 
 namespace upgradesrv {
 namespace {
@@ -13,7 +14,7 @@ namespace {
 void WriteCurrentException() {
   const std::exception_ptr current = std::current_exception();
   if (current == nullptr) {
-    WriteError("unexpected failure");
+    WriteError(CRunningStrategy::Named("unexpected failure"));
     return;
   }
   try {
@@ -21,9 +22,9 @@ void WriteCurrentException() {
   } catch (const std::bad_alloc&) {
     WriteOutOfMemory();
   } catch (const std::exception& error) {
-    WriteError(error.what());
+    WriteError(CRunningStrategy::Named(error.what()));
   } catch (...) {
-    WriteError("unexpected failure");
+    WriteError(CRunningStrategy::Named("unexpected failure"));
   }
 }
 

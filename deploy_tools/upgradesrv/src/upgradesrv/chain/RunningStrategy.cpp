@@ -14,7 +14,7 @@ const std::string* runningStrategy = nullptr;
 
 void RefuseExit() {
   if (runningStrategy != nullptr) {
-    WriteError("it ended the process (" + *runningStrategy + ")");
+    WriteError(CRunningStrategy::Named("it ended the process"));
     std::_Exit(kTrouble);
   }
 }
@@ -28,13 +28,17 @@ void RegisterRefusal() {
 
 }  // namespace
 
-CRunningStrategy::CRunningStrategy(const std::string& name) {
+CRunningStrategy::CRunningStrategy(const std::string& name) : crashLines_(name) {
   RegisterRefusal();
   runningStrategy = &name;
 }
 
 CRunningStrategy::~CRunningStrategy() {
   runningStrategy = nullptr;
+}
+
+std::string CRunningStrategy::Named(const std::string& problem) {
+  return runningStrategy == nullptr ? problem : problem + " (" + *runningStrategy + ")";
 }
 
 }  // namespace upgradesrv
