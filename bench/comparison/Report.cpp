@@ -68,6 +68,19 @@ void PrintTable(const std::vector<SCaseResult>& cases, const std::string& measur
   }
 }
 
+void PrintRatios(const std::vector<SCaseResult>& cases, const std::string& program, const std::string& measure) {
+  for (const SCaseResult& each : cases) {
+    const SResult* const result = Find(each, program);
+    const SResult* const other = Find(each, measure);
+    if (result != nullptr && other != nullptr) {
+      std::printf("- %s, %s against %s: %.2f times the wall time, %.2f times the CPU time, %.2f times the memory\n",
+                  CaseName(each).c_str(), program.c_str(), measure.c_str(),
+                  PairedRatio(*result, *other, &SUsage::wallSeconds), PairedRatio(*result, *other, &SUsage::cpuSeconds),
+                  PairedRatio(*result, *other, &SUsage::peakMebibytes));
+    }
+  }
+}
+
 void PrintGrowth(const std::vector<SCaseResult>& cases) {
   for (std::size_t i = 0; i < cases.size(); ++i) {
     for (std::size_t j = 0; j < i; ++j) {

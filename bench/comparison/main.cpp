@@ -24,6 +24,9 @@ struct SOptions {
   bool storagesOnly = false;
 };
 
+constexpr const char* kRun = "upgradesrv run";
+constexpr const char* kReview = "upgradesrv review";
+constexpr const char* kReviewOfThree = "upgradesrv review, with a base";
 constexpr const char* kPeers[] = {"jsondiffpatch", "microdiff", "fast-json-patch"};
 
 class CComparison {
@@ -39,7 +42,13 @@ class CComparison {
 
     std::vector<bench::SContestant> contestants;
     contestants.push_back({"floor", {options_.floor, original, client}});
-    contestants.push_back({"upgradesrv run", {options_.tool, "run", directory}, status});
+    contestants.push_back({kRun, {options_.tool, "run", directory}, status});
+    const std::vector<std::string> review = {options_.tool, "review", "-o", "json", directory};
+    contestants.push_back({kReview, review, status});
+    // The original once more: what a base takes does not depend on what is in it.
+    std::vector<std::string> reviewOfThree = review;
+    reviewOfThree.insert(reviewOfThree.end(), {"--base", original});
+    contestants.push_back({kReviewOfThree, reviewOfThree, status});
     if (const std::string originalDb = ToDatabase(original), clientDb = ToDatabase(client); hasDatabases_) {
       bench::CDataCache::WriteOut();
       contestants.push_back({"upgradesrv run, from SQLite",
@@ -79,6 +88,9 @@ class CComparison {
     std::puts("");
     bench::PrintTable(cases_, "floor");
     std::puts("");
+    for (const char* const review : {kReview, kReviewOfThree}) {
+      bench::PrintRatios(cases_, review, kRun);
+    }
     bench::PrintGrowth(cases_);
     PrintExample();
   }

@@ -1,6 +1,8 @@
 #include "generator/UpgradeDirectory.h"
 
+#include <fstream>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <utility>
 
@@ -12,6 +14,22 @@ namespace bench {
 namespace {
 
 using Path = std::filesystem::path;
+
+/// The example's without a base: a review of the two metamodels is measured by a run, which reads no more.
+constexpr const char* kConfiguration = R"({
+  "lang": "en",
+  "version": "2024",
+  "original_metamodel": "2024/metamodel.json",
+  "client_metamodel": "installation.json",
+  "strategies": [
+    {
+      "module": "checkmeta2024",
+      "class": "CCheckMetaStrategy2024",
+      "parameter": { "execute_elements": ["class", "link", "behavior"] }
+    }
+  ]
+}
+)";
 
 CMetaPropertyTable2024 Properties(const SElement& element) {
   CMetaPropertyTable2024 table;
@@ -73,7 +91,10 @@ void CopyFromExample(const Path& name, const Path& directory) {
 }  // namespace
 
 void WriteUpgradeDirectory(const SSize& size, const SVariant& variant, std::uint32_t seed, const Path& directory) {
-  CopyFromExample("upgrade.json", directory);
+  std::filesystem::create_directories(directory);
+  if (!(std::ofstream(directory / "upgrade.json") << kConfiguration).flush()) {
+    throw std::runtime_error((directory / "upgrade.json").string() + ": cannot be written");
+  }
   CopyFromExample("multilanguage/strings/info.json", directory);
   std::filesystem::create_directories(directory / "2024");
   WriteDocument(directory / "2024" / "metamodel.json",

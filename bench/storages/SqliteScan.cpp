@@ -17,7 +17,7 @@ struct STable {
 };
 
 constexpr STable kTables[] = {
-    {"metamodel", "generation", "nn"},
+    {"metamodel", "generation", "nnnnnnnnnnn"},
     {"meta_classes", "ordinal", "nttnt"},
     {"meta_class_behaviors", "class_ordinal, ordinal", "nnt"},
     {"meta_class_properties", "class_ordinal, ordinal", "nnttttntnttt"},
