@@ -1,5 +1,8 @@
 #include "upgrademeta2024/storage/OpenMetaStorage.h"
 
+#include <simdjson.h>
+
+#include <cstdlib>
 #include <filesystem>
 
 #include "kvxsptexception/ErrorCodes.h"
@@ -11,7 +14,27 @@
 #include "upgrademeta2024/storage/database/sqlite/SqliteDatabase.h"
 #include "upgrademeta2024/storage/document/DocumentMetaStorage.h"
 
+namespace {
+
+/// simdjson refuses every text as faulty when it is made to use an implementation that there is not.
+void RequireSimdjson() {
+  constexpr const char* kVariable = "SIMDJSON_FORCE_IMPLEMENTATION";
+  const char* const forced = std::getenv(kVariable);
+  if (forced == nullptr) {
+    return;
+  }
+  const simdjson::implementation* const implementation = simdjson::get_available_implementations()[forced];
+  if (implementation == nullptr || !implementation->supported_by_runtime_system()) {
+    throw CKVXException(kvx::kMetamodelError,
+                        CStringHelper::ToVisible("the environment variable " + std::string(kVariable) + "=" + forced) +
+                            " names nothing that this computer can use; unset it");
+  }
+}
+
+}  // namespace
+
 std::unique_ptr<CMetaStorage> OpenMetaStorage(const std::string& location) {
+  RequireSimdjson();
   const SMetaLocation parsed = ParseMetaLocation(location);
   switch (parsed.kind) {
     case SMetaLocation::kDocument:

@@ -5,6 +5,7 @@
 
 #include <string>
 
+#include "support/Process.h"
 #include "upgrademeta2024/storage/document/MetaDocument.h"
 
 namespace {
@@ -36,6 +37,22 @@ TEST(MetaStorageTest, LocationOfNoKnownFormIsRefused) {
 TEST(MetaStorageTest, MessageShowsControlCharactersOfTheLocation) {
   EXPECT_THAT(ErrorOf([] { OpenMetaStorage("a\nb\x1B"); }).message,
               StartsWith("a\\nb\\x1B: not a metamodel location; "));
+}
+
+TEST(MetaStorageTest, VariableThatKeepsTextsFromBeingReadIsNamed) {
+  const test::CTemporaryDirectory directory;
+  const std::string path = directory.Write("meta.json", R"({"generation": 2024})");
+  const test::SProcessResult result = test::Run(
+      {"/usr/bin/env", "SIMDJSON_FORCE_IMPLEMENTATION=a\nb", UPGRADESRV_EXECUTABLE, "metamodel", "show", path});
+  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(result.output, "");
+  EXPECT_EQ(result.errors,
+            "upgradesrv: error: the environment variable SIMDJSON_FORCE_IMPLEMENTATION=a\\nb names nothing that this "
+            "computer can use; unset it\n");
+  EXPECT_EQ(test::Run({"/usr/bin/env", "SIMDJSON_FORCE_IMPLEMENTATION=fallback", UPGRADESRV_EXECUTABLE, "metamodel",
+                       "show", path})
+                .status,
+            0);
 }
 
 }  // namespace
