@@ -171,6 +171,17 @@ TEST_F(PostgresqlFaultTest, LockedByAnotherProgram) {
   EXPECT_EQ(Loaded(), TextOf(*sample_));
 }
 
+TEST_F(PostgresqlFaultTest, StatementTimeoutIsNoLostConnection) {
+  Save();
+  storage_.Execute({"ALTER TABLE meta_methods RENAME TO methods",
+                    "CREATE VIEW meta_methods AS SELECT methods.* FROM methods, pg_sleep(60)"});
+  const std::string schema = storage_.Query("SELECT current_schema()::text");
+  ExpectOneLine(LoadError("options='-csearch_path=" + schema + " -cstatement_timeout=100'"), kvx::kFileError,
+                "table meta_methods cannot be read: the server has ended the query: ERROR:  canceling statement due to "
+                "statement timeout",
+                "raise statement_timeout for the user, or try again");
+}
+
 TEST_F(PostgresqlFaultTest, ConnectionLostInMidRead) {
   Save();
   const CProxy proxy(kInMidRead, [] { return false; });

@@ -245,6 +245,10 @@ SFailure CPostgresqlDatabase::Explain(const soci::soci_error& error) const {
     return {kvx::kFileError, "another program has locked the tables for more than 5 seconds",
             "try again when that program is done"};
   }
+  if (state == "57014") {
+    return {kvx::kFileError, "the server has ended the query: " + problem,
+            "raise statement_timeout for the user, or try again"};
+  }
   if (stateClass == "08" || stateClass == "57" || stateClass.find_first_not_of(" \0"s) == std::string::npos) {
     return {kvx::kFileError, "the connection was lost: " + problem, "check the server, then try again"};
   }
