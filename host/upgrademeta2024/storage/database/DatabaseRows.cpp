@@ -82,7 +82,14 @@ void CRows::Next(const std::vector<SValue>& values) {
     return;
   }
   if (owner_ < previousOwner || (owner_ == previousOwner && ordinal_ < previousOrdinal)) {
-    // Rows come ordered: a part of the table stands where another belongs.
+    // The database has put the rows in order: as texts, 10 comes before 9.
+    const std::vector<std::string> columns = KeyColumns(table_);
+    for (std::size_t i = 0; i < keyCount_; ++i) {
+      if (values_[i].kind == SValue::kText) {
+        Fail(columns[i].c_str(), "expected a number, found the text " + AsText(values_[i]));
+      }
+    }
+    // A part of the table is where another belongs.
     FailDamaged("rows do not come in order");
   }
   if (owner_ == previousOwner && ordinal_ == previousOrdinal) {

@@ -7,8 +7,8 @@
 
 namespace metadb {
 
-/// A value as a database hands it out: a database may have turned whole numbers into texts, and texts stand where it
-/// keeps them.
+/// A value as a database hands it out; texts are where it keeps them. kText may also be a number of a kind that is
+/// handed out as text.
 struct SValue {
   enum EKind { kNull, kText, kInteger, kReal, kBlob };
 
