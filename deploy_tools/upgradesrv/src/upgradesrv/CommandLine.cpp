@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "kvxsptfile/FileNotes.h"
+#include "kvxsptfile/LoadDeadline.h"
 #include "upgradesrv/Output.h"
 #include "upgradesrv/ProgressLine.h"
 #include "upgradesrv/Trouble.h"
@@ -89,6 +90,7 @@ EExitStatus ParseAndRun(int argumentCount, const char* const* argumentValues) {
     throw CTrouble(UsageProblem(app, error, arguments, request));
   }
   kvx::CFileNotes::SetReceiver(WriteNote);
+  kvx::CLoadDeadline::Set(request.timeout);
   const CProgressLine progress(!request.quiet);
   return request.action();
 }

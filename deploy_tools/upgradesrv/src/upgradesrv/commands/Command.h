@@ -1,7 +1,9 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,6 +20,8 @@ struct SRequest {
   /// What the command does that the arguments name.
   std::function<EExitStatus()> action;
   bool quiet = false;
+  /// How long everything that is loaded may take together.
+  std::optional<std::chrono::milliseconds> timeout;
 
   /// What somebody may have meant by arguments for which a command has no place: a way out, or empty.
   using Hint = std::function<std::string(const std::vector<std::string>& unexpected)>;

@@ -3,7 +3,10 @@
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
+#include <charconv>
+#include <chrono>
 #include <cstddef>
+#include <system_error>
 
 #include "upgradesrv/chain/CheckStrategy.h"
 #include "upgradesrv/commands/Command.h"
@@ -37,6 +40,22 @@ std::string KindsProblem(const std::string& list) {
   return "";
 }
 
+using Milliseconds = std::chrono::milliseconds;
+
+/// None for what is no number of seconds that can be waited for.
+std::optional<Milliseconds> ParseSeconds(const std::string& text) {
+  constexpr double kLeast = 0.001;
+  constexpr double kMost = 1e9;
+  double seconds = 0;
+  const char* end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, seconds);
+  // What is not a number is in no order with others.
+  if (error != std::errc() || stop != end || !(seconds >= kLeast && seconds <= kMost)) {
+    return std::nullopt;
+  }
+  return std::chrono::ceil<Milliseconds>(std::chrono::duration<double>(seconds));
+}
+
 }  // namespace
 
 const char* const kLocationHelp =
@@ -66,6 +85,14 @@ void AddKinds(CLI::App& command, std::optional<std::vector<std::string>>& kinds,
 
 void AddLoadingOptions(CLI::App& command, SRequest& request) {
   command.add_flag("--quiet", request.quiet, "Show no progress on the terminal while metamodels are loaded");
+  command
+      .add_option_function<std::string>(
+          "--timeout", [&request](const std::string& seconds) { request.timeout = ParseSeconds(seconds); },
+          "End with an error when not everything is loaded after so many seconds; without it there is no such limit")
+      ->type_name("SECONDS")
+      ->check([](const std::string& seconds) {
+        return std::string(ParseSeconds(seconds) ? "" : "must be a number of seconds above 0, for example 60 or 0.5");
+      });
 }
 
 void RequireValues(CLI::App& command) {
