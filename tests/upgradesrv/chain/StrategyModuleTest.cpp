@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <filesystem>
 
@@ -46,6 +47,27 @@ TEST_F(StrategyModuleTest, ThatIsMissingIsTrouble) {
   EXPECT_EQ(TroubleWithModule("absent"), Place() + "there is no libabsent.so in " + kTestModules + " or " + kModules +
                                              "; give the bare name, NAME for libNAME.so, install the module there or "
                                              "name its directory with --module-dir");
+}
+
+TEST_F(StrategyModuleTest, ThatEveryoneMayWriteToIsRefusedToRootAndNotedOnceOtherwise) {
+  const std::string directory = upgrade_.File("modules");
+  fs::create_directories(directory);
+  fs::copy(kTestModules + "/libstrangers.so", directory);
+  fs::permissions(directory, fs::perms::all);
+  const std::string strategy = R"({"module": "strangers", "class": "CSetsNoResult"})";
+  upgrade_.WriteUpgrade({{"strategies", "[" + strategy + ", " + strategy + "]"}});
+  const std::vector<std::string> options = {"--module-dir", directory};
+  if (geteuid() == 0) {
+    EXPECT_EQ(upgrade_.Trouble(options), Place() + "the module is not loaded: everyone may write to " + directory +
+                                             ", and would decide what root does; take that permission away or run as "
+                                             "another user");
+    return;
+  }
+  const std::string note = "upgradesrv: everyone may write to " + directory + ", and so decide what this run does\n";
+  const test::SProcessResult result = upgrade_.Run(options);
+  EXPECT_EQ(result.status, 0);
+  EXPECT_THAT(result.errors, StartsWith(note));
+  EXPECT_EQ(result.errors.find(note, 1), std::string::npos) << result.errors;
 }
 
 TEST_F(StrategyModuleTest, IsLookedUpInEachGivenDirectoryInTheirOrderThenInTheDefault) {

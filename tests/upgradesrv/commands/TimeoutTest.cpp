@@ -64,9 +64,10 @@ TEST_F(TimeoutTest, DoesNothingToWhatIsQuickEnough) {
 
 TEST_F(TimeoutTest, IsANumberAboveZero) {
   for (const std::string seconds : {"0", "-1", "abc", "1s", "nan", "inf", "1e10", "0.0001", "0x10", " 1"}) {
-    EXPECT_EQ(upgrade_.Trouble({"--timeout=" + seconds}),
-              "--timeout: must be a number of seconds above 0, for example 60 or 0.5; run \"upgradesrv run --help\" for "
-              "details");
+    EXPECT_EQ(
+        upgrade_.Trouble({"--timeout=" + seconds}),
+        "--timeout: must be a number of seconds above 0, for example 60 or 0.5; run \"upgradesrv run --help\" for "
+        "details");
   }
 }
 

@@ -89,7 +89,7 @@ EExitStatus ParseAndRun(int argumentCount, const char* const* argumentValues) {
                                              argumentValues + argumentCount);
     throw CTrouble(UsageProblem(app, error, arguments, request));
   }
-  kvx::CFileNotes::SetReceiver(WriteNote);
+  kvx::CFileNotes::SetReceiver(WriteNoteOnce);
   kvx::CLoadDeadline::Set(request.timeout);
   const CProgressLine progress(!request.quiet);
   return request.action();

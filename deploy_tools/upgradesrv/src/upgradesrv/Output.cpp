@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <cstdio>
 #include <cstring>
+#include <mutex>
+#include <set>
 #include <string_view>
 
 #include "kvxsptstring/StringHelper.h"
@@ -47,6 +49,15 @@ void WriteNote(const std::string& text) {
   const std::string line = NoteLine(text);
   // There is no one left to tell when even this fails.
   static_cast<void>(std::fwrite(line.data(), 1, line.size(), stderr));
+}
+
+void WriteNoteOnce(const std::string& text) {
+  static std::mutex mutex;
+  static std::set<std::string> written;
+  const std::lock_guard<std::mutex> lock(mutex);
+  if (written.insert(text).second) {
+    WriteNote(text);
+  }
 }
 
 void WriteError(const std::string& text) {

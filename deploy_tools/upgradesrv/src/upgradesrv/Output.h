@@ -22,6 +22,9 @@ std::string ErrorLine(const std::string& text);
 /// The same on standard error.
 void WriteNote(const std::string& text);
 void WriteError(const std::string& text);
+/// WriteNote, but for a note that was written by it before: of what a command looks at twice, for example. Any thread
+/// may call it.
+void WriteNoteOnce(const std::string& text);
 /// "upgradesrv: error: out of memory" on standard error. Asks for none.
 void WriteOutOfMemory() noexcept;
 

@@ -15,6 +15,7 @@
 #include "kvxsptfile/ReadFile.h"
 #include "upgradecontext/UpgradeStrategy.h"
 #include "upgradesrv/Trouble.h"
+#include "upgradesrv/chain/ModuleTrust.h"
 
 namespace upgradesrv {
 namespace {
@@ -94,6 +95,7 @@ CStrategyModule::CStrategyModule(const std::vector<std::string>& directories, co
   }
   path_ = FindModule(directories, name);
   RequireWholeFile(path_);
+  LookWhoMayWriteModule(path_);
   library_ = dlopen(path_.c_str(), RTLD_NOW | RTLD_LOCAL);
   if (library_ == nullptr) {
     throw CTrouble("the module cannot be loaded: " + LoaderError());

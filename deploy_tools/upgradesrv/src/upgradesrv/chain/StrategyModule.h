@@ -13,7 +13,8 @@ namespace upgradesrv {
 class CStrategyModule {
  public:
   /// Loads lib<name>.so out of the first of the directories that has it. Throws CTrouble for a name with a separator
-  /// and for a file that is missing, cut off, not a shared library or without factory.
+  /// and for a file that is missing, cut off, not a shared library or without factory, or that others may write to when
+  /// this process is root's.
   CStrategyModule(const std::vector<std::string>& directories, const std::string& name);
   ~CStrategyModule();
   CStrategyModule(const CStrategyModule&) = delete;

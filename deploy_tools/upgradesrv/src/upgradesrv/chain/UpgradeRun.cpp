@@ -2,7 +2,6 @@
 
 #include <list>
 #include <optional>
-#include <set>
 
 #include "kvxsptfile/ProtectedFiles.h"
 #include "kvxsptlog/Log.h"
@@ -42,11 +41,8 @@ void WriteNotes(const Chain& chain, const CUpgradeContext& context) {
       notes.insert(notes.end(), more.begin(), more.end());
     }
   }
-  std::set<std::string> written;
   for (const std::string& note : notes) {
-    if (written.insert(note).second) {
-      WriteNote(note);
-    }
+    WriteNoteOnce(note);
   }
 }
 
