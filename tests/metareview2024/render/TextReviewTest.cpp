@@ -70,6 +70,16 @@ TEST(TextReviewTest, CountsByKindAndRisk) {
             "all              2        1           0        1          1        5\n");
 }
 
+TEST(TextReviewTest, SaysHowValuesAndOriginsAreToBeRead) {
+  const std::string values = "a -> b: the value here, then the shipped one.";
+  EXPECT_THAT(Rendered("text", test::FullReview()),
+              HasSubstr("\n\n" + values +
+                        " customer: changed here since the base; vendor: changed\nby the upgrade.\n\nDECIDE FIRST\n"));
+  SReview review = test::FullReview();
+  review.base.reset();
+  EXPECT_THAT(Rendered("text", review), HasSubstr("\n\n" + values + "\n\nDECIDE FIRST\n"));
+}
+
 TEST(TextReviewTest, TableAloneIsTheTable) {
   SRenderOptions options;
   options.isTableOnly = true;

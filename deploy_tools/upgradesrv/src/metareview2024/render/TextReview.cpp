@@ -28,6 +28,7 @@ class CTextReview {
     output_.Paragraph(ToVisible(SubjectSentence(words_, review_)));
     output_.EmptyLine();
     WriteTotals(review_, words_, output_);
+    WriteLegend();
     WriteFindings(review_, words_, output_);
     WriteDecisions();
     WriteHints();
@@ -65,6 +66,20 @@ class CTextReview {
     if (!sentences.empty()) {
       output_.Paragraph(ToVisible(sentences.front()));
     }
+  }
+
+  /// What cannot be guessed about how findings are shown.
+  void WriteLegend() {
+    if (review_.findings.empty()) {
+      return;
+    }
+    std::vector<Sentence> sentences = {Said("report.legend.values", {})};
+    if (review_.base.has_value()) {
+      sentences.push_back(Said("report.legend.origins", {{"customer", AsWords(words_.Text("origin.customer"))},
+                                                         {"vendor", AsWords(words_.Text("origin.vendor"))}}));
+    }
+    output_.EmptyLine();
+    output_.Paragraph(ToVisible(JoinSentences(words_, sentences)));
   }
 
   /// Decisions that accept nothing, and findings that are no more.
