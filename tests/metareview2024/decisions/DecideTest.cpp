@@ -157,13 +157,16 @@ TEST(DecideTest, APatternThatMatchesOnlyLossAndBlockIsRefused) {
 }
 
 TEST(DecideTest, AnEmptyReasonIsRefused) {
-  EXPECT_EQ(Refusal("{}", {"class/Old"}, {"", {}, {}}), Refused("the reason is empty"));
-  EXPECT_EQ(Refusal("{}", {"class/Old"}, {" \n", {}, {}}), Refused("the reason is empty"));
+  EXPECT_EQ(Refusal("{}", {"class/Old"}, {"", {}, {}}),
+            Refused("the reason is empty; say why the findings are accepted"));
+  EXPECT_EQ(Refusal("{}", {"class/Old"}, {" \n", {}, {}}),
+            Refused("the reason is empty; say why the findings are accepted"));
 }
 
 TEST(DecideTest, ALastDayMustBeADayThatHasNotPassed) {
   EXPECT_EQ(Refusal("{}", {"class/Old"}, {"r", {}, "30.6.2027"}), Refused("30.6.2027: not a day, written YYYY-MM-DD"));
-  EXPECT_EQ(Refusal("{}", {"class/Old"}, {"r", {}, "2026-11-21"}), Refused("2026-11-21: the day has passed"));
+  EXPECT_EQ(Refusal("{}", {"class/Old"}, {"r", {}, "2026-11-21"}),
+            Refused("2026-11-21: the day has passed; the last day may be today or later"));
 }
 
 TEST(PruneTest, StaleEntriesAreLeftOutAndNoOthers) {

@@ -18,6 +18,15 @@ TEST(NoteSentenceTest, SaysWhatIsPeculiarAboutTheBase) {
             "Basis und Client sind gleich: Jede Abweichung stammt vom Hersteller.");
 }
 
+TEST(NoteSentenceTest, SaysHowManyEntriesWereWrittenOrDropped) {
+  const CWords& words = CWords::English();
+  EXPECT_EQ(WrittenNote(words, 1, "d\x1B.json"), "One entry was written to d\\x1B.json.");
+  EXPECT_EQ(WrittenNote(words, 1200, "d.json"), "1,200 entries were written to d.json.");
+  EXPECT_EQ(PrunedNote(words, 0, "d.json"), "No entry of d.json is stale; nothing was changed.");
+  EXPECT_EQ(PrunedNote(words, 1, "d.json"), "One stale entry was dropped from d.json.");
+  EXPECT_EQ(PrunedNote(*CWords::Find("de"), 2, "d.json"), "2 Einträge ohne Bezug wurden aus d.json entfernt.");
+}
+
 TEST(NoteSentenceTest, SaysThatThereAreNoWordsInALanguage) {
   EXPECT_EQ(LanguageNote("it\x1B"), "There are no words for language it\\x1B; the review is in English.");
 }

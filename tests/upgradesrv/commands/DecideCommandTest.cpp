@@ -32,7 +32,7 @@ TEST_F(DecideCommandTest, WritesOneEntryALineSortedByPath) {
       Decide({"--reason", "not used", "--by", "me", "--until", "2099-12-31"}, {"link/Uses", kDocument});
   EXPECT_EQ(result.status, 0) << result.errors;
   EXPECT_EQ(result.output, "");
-  EXPECT_EQ(result.errors, "upgradesrv: " + upgrade_.File("decisions.json") + ": 2 entries written\n");
+  EXPECT_EQ(result.errors, "upgradesrv: 2 entries were written to " + upgrade_.File("decisions.json") + ".\n");
   EXPECT_EQ(Decisions(),
             "{\n"
             "  \"accepted\": [\n"
@@ -86,11 +86,34 @@ TEST_F(DecideCommandTest, PruneDropsWhatMatchesNothing) {
                                   {"path": "class/Document", "change": "deleted", "reason": "r"}]})");
   const test::SProcessResult result = Decide({"--prune"}, {});
   EXPECT_EQ(result.status, 0);
-  EXPECT_EQ(result.errors, "upgradesrv: " + upgrade_.File("decisions.json") + ": 1 entry dropped\n");
+  EXPECT_EQ(result.errors, "upgradesrv: One stale entry was dropped from " + upgrade_.File("decisions.json") + ".\n");
   EXPECT_EQ(Decisions(),
             "{\n  \"accepted\": [\n"
             "    { \"path\": \"class/Document\", \"change\": \"deleted\", \"reason\": \"r\" }\n  ]\n}\n");
   EXPECT_THAT(test::TroubleOf(Decide({"--prune"}, {kDocument})), HasSubstr("takes no path"));
+}
+
+TEST_F(DecideCommandTest, PruneLeavesAFileAloneThatHasNothingStale) {
+  const std::string note =
+      "upgradesrv: No entry of " + upgrade_.File("decisions.json") + " is stale; nothing was changed.\n";
+  EXPECT_EQ(Decide({"--prune"}, {}).errors, note);
+  EXPECT_FALSE(HasDecisions());
+  const std::string decisions = R"({"accepted": [{"path": "class/Document", "change": "deleted", "reason": "r"}]})";
+  upgrade_.Write("decisions.json", decisions);
+  EXPECT_EQ(Decide({"--prune"}, {}).errors, note);
+  EXPECT_EQ(Decisions(), decisions);
+}
+
+TEST_F(DecideCommandTest, SaysHowManyEntriesItHasWritten) {
+  const std::string file = upgrade_.File("decisions.json");
+  // A path named twice is one entry, and one that has expired is written again.
+  EXPECT_EQ(Decide({"--reason", "r"}, {kDocument, "class/DOCUMENT"}).errors,
+            "upgradesrv: One entry was written to " + file + ".\n");
+  upgrade_.Write("decisions.json", R"({"accepted": [
+      {"path": "link/Uses", "change": "deleted", "reason": "r", "until": "2020-01-01"},
+      {"path": "class/Document", "change": "deleted", "reason": "r"}]})");
+  EXPECT_EQ(Decide({"--reason", "r"}, {"link/Uses", "behavior/Approvable"}).errors,
+            "upgradesrv: 2 entries were written to " + file + ".\n");
 }
 
 TEST_F(DecideCommandTest, TwoAtOnceLoseNothing) {

@@ -21,6 +21,11 @@ struct SDecision {
   SAcceptance acceptance;
 };
 
+inline bool operator==(const SDecision& a, const SDecision& b) {
+  return a.path == b.path && a.change == b.change && a.original == b.original && a.client == b.client &&
+         a.acceptance == b.acceptance;
+}
+
 /// An entry that sets the risk of a rule.
 struct SRuleDecision {
   const SRule* rule = nullptr;

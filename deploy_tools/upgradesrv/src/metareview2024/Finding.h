@@ -44,6 +44,10 @@ struct SAcceptance {
   std::optional<std::string> until;
 };
 
+inline bool operator==(const SAcceptance& a, const SAcceptance& b) {
+  return a.reason == b.reason && a.by == b.by && a.until == b.until;
+}
+
 /// One difference between client and original. It holds all that it says by itself: one that was read from a saved
 /// review is like one that was just made. Copies share what is behind pointers, which nobody changes.
 struct SFinding {

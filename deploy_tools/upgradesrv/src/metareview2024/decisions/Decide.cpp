@@ -28,13 +28,13 @@ std::string KeyOf(const SDecision& decision) {
 
 void RequireAcceptance(const SAcceptance& acceptance, const std::string& today) {
   if (IsBlank(acceptance.reason)) {
-    throw CKVXException(kvx::kRefused, "the reason is empty");
+    throw CKVXException(kvx::kRefused, "the reason is empty; say why the findings are accepted");
   }
   if (acceptance.until && !IsDate(*acceptance.until)) {
     Refuse(*acceptance.until, "not a day, written YYYY-MM-DD");
   }
   if (acceptance.until && *acceptance.until < today) {
-    Refuse(*acceptance.until, "the day has passed");
+    Refuse(*acceptance.until, "the day has passed; the last day may be today or later");
   }
 }
 

@@ -3,6 +3,13 @@
 #include "metareview2024/words/Sentence.h"
 
 namespace metareview {
+namespace {
+
+std::string CountNote(const CWords& words, std::string_view key, std::size_t count, std::string_view file) {
+  return ToVisible(FillIn(words.Text(key, count), {{"n", AsWords(words.Number(count))}, {"file", AsValue(file)}}));
+}
+
+}  // namespace
 
 std::string NoteSentence(const CWords& words, ENote note) {
   switch (note) {
@@ -14,6 +21,14 @@ std::string NoteSentence(const CWords& words, ENote note) {
       return std::string(words.Text("note.client-has-vendor-changes"));
   }
   return {};
+}
+
+std::string WrittenNote(const CWords& words, std::size_t count, std::string_view file) {
+  return CountNote(words, "decide.written", count, file);
+}
+
+std::string PrunedNote(const CWords& words, std::size_t count, std::string_view file) {
+  return CountNote(words, count == 0 ? "decide.nothing-stale" : "decide.pruned", count, file);
 }
 
 std::string LanguageNote(std::string_view code) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -10,6 +11,10 @@ namespace metareview {
 
 /// What is peculiar about the metamodels, in a sentence.
 std::string NoteSentence(const CWords& words, ENote note);
+
+/// How many entries were written to a decisions file, or dropped from it because they are stale.
+std::string WrittenNote(const CWords& words, std::size_t count, std::string_view file);
+std::string PrunedNote(const CWords& words, std::size_t count, std::string_view file);
 
 /// That there are no words in a language, in English; controls in its code are made visible.
 std::string LanguageNote(std::string_view code);

@@ -9,8 +9,10 @@
 
 #include "kvxsptfile/AtomicFile.h"
 #include "kvxsptfile/FileDescriptor.h"
+#include "metareview2024/words/NoteSentence.h"
 #include "upgradesrv/Output.h"
 #include "upgradesrv/Trouble.h"
+#include "upgradesrv/review/ReviewLanguage.h"
 
 namespace upgradesrv {
 namespace {
@@ -36,8 +38,20 @@ class CDecisionsLock {
   kvx::CFileDescriptor directory_;
 };
 
-std::string Count(std::size_t number) {
-  return std::to_string(number) + (number == 1 ? " entry" : " entries");
+/// How many entries are new or others than before; each entry of before keeps its place.
+std::size_t CountNew(const metareview::SDecisions& before, const metareview::SDecisions& after) {
+  std::size_t count = after.accepted.size() - before.accepted.size();
+  for (std::size_t i = 0; i < before.accepted.size(); ++i) {
+    count += after.accepted[i] == before.accepted[i] ? 0 : 1;
+  }
+  return count;
+}
+
+void Replace(const std::string& file, const metareview::SDecisions& decisions) {
+  const std::string text = FormatDecisions(decisions);
+  kvx::CAtomicFile output(file);
+  output.Write(text.data(), text.size());
+  output.Commit();
 }
 
 }  // namespace
@@ -54,19 +68,23 @@ EExitStatus DecideFindings(const SDecideArguments& arguments) {
 
   const std::string& file = sources.GetDecisionsFile();
   const CDecisionsLock lock(file);
-  metareview::SDecisions decisions = sources.ReadDecisions();
-  const std::size_t before = decisions.accepted.size();
-  SetRuleRisks(decisions, review);
-  ApplyDecisions(decisions, sources.GetToday(), review);
-  decisions = arguments.isPrune ? Prune(decisions, review)
-                                : Decide(decisions, review, arguments.paths, arguments.acceptance, sources.GetToday());
-  const std::string text = FormatDecisions(decisions);
-  kvx::CAtomicFile output(file);
-  output.Write(text.data(), text.size());
-  output.Commit();
-  WriteNote(file + ": " +
-            (arguments.isPrune ? Count(before - decisions.accepted.size()) + " dropped"
-                               : Count(arguments.paths.size()) + " written"));
+  const metareview::SDecisions before = sources.ReadDecisions();
+  SetRuleRisks(before, review);
+  ApplyDecisions(before, sources.GetToday(), review);
+  const metareview::CWords& words = WordsFor(sources.GetLang());
+  if (arguments.isPrune) {
+    const metareview::SDecisions after = Prune(before, review);
+    const std::size_t dropped = before.accepted.size() - after.accepted.size();
+    if (dropped != 0) {
+      Replace(file, after);
+    }
+    WriteNote(PrunedNote(words, dropped, file));
+  } else {
+    const metareview::SDecisions after =
+        Decide(before, review, arguments.paths, arguments.acceptance, sources.GetToday());
+    Replace(file, after);
+    WriteNote(WrittenNote(words, CountNew(before, after), file));
+  }
   return kNothingToReport;
 }
 
