@@ -157,6 +157,36 @@ TEST_F(ReviewCommandTest, TroubleReplacesEveryFileByOneThatSaysSo) {
   EXPECT_THAT(Output("r.txt"), HasSubstr("\nReason: client metamodel: "));
 }
 
+TEST_F(ReviewCommandTest, ARefusedCommandLineReplacesEveryFileByOneThatSaysSo) {
+  const std::vector<std::vector<std::string>> refused = {
+      {"--bogus"}, {"--elements", "klass"}, {"--from", upgrade_.File("r.json")}, {upgrade_.Path()}};
+  for (const std::vector<std::string>& options : refused) {
+    upgrade_.Write("r.json", "of an earlier call");
+    upgrade_.Write("r.txt", "of an earlier call");
+    std::vector<std::string> all = {"-o", Into("json", "out.json"), "--output=" + Into("text", "r.txt")};
+    all.insert(all.end(), options.begin(), options.end());
+    const std::string problem = Trouble(all);
+    EXPECT_THAT(Output("out.json"), HasSubstr("\"complete\": false"));
+    EXPECT_THAT(Output("out.json"), HasSubstr("\"directory\": \"" + upgrade_.Path() + "\""));
+    EXPECT_THAT(Output("r.txt"), HasSubstr("\nReason: " + problem.substr(0, problem.find(' '))));
+    EXPECT_EQ(Output("r.json"), "of an earlier call");
+  }
+}
+
+TEST_F(ReviewCommandTest, ARefusedCommandLineReplacesNothingThatItMayNameAsInput) {
+  upgrade_.Write("earlier.json", "earlier");
+  upgrade_.Write("own.db", "database");
+  Trouble({"--agianst", upgrade_.File("earlier.json"), "-o", Into("json", "earlier.json")});
+  Trouble({"--against=" + upgrade_.File("earlier.json"), "--bogus", "-o", Into("json", "earlier.json")});
+  Trouble({"--cleint", "sqlite3://" + upgrade_.File("own.db"), "-o", Into("json", "own.db")});
+  Trouble({"--bogus", "-o", Into("json", "installation.json")});
+  Trouble({"--bogus", "-o", Into("json", "upgrade.json")});
+  EXPECT_EQ(Output("earlier.json"), "earlier");
+  EXPECT_EQ(Output("own.db"), "database");
+  EXPECT_EQ(Output("installation.json"), kClient);
+  EXPECT_THAT(Output("upgrade.json"), HasSubstr("client_metamodel"));
+}
+
 TEST_F(ReviewCommandTest, FileThatCannotBeWrittenFailsTheOthers) {
   const std::string problem = Trouble({"-o", Into("json", "r.json"), "-o", Into("csv", "none/r.csv")});
   EXPECT_THAT(problem, HasSubstr("none/r.csv: cannot be saved: "));

@@ -87,7 +87,13 @@ EExitStatus ParseAndRun(int argumentCount, const char* const* argumentValues) {
   } catch (const CLI::ParseError& error) {
     const std::vector<std::string> arguments(argumentValues + (argumentCount > 0 ? 1 : 0),
                                              argumentValues + argumentCount);
-    throw CTrouble(UsageProblem(app, error, arguments, request));
+    const CTrouble trouble(UsageProblem(app, error, arguments, request));
+    for (const CLI::App* command : app.get_subcommands()) {
+      if (const auto refusal = request.refusals.find(command); refusal != request.refusals.end()) {
+        refusal->second(trouble.what(), arguments);
+      }
+    }
+    throw trouble;
   }
   kvx::CFileNotes::SetReceiver(WriteNoteOnce);
   kvx::CLoadDeadline::Set(request.timeout);

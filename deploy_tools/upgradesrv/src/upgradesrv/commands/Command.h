@@ -26,6 +26,10 @@ struct SRequest {
   /// What somebody may have meant by arguments for which a command has no place: a way out, or empty.
   using Hint = std::function<std::string(const std::vector<std::string>& unexpected)>;
   std::map<const CLI::App*, Hint> hints;
+
+  /// What a command does when its arguments are refused: `problem` is why, `arguments` are all of the command line.
+  using Refusal = std::function<void(const std::string& problem, const std::vector<std::string>& arguments)>;
+  std::map<const CLI::App*, Refusal> refusals;
 };
 
 /// Defines a command: adds it to `parent` with its options and help, and has it set the action when the arguments name

@@ -5,6 +5,7 @@
 #include <CLI/Formatter.hpp>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "metareview2024/render/Render.h"
 #include "upgradesrv/commands/CommandOptions.h"
@@ -44,12 +45,13 @@ void DefineReview(CLI::App& parent, SRequest& request) {
       ->type_name("LEVEL")
       ->capture_default_str();
   review.add_flag("--new", arguments.onlyNew, "With --against: findings that the earlier review has do not count");
-  review
-      .add_option("-o,--output", arguments.outputs,
-                  "A format, on standard output or in a file; may be given several times: " + FormatList())
-      ->type_name("FORMAT[=FILE]")
-      ->take_all()
-      ->allow_extra_args(false);
+  CLI::Option* output =
+      review
+          .add_option("-o,--output", arguments.outputs,
+                      "A format, on standard output or in a file; may be given several times: " + FormatList())
+          ->type_name("FORMAT[=FILE]")
+          ->take_all()
+          ->allow_extra_args(false);
   review.add_flag("--stat", arguments.isTableOnly, "Of the text report the table of counts alone");
   AddLoadingOptions(review, request);
   RequireValues(review);
@@ -76,6 +78,9 @@ void DefineReview(CLI::App& parent, SRequest& request) {
     }
     request.action = [owner] { return ReviewUpgrade(*owner); };
   });
+  request.refusals[&review] = [output](const std::string& problem, const std::vector<std::string>& given) {
+    RefuseReview(output->results(), given, problem);
+  };
 }
 
 }  // namespace upgradesrv

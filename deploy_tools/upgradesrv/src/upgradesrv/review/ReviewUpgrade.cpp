@@ -2,12 +2,15 @@
 
 #include <algorithm>
 #include <exception>
+#include <filesystem>
 #include <new>
+#include <system_error>
 
 #include "kvxsptfile/ReadFile.h"
 #include "metareview2024/Totals.h"
 #include "metareview2024/render/ReviewReader.h"
 #include "metareview2024/words/NoteSentence.h"
+#include "upgrademeta2024/storage/OpenMetaStorage.h"
 #include "upgradesrv/Output.h"
 #include "upgradesrv/Trouble.h"
 #include "upgradesrv/chain/UpgradeFiles.h"
@@ -46,6 +49,27 @@ std::vector<EKind> ParseKinds(const std::optional<std::vector<std::string>>& nam
     }
   }
   return kinds;
+}
+
+/// The files that an argument leads to, whatever it was meant for: a file, a metamodel location or an upgrade
+/// directory.
+std::vector<std::string> FilesNamedBy(const std::string& argument) {
+  std::vector<std::string> files = {argument, argument + kConfigurationFile, argument + kDecisionsFile};
+  const auto add = [&files](const auto& getFiles) {
+    try {
+      const std::vector<std::string> more = getFiles();
+      files.insert(files.end(), more.begin(), more.end());
+    } catch (const std::exception&) {
+      // It leads to no others.
+    }
+  };
+  add([&argument] { return OpenMetaStorage(argument)->GetFiles(); });
+  add([&argument] {
+    SReviewSources sources;
+    sources.directory = argument;
+    return CReviewSources(sources).GetFiles();
+  });
+  return files;
 }
 
 class CReview {
@@ -125,6 +149,22 @@ class CReview {
 
 EExitStatus ReviewUpgrade(const SReviewArguments& arguments) {
   return CReview(arguments).Run();
+}
+
+void RefuseReview(const std::vector<std::string>& outputs, const std::vector<std::string>& arguments,
+                  const std::string& problem) {
+  CReviewOutputs files(outputs);
+  std::string directory;
+  for (const std::string& argument : arguments) {
+    const std::size_t equals = argument.rfind("--", 0) == 0 ? argument.find('=') : std::string::npos;
+    const std::string value = equals != std::string::npos ? argument.substr(equals + 1) : argument;
+    files.Protect(FilesNamedBy(value));
+    std::error_code error;
+    if (std::filesystem::is_directory(value, error)) {
+      directory = value;
+    }
+  }
+  files.WriteFailed(problem, directory, CWords::English());
 }
 
 }  // namespace upgradesrv

@@ -31,4 +31,9 @@ struct SReviewArguments {
 /// counts. With trouble, files that were asked for say that the review failed.
 EExitStatus ReviewUpgrade(const SReviewArguments& arguments);
 
+/// For a command line that is refused: files that were asked for say that the review failed, as with any trouble.
+/// `outputs`: see CReviewOutputs; what else `arguments` may name as something to read is not replaced.
+void RefuseReview(const std::vector<std::string>& outputs, const std::vector<std::string>& arguments,
+                  const std::string& problem);
+
 }  // namespace upgradesrv
