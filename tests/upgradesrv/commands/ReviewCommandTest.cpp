@@ -65,6 +65,11 @@ TEST_F(ReviewCommandTest, FailOnChoosesTheLeastBadRiskThatCounts) {
   EXPECT_EQ(Review().status, 1);
 }
 
+TEST_F(ReviewCommandTest, WhatFailsATestServerIsWhatCounts) {
+  EXPECT_THAT(Review({"--fail-on", "loss", "-o", "junit"}).output, HasSubstr(" failures=\"1\" "));
+  EXPECT_THAT(Review({"--fail-on", "never", "-o", "junit"}).output, HasSubstr(" failures=\"0\" "));
+}
+
 TEST_F(ReviewCommandTest, AcceptedFindingsNeverCount) {
   upgrade_.Write("decisions.json", kBoth);
   EXPECT_EQ(Review().status, 0);

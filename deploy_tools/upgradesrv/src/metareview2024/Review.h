@@ -64,6 +64,8 @@ struct SReview {
   /// Only of kinds that were compared now.
   std::vector<SGone> gone;
 
+  /// The paths of the elements that both sides have and that do not differ, "class/Part". Not part of a saved review.
+  std::vector<std::string> equal;
   /// What is peculiar about the metamodels. Not part of a saved review.
   std::vector<ENote> notes;
 };

@@ -41,8 +41,10 @@ SReview CompareMetamodels(const SMetamodels& metamodels, const std::vector<EKind
   std::copy_if(kKinds.begin(), kKinds.end(), std::back_inserter(review.elements),
                [&kinds](EKind kind) { return std::find(kinds.begin(), kinds.end(), kind) != kinds.end(); });
   for (const EKind kind : review.elements) {
-    CompareKind(kind, *metamodels.client, *metamodels.original, metamodels.base.get(),
-                [&review](const SDifference& difference) { review.findings.push_back(Judge(difference)); });
+    CompareKind(
+        kind, *metamodels.client, *metamodels.original, metamodels.base.get(),
+        [&review](const SDifference& difference) { review.findings.push_back(Judge(difference)); },
+        [&review](const SPath& element) { review.equal.push_back(FormatPath(element)); });
   }
   MarkReported(review.findings);
   if (metamodels.base != nullptr) {

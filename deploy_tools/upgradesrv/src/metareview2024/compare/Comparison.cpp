@@ -66,13 +66,17 @@ class CComparison {
   using Element = typename Kind::Element;
 
   CComparison(const CMetaDictionary2024& client, const CMetaDictionary2024& original, const CMetaDictionary2024* base,
-              const DifferenceVisitor& visitor)
-      : client_(client), original_(original), base_(base), visitor_(visitor) {}
+              const DifferenceVisitor& visitor, const EqualVisitor& equalVisitor)
+      : client_(client), original_(original), base_(base), visitor_(visitor), equalVisitor_(equalVisitor) {}
 
   void Run() {
     for (const auto& element : ElementsOf<Kind>(client_)) {
       if (const auto original = FindElement<Kind>(&original_, element->GetInternalName())) {
+        differs_ = false;
         ComparePair(*element, *original);
+        if (!differs_ && equalVisitor_) {
+          equalVisitor_(About(EChange::kChanged, *element).path);
+        }
       } else {
         VisitElement(EChange::kInserted, *element);
       }
@@ -85,6 +89,11 @@ class CComparison {
   }
 
  private:
+  void Visit(const SDifference& difference) {
+    differs_ = true;
+    visitor_(difference);
+  }
+
   static SDifference About(EChange change, const Element& element) {
     SDifference difference;
     difference.path.kind = Kind::kKind;
@@ -122,14 +131,14 @@ class CComparison {
 
   /// `present` is the thing on the side that has it, `base` the base's.
   template <typename Thing>
-  void VisitWhole(SDifference& difference, const Thing* base, const Thing& present) const {
+  void VisitWhole(SDifference& difference, const Thing* base, const Thing& present) {
     if (base_ != nullptr) {
       difference.origin = OriginOfWhole(difference.change, base, present);
     }
-    visitor_(difference);
+    Visit(difference);
   }
 
-  void ComparePair(const Element& client, const Element& original) const {
+  void ComparePair(const Element& client, const Element& original) {
     const auto base = FindElement<Kind>(base_, client.GetInternalName());
     CompareAttributes(
         ThingOf(Kind::kKind), client, original, [&client] { return About(EChange::kChanged, client); },
@@ -145,7 +154,7 @@ class CComparison {
   /// `about` makes a difference without values, `findBase` finds the thing in the base.
   template <typename Thing, typename MakeDifference, typename FindBase>
   void CompareAttributes(EThing thing, const Thing& client, const Thing& original, const MakeDifference& about,
-                         const FindBase& findBase) const {
+                         const FindBase& findBase) {
     for (const EAttribute attribute : AttributesOf(thing)) {
       Value clientValue = ValueOf(client, attribute);
       Value originalValue = ValueOf(original, attribute);
@@ -163,13 +172,13 @@ class CComparison {
       }
       difference.client = std::move(clientValue);
       difference.original = std::move(originalValue);
-      visitor_(difference);
+      Visit(difference);
     }
   }
 
   template <typename Part, typename GetList>
   void CompareParts(EThing thing, const GetList& getList, const Element& client, const Element& original,
-                    const Element* base) const {
+                    const Element* base) {
     CParts<Part> clientParts((client.*getList)());
     CParts<Part> originalParts((original.*getList)());
     CBaseParts<Part> baseParts(
@@ -206,7 +215,7 @@ class CComparison {
     MatchNames(clientParts.Names(), originalParts.Names(), comparePair, visitInserted, visitDeleted);
   }
 
-  void CompareListedBehaviors(const Element& client, const Element& original, const Element* base) const {
+  void CompareListedBehaviors(const Element& client, const Element& original, const Element* base) {
     const CNames clientNames = ListedBehaviors(client);
     CNames originalNames = ListedBehaviors(original);
     CNames baseNames = base != nullptr ? ListedBehaviors(*base) : CNames({});
@@ -217,7 +226,7 @@ class CComparison {
         const bool inBase = baseNames.Find(name).has_value();
         difference.origin = OriginOfWhole(change, inBase, /*sameInBase=*/inBase);
       }
-      visitor_(difference);
+      Visit(difference);
     };
     MatchNames(
         clientNames, originalNames, [](std::size_t, std::size_t) {},
@@ -229,20 +238,22 @@ class CComparison {
   const CMetaDictionary2024& original_;
   const CMetaDictionary2024* base_;
   const DifferenceVisitor& visitor_;
+  const EqualVisitor& equalVisitor_;
+  bool differs_ = false;
   std::optional<CIdentityHolders> holders_;
 };
 
 }  // namespace
 
 void CompareKind(EKind kind, const CMetaDictionary2024& client, const CMetaDictionary2024& original,
-                 const CMetaDictionary2024* base, const DifferenceVisitor& visitor) {
+                 const CMetaDictionary2024* base, const DifferenceVisitor& visitor, const EqualVisitor& equalVisitor) {
   switch (kind) {
     case EKind::kClass:
-      return CComparison<SClassKind>(client, original, base, visitor).Run();
+      return CComparison<SClassKind>(client, original, base, visitor, equalVisitor).Run();
     case EKind::kLink:
-      return CComparison<SLinkKind>(client, original, base, visitor).Run();
+      return CComparison<SLinkKind>(client, original, base, visitor, equalVisitor).Run();
     case EKind::kBehavior:
-      return CComparison<SBehaviorKind>(client, original, base, visitor).Run();
+      return CComparison<SBehaviorKind>(client, original, base, visitor, equalVisitor).Run();
   }
 }
 

@@ -7,7 +7,8 @@ namespace metareview {
 
 const std::vector<SFormat>& Formats() {
   static const std::vector<SFormat> formats = {
-      {"text", WriteText}, {"json", WriteJson}, {"ndjson", WriteNdjson}, {"csv", WriteCsv}, {"html", WriteHtml}};
+      {"text", WriteText},         {"json", WriteJson}, {"ndjson", WriteNdjson}, {"csv", WriteCsv},
+      {"markdown", WriteMarkdown}, {"html", WriteHtml}, {"junit", WriteJunit},   {"sarif", WriteSarif}};
   return formats;
 }
 

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -20,6 +21,9 @@ struct SRenderOptions {
   bool isTableOnly = false;
   /// Whether the text report may use a terminal's colours.
   bool hasColour = false;
+  /// Which findings are failures to a test server: those that count for the exit status, see Counts().
+  std::optional<ERisk> failOn = ERisk::kSafe;
+  bool onlyNew = false;
 };
 
 struct SFormat {

@@ -9,6 +9,9 @@ void WriteText(const SReview& review, const SRenderOptions& options, const Sink&
 void WriteJson(const SReview& review, const SRenderOptions& options, const Sink& sink);
 void WriteNdjson(const SReview& review, const SRenderOptions& options, const Sink& sink);
 void WriteCsv(const SReview& review, const SRenderOptions& options, const Sink& sink);
+void WriteMarkdown(const SReview& review, const SRenderOptions& options, const Sink& sink);
 void WriteHtml(const SReview& review, const SRenderOptions& options, const Sink& sink);
+void WriteJunit(const SReview& review, const SRenderOptions& options, const Sink& sink);
+void WriteSarif(const SReview& review, const SRenderOptions& options, const Sink& sink);
 
 }  // namespace metareview

@@ -112,10 +112,7 @@ void CReviewOutputs::RequireValid() const {
   }
 }
 
-void CReviewOutputs::Write(const metareview::SReview& review, const metareview::CWords& words, bool isTableOnly) const {
-  metareview::SRenderOptions options;
-  options.words = &words;
-  options.isTableOnly = isTableOnly;
+void CReviewOutputs::Write(const metareview::SReview& review, const metareview::SRenderOptions& options) const {
   std::vector<std::unique_ptr<kvx::CAtomicFile>> files;
   for (const SOutput& output : outputs_) {
     if (!output.file.empty()) {

@@ -25,7 +25,7 @@ class CReviewOutputs {
 
   /// Writes them all, or throws CTrouble or CKVXException. Files are replaced as a whole, and none before all could be
   /// written.
-  void Write(const metareview::SReview& review, const metareview::CWords& words, bool isTableOnly) const;
+  void Write(const metareview::SReview& review, const metareview::SRenderOptions& options) const;
 
   /// Replaces every file that was asked for, and can be written, by one that says that the review failed and why.
   void WriteFailed(const std::string& problem, const std::string& directory, const metareview::CWords& words) const;

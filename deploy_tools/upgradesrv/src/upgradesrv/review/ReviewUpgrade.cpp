@@ -132,7 +132,12 @@ class CReview {
     if (arguments_.onlyNew && !review.against) {
       throw CTrouble("--new: there is no earlier review; name it with --against REVIEW.json");
     }
-    outputs_.Write(review, *words_, arguments_.isTableOnly);
+    metareview::SRenderOptions options;
+    options.words = words_;
+    options.isTableOnly = arguments_.isTableOnly;
+    options.failOn = level_;
+    options.onlyNew = arguments_.onlyNew;
+    outputs_.Write(review, options);
     const bool counts = std::any_of(
         review.findings.begin(), review.findings.end(),
         [this](const metareview::SFinding& finding) { return Counts(finding, level_, arguments_.onlyNew); });

@@ -4,10 +4,10 @@
 #include <array>
 
 #include "metareview2024/Path.h"
+#include "metareview2024/render/ShownText.h"
 #include "metareview2024/render/page/Assets.h"
 #include "metareview2024/render/page/Fragment.h"
 #include "metareview2024/render/page/SentenceHtml.h"
-#include "metareview2024/render/page/ShownText.h"
 #include "metareview2024/render/page/ValueCells.h"
 
 namespace metareview::page {

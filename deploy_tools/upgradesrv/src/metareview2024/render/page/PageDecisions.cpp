@@ -1,9 +1,9 @@
 #include <algorithm>
 #include <unordered_set>
 
+#include "metareview2024/render/ShownText.h"
 #include "metareview2024/render/page/Page.h"
 #include "metareview2024/render/page/SentenceHtml.h"
-#include "metareview2024/render/page/ShownText.h"
 
 namespace metareview::page {
 

@@ -1,5 +1,5 @@
+#include "metareview2024/render/ShownText.h"
 #include "metareview2024/render/page/Page.h"
-#include "metareview2024/render/page/ShownText.h"
 
 namespace metareview::page {
 

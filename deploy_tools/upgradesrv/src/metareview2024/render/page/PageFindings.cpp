@@ -1,11 +1,12 @@
 #include <algorithm>
 
 #include "metareview2024/Path.h"
+#include "metareview2024/render/Elements.h"
 #include "metareview2024/render/ShellWord.h"
+#include "metareview2024/render/ShownText.h"
 #include "metareview2024/render/page/Assets.h"
 #include "metareview2024/render/page/FindingRow.h"
 #include "metareview2024/render/page/Page.h"
-#include "metareview2024/render/page/ShownText.h"
 
 namespace metareview::page {
 
@@ -128,15 +129,18 @@ View TallyView(const CPage& page, const Findings& element) {
 
 class CElements {
  public:
-  CElements(const CPage& page, CFindingRow& row) : page_(page), row_(row), template_(assets::element) {}
+  CElements(const CPage& page, CFindingRow& row)
+      : page_(page), row_(row), template_(assets::element), elements_(GroupsByElement(page.Shown())) {}
 
   /// The elements of a kind, each with its findings.
   View KindView(EKind kind) {
     View elements = ListView();
     std::size_t count = 0;
-    for (const Findings& element : ElementsOf(kind)) {
-      elements.push_back(Html(element));
-      ++count;
+    for (const Findings& element : elements_) {
+      if (element.front()->kind == kind) {
+        elements.push_back(Html(element));
+        ++count;
+      }
     }
     View view;
     if (count != 0) {
@@ -151,23 +155,6 @@ class CElements {
 
  private:
   static std::string ElementName(const SFinding& finding) { return ParsePath(finding.path).value_or(SPath()).element; }
-
-  std::vector<Findings> ElementsOf(EKind kind) const {
-    std::vector<Findings> elements;
-    std::string name;
-    for (const SFinding* finding : page_.Shown()) {
-      if (finding->kind != kind) {
-        continue;
-      }
-      const std::string next = ElementName(*finding);
-      if (elements.empty() || next != name) {
-        elements.emplace_back();
-        name = next;
-      }
-      elements.back().push_back(finding);
-    }
-    return elements;
-  }
 
   std::string Html(const Findings& element) {
     const SFinding& first = *element.front();
@@ -199,6 +186,7 @@ class CElements {
   const CPage& page_;
   CFindingRow& row_;
   CTemplate template_;
+  const std::vector<Findings> elements_;
 };
 
 View PlaceViews(const CPage& page, const CFindingRow& row) {

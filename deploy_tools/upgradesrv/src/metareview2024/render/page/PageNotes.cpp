@@ -3,9 +3,9 @@
 
 #include "metareview2024/Totals.h"
 #include "metareview2024/render/ShellWord.h"
+#include "metareview2024/render/ShownText.h"
 #include "metareview2024/render/page/Page.h"
 #include "metareview2024/render/page/SentenceHtml.h"
-#include "metareview2024/render/page/ShownText.h"
 
 namespace metareview::page {
 

@@ -3,11 +3,11 @@
 
 #include "metareview2024/Path.h"
 #include "metareview2024/Totals.h"
+#include "metareview2024/render/ShownText.h"
 #include "metareview2024/render/page/FindingRow.h"
 #include "metareview2024/render/page/Fragment.h"
 #include "metareview2024/render/page/Page.h"
 #include "metareview2024/render/page/SentenceHtml.h"
-#include "metareview2024/render/page/ShownText.h"
 #include "metareview2024/words/NoteSentence.h"
 #include "metareview2024/words/RuleWords.h"
 #include "metareview2024/words/Subject.h"

@@ -2,7 +2,7 @@
 
 #include <kainjow/mustache.hpp>
 
-#include "metareview2024/render/page/ShownText.h"
+#include "metareview2024/render/ShownText.h"
 
 namespace metareview::page {
 

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <string_view>
 
-#include "metareview2024/render/page/ShownText.h"
+#include "metareview2024/render/ShownText.h"
 
 namespace metareview::page {
 

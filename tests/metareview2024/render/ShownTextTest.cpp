@@ -1,10 +1,10 @@
-#include "metareview2024/render/page/ShownText.h"
+#include "metareview2024/render/ShownText.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 
-namespace metareview::page {
+namespace metareview {
 namespace {
 
 TEST(ShownTextTest, AnOrdinaryTextStaysAsItIs) {
@@ -38,4 +38,4 @@ TEST(ShownTextTest, NoCharacterIsCutApart) {
 }
 
 }  // namespace
-}  // namespace metareview::page
+}  // namespace metareview

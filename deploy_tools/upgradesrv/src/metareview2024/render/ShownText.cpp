@@ -1,10 +1,10 @@
-#include "metareview2024/render/page/ShownText.h"
+#include "metareview2024/render/ShownText.h"
 
 #include <cstddef>
 
 #include "kvxsptstring/StringHelper.h"
 
-namespace metareview::page {
+namespace metareview {
 
 namespace {
 
@@ -35,4 +35,4 @@ std::string ShownText(std::string_view text) {
          CStringHelper::ToVisible(std::string(text.substr(end)));
 }
 
-}  // namespace metareview::page
+}  // namespace metareview

@@ -1,0 +1,146 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <tinyxml2.h>
+
+#include <set>
+#include <string>
+
+#include "metareview2024/MadeReview.h"
+#include "metareview2024/render/GeneratedReview.h"
+#include "metareview2024/render/RenderedReview.h"
+
+namespace metareview {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+const char* kReviewSuite =
+    "    <testsuite name=\"review\" tests=\"1\" failures=\"0\" errors=\"0\" skipped=\"0\" time=\"0\">\n"
+    "        <testcase classname=\"review\" name=\"complete\" time=\"0\"/>\n"
+    "    </testsuite>\n";
+
+SFinding Own() {
+  return test::Made("class/Own", EChange::kInserted, "class-inserted");
+}
+
+std::string Document(const std::string& counts, const std::string& suites) {
+  return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<testsuites name=\"upgradesrv review\" " + counts +
+         " time=\"0\">\n" + suites + "</testsuites>\n";
+}
+
+/// The attribute of the first element of that name, looked for in depth.
+std::string Attribute(const tinyxml2::XMLElement* parent, const std::string& name, const char* attribute) {
+  for (const auto* element = parent->FirstChildElement(); element != nullptr; element = element->NextSiblingElement()) {
+    if (name == element->Name()) {
+      const char* const value = element->Attribute(attribute);
+      return value != nullptr ? value : "";
+    }
+    if (const std::string value = Attribute(element, name, attribute); !value.empty()) {
+      return value;
+    }
+  }
+  return "";
+}
+
+TEST(JunitReviewTest, HasATestCasePerElementPassingOnesToo) {
+  SReview review = test::MadeReview({Own()});
+  review.equal = {"class/Part", "behavior/Versioned"};
+  EXPECT_EQ(
+      test::Rendered("junit", review),
+      Document(
+          "tests=\"4\" failures=\"1\" errors=\"0\" skipped=\"0\"",
+          std::string(kReviewSuite) +
+              "    <testsuite name=\"class\" tests=\"2\" failures=\"1\" errors=\"0\" skipped=\"0\" time=\"0\">\n"
+              "        <testcase classname=\"class\" name=\"Own\" time=\"0\">\n"
+              "            <failure message=\"Only this installation has class Own. The upgrade leaves it alone.\" "
+              "type=\"safe\">[safe] class/Own\n"
+              "    Only this installation has class Own. The upgrade leaves it alone.\n"
+              "</failure>\n"
+              "        </testcase>\n"
+              "        <testcase classname=\"class\" name=\"Part\" time=\"0\"/>\n"
+              "    </testsuite>\n"
+              "    <testsuite name=\"behavior\" tests=\"1\" failures=\"0\" errors=\"0\" skipped=\"0\" time=\"0\">\n"
+              "        <testcase classname=\"behavior\" name=\"Versioned\" time=\"0\"/>\n"
+              "    </testsuite>\n"));
+}
+
+TEST(JunitReviewTest, HasNoEmptySuite) {
+  EXPECT_EQ(test::Rendered("junit", test::MadeReview({})),
+            Document("tests=\"1\" failures=\"0\" errors=\"0\" skipped=\"0\"", kReviewSuite));
+}
+
+TEST(JunitReviewTest, AnAcceptedElementIsSkippedWithItsReason) {
+  const std::string text = test::Rendered("junit", test::MadeReview({test::Accepted(Own(), {"ours", "jo", {}})}));
+  EXPECT_THAT(text, HasSubstr("tests=\"2\" failures=\"0\" errors=\"0\" skipped=\"1\""));
+  EXPECT_THAT(text, HasSubstr("<skipped message=\"Accepted by jo: ours\"/>"));
+  EXPECT_THAT(text, Not(HasSubstr("<failure")));
+}
+
+TEST(JunitReviewTest, AnElementWithAnAcceptedFindingAndOneThatCountsFails) {
+  const SFinding counts = test::MadeChange("class/Own/display_name", "display-name", "a", "b");
+  const std::string text =
+      test::Rendered("junit", test::MadeReview({test::Accepted(Own(), {"ours", "jo", {}}), counts}));
+  EXPECT_THAT(text, HasSubstr("tests=\"2\" failures=\"1\" errors=\"0\" skipped=\"0\""));
+  EXPECT_THAT(text, HasSubstr("<system-out>[safe] class/Own\n"));
+}
+
+TEST(JunitReviewTest, TheMessageIsOfTheWorstFindingThatCounts) {
+  const SFinding name = test::MadeChange("class/Part/display_name", "display-name", "a", "b");
+  const SFinding moved = test::MadeChange("class/Part/table_name", "table-moved", "T_A", "T_B");
+  const SFinding accepted =
+      test::Accepted(test::MadeChange("class/Part/property/P/field", "field-moved", "F_A", "F_B"), {"known", {}, {}});
+  const std::string text = test::Rendered("junit", test::MadeReview({name, moved, accepted}));
+  tinyxml2::XMLDocument document;
+  ASSERT_EQ(document.Parse(text.c_str()), tinyxml2::XML_SUCCESS);
+  EXPECT_EQ(Attribute(&*document.RootElement(), "failure", "type"), "loss");
+  EXPECT_THAT(Attribute(document.RootElement(), "failure", "message"), HasSubstr("T_B"));
+}
+
+TEST(JunitReviewTest, WhatDoesNotCountForTheExitStatusFailsNothing) {
+  SFinding known = test::MadeChange("class/Part/table_name", "table-moved", "T_A", "T_B");
+  known.since = ESince::kKnown;
+  const SReview review = test::MadeReview({Own(), known});
+  SRenderOptions options;
+  options.failOn = ERisk::kLoss;
+  EXPECT_THAT(test::Rendered("junit", review, options), HasSubstr("tests=\"3\" failures=\"1\""));
+  options.onlyNew = true;
+  EXPECT_THAT(test::Rendered("junit", review, options), HasSubstr("tests=\"3\" failures=\"0\""));
+  options.failOn = std::nullopt;
+  options.onlyNew = false;
+  EXPECT_THAT(test::Rendered("junit", review, options), HasSubstr("tests=\"3\" failures=\"0\""));
+}
+
+TEST(JunitReviewTest, AFailedReviewIsAnError) {
+  SReview review;
+  review.complete = false;
+  review.problem = "base.json: <is> not there";
+  const std::string text = test::Rendered("junit", review);
+  EXPECT_THAT(text, HasSubstr("tests=\"1\" failures=\"0\" errors=\"1\" skipped=\"0\""));
+  EXPECT_THAT(text, HasSubstr("<error message=\"base.json: &lt;is&gt; not there\" type=\"failed\">"));
+}
+
+TEST(JunitReviewTest, NamesThatLookTheSameGetANumber) {
+  const std::string visible = "A\\x01";
+  const std::string control = "A\x01";
+  SReview review = test::MadeReview({});
+  review.equal = {"class/" + visible, "class/" + control};
+  EXPECT_THAT(test::Rendered("junit", review), HasSubstr("name=\"A\\x01 (2)\""));
+}
+
+TEST(JunitReviewTest, HostileNamesAreXmlToAnotherParserAndUnique) {
+  const std::string text = test::Rendered("junit", test::HostileReview());
+  tinyxml2::XMLDocument document;
+  ASSERT_EQ(document.Parse(text.c_str()), tinyxml2::XML_SUCCESS);
+  std::set<std::string> names;
+  for (const auto* suite = document.RootElement()->FirstChildElement(); suite != nullptr;
+       suite = suite->NextSiblingElement()) {
+    for (const auto* one = suite->FirstChildElement(); one != nullptr; one = one->NextSiblingElement()) {
+      EXPECT_TRUE(names.insert(std::string(one->Attribute("classname")) + "\n" + one->Attribute("name")).second);
+    }
+  }
+  EXPECT_GT(names.size(), 5U);
+}
+
+}  // namespace
+}  // namespace metareview
