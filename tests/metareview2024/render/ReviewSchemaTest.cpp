@@ -2,20 +2,39 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <string>
 #include <vector>
 
 #include "kvxsptfile/ReadFile.h"
+#include "metareview2024/DecisionsFile.h"
 #include "metareview2024/MadeReview.h"
+#include "metareview2024/ReviewSteps.h"
 #include "metareview2024/Rule.h"
 #include "metareview2024/render/RenderedReview.h"
 #include "support/Process.h"
 #include "support/TemporaryDirectory.h"
+#include "upgrademeta2024/storage/OpenMetaStorage.h"
 
 namespace metareview {
 namespace {
 
+namespace fs = std::filesystem;
+
 constexpr const char* kSchema = UPGRADESRV_SOURCE_DIR "/docs/review.schema.json";
+constexpr const char* kManual = UPGRADESRV_SOURCE_DIR "/docs/review-format.md";
+constexpr const char* kRules = UPGRADESRV_SOURCE_DIR "/tests/metareview2024/rules";
+constexpr const char* kExample = UPGRADESRV_SOURCE_DIR "/examples/upgrade";
+
+SReview Compared(const fs::path& client, const fs::path& original, const fs::path& base) {
+  SMetamodels metamodels;
+  metamodels.client = OpenMetaStorage(client.string())->Load();
+  metamodels.original = OpenMetaStorage(original.string())->Load();
+  if (fs::exists(base)) {
+    metamodels.base = OpenMetaStorage(base.string())->Load();
+  }
+  return CompareMetamodels(metamodels, {kKinds.begin(), kKinds.end()});
+}
 
 /// Prints what a part of the schema has against each line of a file, each a document; "" is the schema itself.
 constexpr const char* kValidator = R"(
@@ -68,6 +87,34 @@ TEST_F(ReviewSchemaTest, EveryDocumentIsValid) {
   EXPECT_EQ(FaultsOf("", documents), "");
 }
 
+TEST_F(ReviewSchemaTest, EveryDocumentOfARulesFolderIsValid) {
+  std::string documents;
+  for (const fs::directory_entry& entry : fs::directory_iterator(kRules)) {
+    if (const fs::path& folder = entry.path(); entry.is_directory()) {
+      documents += OneLine(
+          test::Rendered("json", Compared(folder / "client.json", folder / "original.json", folder / "base.json")));
+    }
+  }
+  EXPECT_EQ(FaultsOf("", documents), "");
+}
+
+TEST_F(ReviewSchemaTest, TheExamplesDocumentIsValidWithDecisionsAndAnEarlierReview) {
+  const fs::path example = kExample;
+  SReview review =
+      Compared(example / "installation.json", example / "2024/metamodel.json", example / "2022/metamodel.json");
+  SReview earlier = review;
+  earlier.findings.erase(earlier.findings.begin());
+  review.findings.pop_back();
+  ApplyDecisions(ParseDecisions(kvx::ReadFile((example / "decisions.json").string()), "decisions.json"), "2026-11-22",
+                 review);
+  CompareWithEarlier(earlier, review);
+  const std::string document = test::Rendered("json", review);
+  for (const char* member : {"accepted", "outdated", "expired", "stale", "gone", "since"}) {
+    EXPECT_THAT(document, testing::HasSubstr("\"" + std::string(member) + "\":"));
+  }
+  EXPECT_EQ(FaultsOf("", OneLine(document)), "");
+}
+
 TEST_F(ReviewSchemaTest, AFindingOfEveryRuleIsValid) {
   std::string findings;
   for (const SRule* rule : Rules()) {
@@ -102,6 +149,27 @@ TEST_F(ReviewSchemaTest, RefusesOtherDocuments) {
   EXPECT_NE(FaultsOf("", with("\"rows\":137,", "")), "");
   EXPECT_NE(FaultsOf("", with("\"reported\":true,", "\"reported\":true,\"new\":1,")), "");
   EXPECT_NE(FaultsOf("", with("e4f333239954eb46", "e4f333239954eb4")), "");
+}
+
+TEST_F(ReviewSchemaTest, TheManualHasEveryMemberAndColumn) {
+  const std::string manual = kvx::ReadFile(kManual);
+  std::string columns = test::Rendered("csv", test::MadeReview({}));
+  columns.resize(columns.find("\r\n"));
+  const std::string document = test::Rendered("json", test::FullReview());
+  std::vector<std::string> names;
+  for (std::size_t end = document.find("\":"); end != std::string::npos; end = document.find("\":", end + 1)) {
+    const std::size_t begin = document.rfind('"', end - 1) + 1;
+    names.push_back(document.substr(begin, end - begin));
+  }
+  for (std::size_t begin = 0; begin < columns.size();) {
+    const std::size_t end = std::min(columns.find(',', begin), columns.size());
+    names.push_back(columns.substr(begin, end - begin));
+    begin = end + 1;
+  }
+  EXPECT_THAT(names, testing::IsSupersetOf({"version", "findings", "stale", "taken_by", "meaning"}));
+  for (const std::string& name : names) {
+    EXPECT_THAT(manual, testing::HasSubstr("`" + name + "`"));
+  }
 }
 
 TEST_F(ReviewSchemaTest, KnowsNoOtherRules) {

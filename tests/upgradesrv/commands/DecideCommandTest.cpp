@@ -144,6 +144,10 @@ TEST(ExplainCommandTest, SaysWhatHappensWhyAndWhatToDo) {
   EXPECT_THAT(result.output, HasSubstr("What to do\n"));
 }
 
+TEST(ExplainCommandTest, HelpHasExamples) {
+  EXPECT_THAT(test::RunTool({"explain", "--help"}).output, HasSubstr("  upgradesrv explain length-shrinks "));
+}
+
 TEST(ExplainCommandTest, RefusesAnUnknownRule) {
   EXPECT_EQ(test::TroubleOf(test::RunTool({"explain", "length"})),
             "explain: unknown rule \"length\"; upgradesrv explain lists all");

@@ -124,6 +124,20 @@ TEST_F(ReviewCommandTest, OneCallWritesSeveralOutputs) {
   EXPECT_THAT(Output("review.csv"), HasSubstr("class/Part/property/Code/length"));
 }
 
+TEST_F(ReviewCommandTest, HasColourOnATerminalOnlyAndNotWithNoColor) {
+  EXPECT_THAT(Review().output, Not(HasSubstr("\x1B[")));
+  if (!std::filesystem::exists("/usr/bin/script")) {
+    GTEST_SKIP() << "NOT TESTED: output to a terminal needs /usr/bin/script";
+  }
+  const auto onTerminal = [this](const std::string& noColor) {
+    const std::string command = noColor + " '" UPGRADESRV_EXECUTABLE "' review '" + upgrade_.Path() + "'";
+    return test::Run({"/usr/bin/script", "-qec", command, "/dev/null"}).output;
+  };
+  EXPECT_THAT(onTerminal("NO_COLOR="), HasSubstr("\x1B["));
+  EXPECT_THAT(onTerminal("NO_COLOR=1"), Not(HasSubstr("\x1B[")));
+  EXPECT_THAT(onTerminal("NO_COLOR=1"), HasSubstr("shortens Code"));
+}
+
 TEST_F(ReviewCommandTest, FileAloneLeavesStandardOutputEmpty) {
   EXPECT_EQ(Review({"-o", Into("json", "review.json")}).output, "");
 }

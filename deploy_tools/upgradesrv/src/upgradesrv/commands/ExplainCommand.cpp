@@ -19,6 +19,10 @@ void DefineExplain(CLI::App& parent, SRequest& request) {
   explain.add_option("--lang", arguments.lang, "Language, for example en")->type_name("CODE")->capture_default_str();
   AddText(explain, "--decisions", arguments.decisions, "A decisions file, which may set risks")->type_name("FILE");
   RequireValues(explain);
+  explain.footer(
+      "  upgradesrv explain                                     all rules, with their risk\n"
+      "  upgradesrv explain length-shrinks                      what happens, why, and what to do\n"
+      "  upgradesrv explain --decisions DIR/decisions.json      with the risks that the file sets");
   explain.callback([owner, &request] { request.action = [owner] { return ExplainRules(*owner); }; });
 }
 

@@ -41,11 +41,18 @@ void WriteTo(kvx::CAtomicFile& file, const SFormat& format, const metareview::SR
   format.write(review, options, [&file](std::string_view part) { file.Write(part.data(), part.size()); });
 }
 
+/// On a terminal, unless somebody has set NO_COLOR.
+bool WantsColour() {
+  const char* const noColour = std::getenv("NO_COLOR");
+  const bool isRefused = noColour != nullptr && *noColour != '\0';
+  return isatty(STDOUT_FILENO) != 0 && !isRefused;
+}
+
 void WriteToStandardOutput(const SFormat& format, const metareview::SReview& review,
                            metareview::SRenderOptions options) {
   // The text report guards its names by itself; its colours are for terminals.
   const bool isText = format.name == metareview::Formats().front().name;
-  options.hasColour = isText && isatty(STDOUT_FILENO) != 0 && std::getenv("NO_COLOR") == nullptr;
+  options.hasColour = isText && WantsColour();
   format.write(review, options, [isText](std::string_view part) {
     if (isText) {
       WriteGuardedOutput(part);
