@@ -7,14 +7,13 @@
 #include <vector>
 
 #include "kvxsptfile/ReadFile.h"
-#include "metareview2024/DecisionsFile.h"
 #include "metareview2024/MadeReview.h"
 #include "metareview2024/ReviewSteps.h"
 #include "metareview2024/Rule.h"
+#include "metareview2024/render/ComparedReview.h"
 #include "metareview2024/render/RenderedReview.h"
 #include "support/Process.h"
 #include "support/TemporaryDirectory.h"
-#include "upgrademeta2024/storage/OpenMetaStorage.h"
 
 namespace metareview {
 namespace {
@@ -24,17 +23,6 @@ namespace fs = std::filesystem;
 constexpr const char* kSchema = UPGRADESRV_SOURCE_DIR "/docs/review.schema.json";
 constexpr const char* kManual = UPGRADESRV_SOURCE_DIR "/docs/review-format.md";
 constexpr const char* kRules = UPGRADESRV_SOURCE_DIR "/tests/metareview2024/rules";
-constexpr const char* kExample = UPGRADESRV_SOURCE_DIR "/examples/upgrade";
-
-SReview Compared(const fs::path& client, const fs::path& original, const fs::path& base) {
-  SMetamodels metamodels;
-  metamodels.client = OpenMetaStorage(client.string())->Load();
-  metamodels.original = OpenMetaStorage(original.string())->Load();
-  if (fs::exists(base)) {
-    metamodels.base = OpenMetaStorage(base.string())->Load();
-  }
-  return CompareMetamodels(metamodels, {kKinds.begin(), kKinds.end()});
-}
 
 /// Prints what a part of the schema has against each line of a file, each a document; "" is the schema itself.
 constexpr const char* kValidator = R"(
@@ -91,22 +79,18 @@ TEST_F(ReviewSchemaTest, EveryDocumentOfARulesFolderIsValid) {
   std::string documents;
   for (const fs::directory_entry& entry : fs::directory_iterator(kRules)) {
     if (const fs::path& folder = entry.path(); entry.is_directory()) {
-      documents += OneLine(
-          test::Rendered("json", Compared(folder / "client.json", folder / "original.json", folder / "base.json")));
+      documents += OneLine(test::Rendered(
+          "json", test::Compared(folder / "client.json", folder / "original.json", folder / "base.json")));
     }
   }
   EXPECT_EQ(FaultsOf("", documents), "");
 }
 
 TEST_F(ReviewSchemaTest, TheExamplesDocumentIsValidWithDecisionsAndAnEarlierReview) {
-  const fs::path example = kExample;
-  SReview review =
-      Compared(example / "installation.json", example / "2024/metamodel.json", example / "2022/metamodel.json");
+  SReview review = test::ExampleReview();
   SReview earlier = review;
   earlier.findings.erase(earlier.findings.begin());
   review.findings.pop_back();
-  ApplyDecisions(ParseDecisions(kvx::ReadFile((example / "decisions.json").string()), "decisions.json"), "2026-11-22",
-                 review);
   CompareWithEarlier(earlier, review);
   const std::string document = test::Rendered("json", review);
   for (const char* member : {"accepted", "outdated", "expired", "stale", "gone", "since"}) {
