@@ -15,9 +15,9 @@ constexpr std::uint32_t kFileError = 0xA4C00010;
 constexpr std::uint32_t kMalformedDocument = 0xA4C00011;
 /// A metamodel cannot be loaded or stored for another reason, an unusable location among them.
 constexpr std::uint32_t kMetamodelError = 0xA4C00012;
-/// Something cannot be done as it was asked for; the message says why.
-constexpr std::uint32_t kRefused = 0xA4C00013;
 /// A metamodel is not stored, because something is there already that must not be replaced.
 constexpr std::uint32_t kMetamodelExists = 0xA4C00013;
+/// What was asked for cannot be done as it was asked; the message says why.
+constexpr std::uint32_t kRefused = 0xA4C00014;
 
 }  // namespace kvx

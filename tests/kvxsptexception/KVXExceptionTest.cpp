@@ -98,8 +98,9 @@ TEST(ErrorCodesTest, JsonCodesAreTheInterfacesOwn) {
 
 TEST(ErrorCodesTest, EveryCodeIsDifferent) {
   const std::set<std::uint32_t> codes = {kvx::kJsonMemberMissing, kvx::kJsonWrongType, kvx::kFileError,
-                                         kvx::kMalformedDocument, kvx::kMetamodelError};
-  EXPECT_EQ(codes.size(), 5U);
+                                         kvx::kMalformedDocument, kvx::kMetamodelError,
+                                         kvx::kMetamodelExists, kvx::kRefused};
+  EXPECT_EQ(codes.size(), 7U);
 }
 
 }  // namespace
