@@ -151,7 +151,8 @@ std::string CUpgradeDirectory::Notes(const std::string& client) const {
 std::string CUpgradeDirectory::CheckNotes(const std::string& outcome) const {
   const std::string check = "upgradesrv: CCheckMetaStrategy2024: ";
   return check + outcome + "\n" + check +
-         "a report leaves out insertions alone, display names, fields, tables, identifiers and lookups; run "
+         "not in the report: display names, identifiers, tables, fields, lookups, behaviors of links, and kinds with "
+         "insertions only; run "
          "\"upgradesrv "
          "review " +
          Path() + "\" for every difference\n";

@@ -42,6 +42,16 @@ TEST(RunOptionsTest, OriginalAndClientOverrideTheUpgradeFileAndStartAtTheCurrent
               HasSubstr("client metamodel: installation.json: cannot be read: "));
 }
 
+TEST(RunOptionsTest, OriginalAndClientAreInTheCommandThatShowsEveryDifference) {
+  const test::CUpgradeDirectory upgrade;
+  const test::CTemporaryDirectory elsewhere;
+  elsewhere.Write("plm 2022.json", R"({"generation": 2024})");
+  const test::SProcessResult run = test::RunTool(
+      {"run", "--client", "plm 2022.json", "--original", "plm 2022.json", upgrade.Path()}, elsewhere.Path());
+  EXPECT_THAT(run.errors, HasSubstr("run \"upgradesrv review --original 'plm 2022.json' --client 'plm 2022.json' " +
+                                    upgrade.Path() + "\" for every difference\n"));
+}
+
 TEST(RunOptionsTest, ElementsOverrideTheParameterAndRunInTheirOrder) {
   const test::CUpgradeDirectory upgrade;
   ASSERT_EQ(upgrade.Run({"--elements", "link,class"}).output, test::kClassReport + test::kLinkReport);

@@ -153,11 +153,12 @@ std::vector<std::string> CheckNotes(const SStrategyConfiguration& strategy, cons
   return notes;
 }
 
-std::string NoteOnReport(const SStrategyConfiguration& strategy, const std::string& directory) {
+std::string NoteOnReport(const SStrategyConfiguration& strategy, const std::string& command) {
   return strategy.className +
-         ": a report leaves out insertions alone, display names, fields, tables, identifiers and lookups; run "
-         "\"upgradesrv review " +
-         directory + "\" for every difference";
+         ": not in the report: display names, identifiers, tables, fields, lookups, behaviors of links, and kinds with "
+         "insertions only; run "
+         "\"" +
+         command + "\" for every difference";
 }
 
 std::string PlaceOfDisplayText(const CKVXException& failure, const CUpgradeContext& context) {

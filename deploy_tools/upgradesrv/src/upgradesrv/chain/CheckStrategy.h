@@ -30,8 +30,8 @@ void RequireCheckParameter(const SStrategyConfiguration& strategy);
 /// Display texts that cannot be read are left to the check, which may not need them.
 std::vector<std::string> CheckNotes(const SStrategyConfiguration& strategy, const CUpgradeContext& context);
 
-/// What the check's report leaves out, and the command that shows it.
-std::string NoteOnReport(const SStrategyConfiguration& strategy, const std::string& directory);
+/// What the check's report leaves out; `command` shows it.
+std::string NoteOnReport(const SStrategyConfiguration& strategy, const std::string& command);
 
 /// Where the display text is that the check has failed to find; empty when something else has failed.
 std::string PlaceOfDisplayText(const CKVXException& failure, const CUpgradeContext& context);

@@ -51,7 +51,7 @@ class CNode {
     std::set<std::string> seen;
     for (const std::string& key : GetKeys()) {
       if (!seen.insert(key).second) {
-        Fail("member \"" + key + "\" is there twice");
+        Fail("duplicate member \"" + key + "\"");
       }
     }
   }

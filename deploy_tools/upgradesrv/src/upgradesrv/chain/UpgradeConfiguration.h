@@ -38,7 +38,7 @@ struct SConfigurationOverrides {
 ///       "strategies": [ { "module": "checkmeta2024", "class": "CCheckMetaStrategy2024", "parameter": { … } } ] }
 ///
 /// Everything but "base_metamodel" and "parameter" is required and nothing else is allowed; "version" names a directory
-/// beside the file; at least one strategy. No member is there twice, one of a parameter neither. Relative metamodel
+/// beside the file; at least one strategy. No member is there twice, not in a parameter either. Relative metamodel
 /// paths, also those of databases, start at the file's directory.
 class CUpgradeConfiguration {
  public:

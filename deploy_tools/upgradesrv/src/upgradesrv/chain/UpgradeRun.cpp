@@ -7,6 +7,7 @@
 #include "kvxsptlog/Log.h"
 #include "upgradecontext/UpgradeContext.h"
 #include "upgradesrv/Output.h"
+#include "upgradesrv/ShellWord.h"
 #include "upgradesrv/Trouble.h"
 #include "upgradesrv/chain/CheckStrategy.h"
 #include "upgradesrv/chain/LoadedStrategy.h"
@@ -54,8 +55,21 @@ std::string Outcome(const SStrategyConfiguration& strategy, bool reported, bool 
   return strategy.className + ": " + outcome + (complete ? "" : ", but not complete: it logged errors");
 }
 
+/// Reviews the metamodels that the run takes.
+std::string ReviewCommand(const SRunArguments& arguments) {
+  std::string command = "upgradesrv review";
+  const auto add = [&command](const char* option, const std::optional<std::string>& location) {
+    if (location) {
+      command.append(" ").append(option).append(" ").append(ShellWord(*location));
+    }
+  };
+  add("--original", arguments.overrides.originalLocation);
+  add("--client", arguments.overrides.clientLocation);
+  return command + " " + ShellWord(arguments.directory);
+}
+
 /// Whether the strategy has reported anything.
-bool Run(CLoadedStrategy& strategy, CUpgradeContext& context) {
+bool Run(CLoadedStrategy& strategy, CUpgradeContext& context, const SRunArguments& arguments) {
   const std::size_t errorsBefore = CLog::GetErrorCount();
   const std::optional<std::string> text = strategy.Run(context);
   if (text) {
@@ -64,7 +78,7 @@ bool Run(CLoadedStrategy& strategy, CUpgradeContext& context) {
   const SStrategyConfiguration& configuration = strategy.GetConfiguration();
   WriteNote(Outcome(configuration, text.has_value(), CLog::GetErrorCount() == errorsBefore));
   if (IsCheck(configuration)) {
-    WriteNote(NoteOnReport(configuration, context.GetUpgradeCfgPath()));
+    WriteNote(NoteOnReport(configuration, ReviewCommand(arguments)));
   }
   return text.has_value();
 }
@@ -87,13 +101,13 @@ EExitStatus RunUpgrade(const SRunArguments& arguments) {
   EExitStatus status = kNothingToReport;
   // Each is gone, with its module, before the next begins.
   for (; !chain.empty(); chain.pop_front()) {
-    if (Run(chain.front(), context)) {
+    if (Run(chain.front(), context, arguments)) {
       status = kDifferencesReported;
     }
   }
   if (const std::size_t errors = CLog::GetErrorCount(); errors != 0) {
     throw CTrouble("the strategies logged " + std::to_string(errors) + (errors == 1 ? " error" : " errors") +
-                   "; clear up what the log says and run again");
+                   "; see the log for the cause");
   }
   return status;
 }
