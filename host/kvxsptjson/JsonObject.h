@@ -55,7 +55,7 @@ class KVXSPTJSON_EXPORT CJsonObject {
   /// skipped. On failure this view is as before. Throws CKVXException: kvx::kFileError when the file cannot be read,
   /// kvx::kMalformedDocument "PATH:LINE:COLUMN: what is wrong".
   void CreateFromFile(const std::string& path);
-  /// The same for a text at hand; `name` stands in messages where the path would.
+  /// The same for a text at hand; messages have `name` in place of the path.
   void CreateFromText(const std::string& text, const std::string& name);
 
   /// Writes the whole document, indented by two spaces and ended by a line end. The file is replaced as a whole or not

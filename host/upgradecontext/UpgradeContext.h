@@ -5,7 +5,7 @@
 #include "upgradecontext/upgradecontext_export.h"
 
 /// The context of one upgrade run: directories, language and the two metamodels. Directories carry no trailing
-/// separator, since readers append text that begins with "/" as it stands; the setters keep what they are given.
+/// separator, since readers append text that begins with "/"; the setters keep what they are given.
 /// Everything is empty until set.
 class UPGRADECONTEXT_EXPORT CUpgradeContext {
  public:

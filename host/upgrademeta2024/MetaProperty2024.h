@@ -7,7 +7,7 @@
 
 #include "upgrademeta2024/upgrademeta2024_export.h"
 
-/// What a property is made of. The texts are copied when a property is made; "" and 0 stand for unset.
+/// What a property is made of. The texts are copied when a property is made; "" and 0 mean unset.
 struct SMetaPropertyValues2024 {
   std::string_view internalName;
   std::string_view displayName;
@@ -54,7 +54,7 @@ class UPGRADEMETA2024_EXPORT CMetaProperty2024 {
     return {texts_->data() + begin, ends_[text] - begin};
   }
 
-  // All texts of a table's properties stand one after the other in one string: with a quarter of a million properties
+  // All texts of a table's properties are in one string, one after the other: with a quarter of a million properties
   // a side, eight strings each would take several times the memory of their characters.
   const std::string* texts_;
   std::uint32_t begin_;

@@ -46,7 +46,7 @@ struct CMetaPropertyTable2024::SBlock {
   std::optional<std::pair<std::size_t, std::size_t>> repeatedName;
   bool finished = false;
 
-  // The properties ordered by lower-cased name and, among equal names, by position; the names stand one after the other
+  // The properties ordered by lower-cased name and, among equal names, by position; the names come one after the other
   // in one string: a dictionary of them is asked for again and again.
   struct SByName {
     std::uint32_t position;

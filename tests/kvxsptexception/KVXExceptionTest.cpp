@@ -97,9 +97,9 @@ TEST(ErrorCodesTest, JsonCodesAreTheInterfacesOwn) {
 }
 
 TEST(ErrorCodesTest, EveryCodeIsDifferent) {
-  const std::set<std::uint32_t> codes = {kvx::kJsonMemberMissing, kvx::kJsonWrongType, kvx::kFileError,
-                                         kvx::kMalformedDocument, kvx::kMetamodelError,
-                                         kvx::kMetamodelExists, kvx::kRefused};
+  const std::set<std::uint32_t> codes = {
+      kvx::kJsonMemberMissing, kvx::kJsonWrongType,   kvx::kFileError, kvx::kMalformedDocument,
+      kvx::kMetamodelError,    kvx::kMetamodelExists, kvx::kRefused};
   EXPECT_EQ(codes.size(), 7U);
 }
 

@@ -51,8 +51,8 @@ const SMalformed kTrailingText[] = {
     {"SecondDocument", "{}\n{}", "2:1: The document root must not be followed by other values."},
     {"BraceAfterTheDocument", "{}}", "1:3: The document root must not be followed by other values."},
     {"CommentAfterTheDocument", "{} // x", "1:4: The document root must not be followed by other values."},
-    {"NulAfterTheDocument", "{}\0"s, "1:3: a NUL byte stands after the end of the document."},
-    {"NulAndTextAfterTheDocument", "{}\n\0{}"s, "2:1: a NUL byte stands after the end of the document."},
+    {"NulAfterTheDocument", "{}\0"s, "1:3: a NUL byte follows the end of the document."},
+    {"NulAndTextAfterTheDocument", "{}\n\0{}"s, "2:1: a NUL byte follows the end of the document."},
 };
 
 const SMalformed kNulBytes[] = {

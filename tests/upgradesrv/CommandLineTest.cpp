@@ -95,7 +95,7 @@ TEST(CommandLineTest, HelpOfRunNamesItsOptionsAndExitStatuses) {
               AllOf(HasSubstr("Usage: upgradesrv run "), HasSubstr("--lang CODE"), HasSubstr("--original LOCATION"),
                     HasSubstr("--client LOCATION"), HasSubstr("--elements KIND[,KIND...]"),
                     HasSubstr("--module-dir DIR ..."), HasSubstr("UPGRADE_DIR"),
-                    HasSubstr("Exit status: 0 nothing to report, 1 differences reported, 2 trouble.")));
+                    HasSubstr("Exit status: 0 nothing to report, 1 differences reported, 2 the run failed.")));
 }
 
 TEST(CommandLineTest, HelpOfMetamodelNamesItsCommandsAndTheirOptions) {

@@ -161,7 +161,7 @@ std::shared_ptr<JsonDocument> ParseDocument(const std::string& text, const std::
   }
   // RapidJSON takes a NUL byte for the end of its input. Elsewhere the parse has already failed on one.
   if (const std::size_t nul = text.find('\0'); nul != std::string::npos) {
-    Fail(name, text, nul, "a NUL byte stands after the end of the document.");
+    Fail(name, text, nul, "a NUL byte follows the end of the document.");
   }
   return document;
 }

@@ -47,9 +47,8 @@ INSTANTIATE_TEST_SUITE_P(
     Documents, RefusedMetamodelTest,
     testing::Values(
         SDocument{"Empty", "", "FILE:1:1: the document is empty"},
-        SDocument{
-            "Malformed", "{\n  \"generation\": 2024,\n  \"classes\": [\n",
-            "FILE:3:15: the document does not end with the } of its object; it is cut off, or text stands after it"},
+        SDocument{"Malformed", "{\n  \"generation\": 2024,\n  \"classes\": [\n",
+                  "FILE:3:15: the document does not end with the } of its object; it is cut off, or text follows it"},
         SDocument{"NotAnObject", "[]", "FILE:1:1: /: expected an object, found an array"},
         SDocument{"GenerationMissing", "{}", "FILE:1:1: /: member \"generation\" is missing"},
         SDocument{"OtherGeneration", R"({"generation": 2023})",

@@ -59,9 +59,8 @@ INSTANTIATE_TEST_SUITE_P(
                  {{"lang", ""}, {"LANG", R"("en")"}},
                  "DIR/upgrade.json: /: unknown member \"LANG\"; known here: lang, version, original_metamodel, "
                  "client_metamodel, base_metamodel, strategies"},
-        SRefused{"RepeatedMember",
-                 {{"lang", R"("en", "lang": "de")"}},
-                 "DIR/upgrade.json: /: member \"lang\" is there twice"},
+        SRefused{
+            "RepeatedMember", {{"lang", R"("en", "lang": "de")"}}, "DIR/upgrade.json: /: duplicate member \"lang\""},
         SRefused{"LangNumber", {{"lang", "5"}}, kBadLang.c_str()},
         SRefused{"LangNull", {{"lang", "null"}}, kBadLang.c_str()},
         SRefused{"LangObject", {{"lang", "{}"}}, kBadLang.c_str()},
@@ -115,7 +114,7 @@ INSTANTIATE_TEST_SUITE_P(
                  "parameter"},
         SRefused{"RepeatedMemberOfAStrategy",
                  {{"strategies", R"([{"module": "m", "class": "C", "module": "n"}])"}},
-                 "DIR/upgrade.json: /strategies/0: member \"module\" is there twice"},
+                 "DIR/upgrade.json: /strategies/0: duplicate member \"module\""},
         SRefused{"ParameterArray",
                  {{"strategies", R"([{"module": "m", "class": "C", "parameter": ["class"]}])"}},
                  kBadParameter.c_str()},
@@ -125,7 +124,7 @@ INSTANTIATE_TEST_SUITE_P(
         SRefused{"RepeatedMemberOfAParameter",
                  {{"strategies", R"([{"module": "checkmeta2024", "class": "CCheckMetaStrategy2024",
                     "parameter": {"execute_elements": [], "execute_elements": ["class"]}}])"}},
-                 "DIR/upgrade.json: /strategies/0/parameter: member \"execute_elements\" is there twice"}),
+                 "DIR/upgrade.json: /strategies/0/parameter: duplicate member \"execute_elements\""}),
     [](const auto& test) { return test.param.name; });
 
 TEST(UpgradeDirectoryTest, ThatIsMissingIsTrouble) {

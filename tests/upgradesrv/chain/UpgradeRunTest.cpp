@@ -185,7 +185,7 @@ TEST_F(UpgradeRunTest, StrategyGetsContextAndParameter) {
 
 TEST_F(UpgradeRunTest, LoggedErrorIsTroubleAfterTheStrategyHasEnded) {
   const test::SProcessResult result = RunStranger("CLogsError");
-  EXPECT_EQ(test::TroubleOf(result), "the strategies logged 1 error; clear up what the log says and run again");
+  EXPECT_EQ(test::TroubleOf(result), "the strategies logged 1 error; see the log for the cause");
   EXPECT_THAT(result.errors, HasSubstr("ERROR stranger.cpp:12 CStranger::Invoke - the stranger's log line\n"));
 }
 

@@ -20,8 +20,8 @@ class CMetaDictionary2024;
 ///     "behavior": { "inserted_behaviors": […], "updated_behaviors": […], "deleted_behaviors": […] }
 ///
 /// in this order, each array present only when it has items. Inserted elements, in the order of the client's list, and
-/// deleted ones, in that of the original's, stand as element JSON (see CMeta2024ToJsonConverter); updated ones, in the
-/// order of the client's list, as the entries of CCheckClass2024Helper, CCheckLink2024Helper and
+/// deleted ones, in that of the original's, are in it as element JSON (see CMeta2024ToJsonConverter); updated ones, in
+/// the order of the client's list, as the entries of CCheckClass2024Helper, CCheckLink2024Helper and
 /// CCheckBehavior2024Helper.
 ///
 /// A check without a document answers true, or logs the first changed or deleted element and throws CKVXException with

@@ -16,7 +16,7 @@ class CMultiLanguageConfig;
 /// between words are the dictionary's. Display keys: "inserted", "deleted", "updated", "class", "link", "behavior",
 /// "method", "property", "internal_name", "display_name", "updated_to".
 ///
-/// The text of one kind, D(key) standing for a word of the dictionary:
+/// The text of one kind, D(key) being a word of the dictionary:
 ///
 ///     (empty line)
 ///     D(inserted)D(class):

@@ -33,7 +33,7 @@ struct SGroup {
 };
 
 constexpr SGroup kNoGroup = {"", ""};
-constexpr SGroup kMetamodel = {"metamodel", "Look at metamodels and copy them"};
+constexpr SGroup kMetamodel = {"metamodel", "Show and copy metamodels"};
 
 struct SCommand {
   const SGroup* group;
@@ -69,10 +69,10 @@ void DefineCommands(CLI::App& app, SRequest& request) {
 }
 
 EExitStatus ParseAndRun(int argumentCount, const char* const* argumentValues) {
-  CLI::App app("Runs the strategies of an upgrade, the metamodel check among them.", "upgradesrv");
+  CLI::App app("Checks and reviews the metamodels of an upgrade.", "upgradesrv");
   app.set_version_flag("--version", std::string("upgradesrv ") + UPGRADESRV_VERSION);
   app.require_subcommand(1);
-  app.footer("Run \"upgradesrv COMMAND --help\" for details.");
+  app.footer("Run \"upgradesrv SUBCOMMAND --help\" for details.");
   SRequest request;
   AddLoadingOptions(app, request);
   DefineCommands(app, request);

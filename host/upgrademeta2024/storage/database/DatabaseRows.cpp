@@ -125,7 +125,7 @@ std::uint32_t CRows::Number(std::size_t column) const {
 const SValue& CRows::Value(std::size_t index, const char* column) const {
   const SValue& value = values_[index];
   if (value.kind == SValue::kNull) {
-    Fail(column, "NULL stands where a value belongs");
+    Fail(column, "must not be NULL");
   }
   return value;
 }

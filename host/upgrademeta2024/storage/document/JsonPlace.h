@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-/// The place in a JSON document at which a reader stands. The reader enters each member and item before it reads it and
+/// The place in a JSON document at which a reader is. The reader enters each member and item before it reads it and
 /// leaves it afterwards; a reader that throws leaves the place where it failed.
 class CJsonPlace {
  public:

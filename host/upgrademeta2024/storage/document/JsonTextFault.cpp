@@ -84,15 +84,15 @@ std::string JsonTextFaultMessage(simdjson::error_code error) {
     case simdjson::UTF8_ERROR:
       return "not valid UTF-8";
     case simdjson::UNESCAPED_CHARS:
-      return "a control character stands unescaped in a string";
+      return "a control character in a string is not escaped";
     case simdjson::UNCLOSED_STRING:
       return "a string is not closed";
     case simdjson::STRING_ERROR:
       return "a string holds an invalid escape sequence";
     case simdjson::TRAILING_CONTENT:
-      return "text stands after the end of the document";
+      return "text follows the end of the document";
     case simdjson::INCOMPLETE_ARRAY_OR_OBJECT:
-      return "the document does not end with the } of its object; it is cut off, or text stands after it";
+      return "the document does not end with the } of its object; it is cut off, or text follows it";
     case simdjson::CAPACITY:
       return "the document is too large";
     default:

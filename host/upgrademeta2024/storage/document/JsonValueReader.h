@@ -21,7 +21,7 @@ struct SJsonContentError {
   const char* where;
 };
 
-/// Reads the values of a JSON document in the order in which they stand. What is not as expected throws
+/// Reads the values of a JSON document in their order. What is not as expected throws
 /// SJsonContentError with the place, or simdjson::simdjson_error where the text is not JSON. Everything read is valid
 /// as long as the parser and the text, which must be padded as simdjson asks for.
 class CJsonValueReader {
@@ -80,7 +80,7 @@ class CJsonValueReader {
         place_.Enter(known[position], where);
       }
       if ((seen & (1U << position)) != 0) {
-        Fail("the member stands twice");
+        Fail("duplicate member");
       }
       seen |= 1U << position;
       next = position + 1;
@@ -95,7 +95,7 @@ class CJsonValueReader {
   /// The content of a string; valid until the reader's end.
   std::string_view Text(Value& value) {
     // A token reaches up to the next one. The parser has validated its characters, so without an escape in it the
-    // string can be used where it stands.
+    // string can be used where it is.
     std::string_view token = value.raw_json_token();
     if (token.empty() || token.front() != '"') {
       RequireType(value, Type::string);

@@ -82,10 +82,10 @@ TEST(DocumentMetaContentTest, UnknownMemberOfTheRootIsRefused) {
 
 TEST(DocumentMetaContentTest, RepeatedMemberOfTheRootIsRefused) {
   EXPECT_EQ(LoadErrorAtPointer(R"({"generation": 2024, "generation": 2024})"),
-            ContentError("/generation", "the member stands twice"));
+            ContentError("/generation", "duplicate member"));
   for (const std::string list : {"classes", "links", "behaviors"}) {
     EXPECT_EQ(LoadErrorAtPointer(R"({"generation": 2024, ")" + list + R"(": [], ")" + list + R"(": []})"),
-              ContentError("/" + list, "the member stands twice"));
+              ContentError("/" + list, "duplicate member"));
   }
 }
 
@@ -134,7 +134,7 @@ TEST_P(DocumentMetaObjectTest, UnknownMemberIsRefused) {
 TEST_P(DocumentMetaObjectTest, MemberNameMayBeWrittenWithEscapes) {
   EXPECT_NO_THROW(LoadText(With(Place(), R"({"inter\u006eal_name": "A", "\u0064isplay_name": "B"})")));
   EXPECT_EQ(LoadErrorAtPointer(With(Place(), R"({"internal_name": "A", "internal\u005fname": "A"})")),
-            ContentError(Place().pointer + "/internal_name", "the member stands twice"));
+            ContentError(Place().pointer + "/internal_name", "duplicate member"));
 }
 
 TEST_P(DocumentMetaObjectTest, PointerToAnUnknownMemberIsEscapedAndVisible) {
@@ -191,7 +191,7 @@ TEST_P(DocumentMetaMemberTest, MemberThatStandsTwiceIsRefused) {
   const std::string member = std::string("\"") + GetParam().name + "\": " + GetParam().value;
   for (const SObjectPlace& place : GetParam().places) {
     EXPECT_EQ(LoadErrorAtPointer(With(place, "{" + member + ", " + member + "}")),
-              ContentError(place.pointer + "/" + GetParam().name, "the member stands twice"));
+              ContentError(place.pointer + "/" + GetParam().name, "duplicate member"));
   }
 }
 

@@ -16,11 +16,10 @@ using test::LoadText;
 using test::SError;
 
 constexpr const char* kNotJson = "not valid JSON";
-constexpr const char* kCutOff =
-    "the document does not end with the } of its object; it is cut off, or text stands after it";
-constexpr const char* kControl = "a control character stands unescaped in a string";
+constexpr const char* kCutOff = "the document does not end with the } of its object; it is cut off, or text follows it";
+constexpr const char* kControl = "a control character in a string is not escaped";
 constexpr const char* kEscape = "a string holds an invalid escape sequence";
-constexpr const char* kTrailing = "text stands after the end of the document";
+constexpr const char* kTrailing = "text follows the end of the document";
 
 struct SFault {
   const char* name;

@@ -59,14 +59,14 @@ std::optional<Milliseconds> ParseSeconds(const std::string& text) {
 }  // namespace
 
 const char* const kLocationHelp =
-    "A metamodel LOCATION is one of\n"
-    "  NAME.json                       a metamodel document\n"
-    "  NAME.db, NAME.sqlite            an SQLite database\n"
-    "  sqlite3://PATH                  the same, whatever its name ends in\n"
-    "  'postgresql://host=H dbname=D'  a PostgreSQL database, in libpq's connection words\n"
-    "  postgresql://USER@HOST/DATABASE the same as a URI; what is left out, libpq finds in PGHOST, PGDATABASE and\n"
-    "                                  its other variables, PGSERVICE and PGPASSFILE. A password belongs in the\n"
-    "                                  password file: others can see command lines.";
+    "A metamodel LOCATION is one of these. Relative paths start at the current directory.\n"
+    "  NAME.json                        a JSON document\n"
+    "  NAME.db, NAME.sqlite             an SQLite database\n"
+    "  sqlite3://PATH                   an SQLite database of any name\n"
+    "  'postgresql://host=H dbname=D'   a PostgreSQL database, in libpq's keywords and values\n"
+    "  postgresql://USER@HOST/DATABASE  a PostgreSQL database, as a URI\n"
+    "For PostgreSQL, what is left out comes from libpq's variables: PGHOST, PGDATABASE, PGSERVICE and so on.\n"
+    "Others can see command lines: put a password into the password file (PGPASSFILE).";
 
 CLI::Option* AddText(CLI::App& command, const std::string& name, std::optional<std::string>& value,
                      const std::string& help) {
@@ -84,11 +84,11 @@ void AddKinds(CLI::App& command, std::optional<std::vector<std::string>>& kinds,
 }
 
 void AddLoadingOptions(CLI::App& command, SRequest& request) {
-  command.add_flag("--quiet", request.quiet, "Show no progress on the terminal while metamodels are loaded");
+  command.add_flag("--quiet", request.quiet, "Show no progress while metamodels are loaded");
   command
       .add_option_function<std::string>(
           "--timeout", [&request](const std::string& seconds) { request.timeout = ParseSeconds(seconds); },
-          "End with an error when not everything is loaded after so many seconds; without it there is no such limit")
+          "Give up when loading takes longer; default: no limit")
       ->type_name("SECONDS")
       ->check([](const std::string& seconds) {
         return std::string(ParseSeconds(seconds) ? "" : "must be a number of seconds above 0, for example 60 or 0.5");

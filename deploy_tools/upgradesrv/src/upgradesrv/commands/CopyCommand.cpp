@@ -51,7 +51,7 @@ EExitStatus CopyMetamodel(const SCopyArguments& arguments) {
 
 void DefineMetamodelCopy(CLI::App& parent, SRequest& request) {
   const auto arguments = std::make_shared<SCopyArguments>();
-  CLI::App& copy = *parent.add_subcommand("copy", "Copy a metamodel");
+  CLI::App& copy = *parent.add_subcommand("copy", "Copy a metamodel to a document or a database");
   copy.add_option("SOURCE", arguments->source, "The metamodel to read")->required();
   copy.add_option("TARGET", arguments->target, "Where to write it")->required();
   copy.add_flag("--replace", arguments->replace, "Replace a target that exists");

@@ -17,18 +17,18 @@ void DefineDecide(CLI::App& parent, SRequest& request) {
   SDecideArguments& arguments = *owner;
   CLI::App& decide = *parent.add_subcommand("decide", "Record that differences are accepted");
   decide.add_option("UPGRADE_DIR", arguments.sources.directory, "The upgrade configuration directory")->required();
-  decide.add_option("PATH", arguments.paths, "Paths of findings, as the review has them");
+  decide.add_option("PATH", arguments.paths, "Paths of findings, as the review shows them");
   decide.add_option("--reason", arguments.acceptance.reason, "Why they are accepted; required with a PATH")
       ->type_name("TEXT");
   AddText(decide, "--by", arguments.acceptance.by, "Who decided")->type_name("NAME");
-  AddText(decide, "--until", arguments.acceptance.until, "The last day that the decision holds, YYYY-MM-DD")
+  AddText(decide, "--until", arguments.acceptance.until, "Last day on which the decision is valid, YYYY-MM-DD")
       ->type_name("DATE");
-  decide.add_flag("--prune", arguments.isPrune, "Drop the entries that match nothing any more; takes no PATH");
+  decide.add_flag("--prune", arguments.isPrune, "Remove the entries that no longer match a finding; takes no PATH");
   AddReviewSources(decide, arguments.sources);
   AddLoadingOptions(decide, request);
   RequireValues(decide);
   decide.footer(
-      "Writes decisions.json of UPGRADE_DIR. Exit status: 0, or 2 for trouble; then nothing was changed.\n"
+      "Changes UPGRADE_DIR/decisions.json. Exit status: 0 done, 2 failed; then nothing was changed.\n"
       "\n"
       "  upgradesrv decide --reason 'longest number in use has 31' --by m.keller --until 2027-06-30 DIR \\\n"
       "    class/Part/property/Code/length\n"

@@ -28,36 +28,39 @@ std::string FormatList() {
 void DefineReview(CLI::App& parent, SRequest& request) {
   const auto owner = std::make_shared<SReviewArguments>();
   SReviewArguments& arguments = *owner;
-  CLI::App& review = *parent.add_subcommand("review", "Judge every difference, for the decision about the upgrade");
+  CLI::App& review = *parent.add_subcommand("review", "Show every difference and what it means for the installation");
   CLI::Option* directory =
       review.add_option("UPGRADE_DIR", arguments.sources.directory, "The upgrade configuration directory");
   AddReviewSources(review, arguments.sources);
-  AddText(review, "--lang", arguments.sources.overrides.lang, "Language of the review, for example en")
+  AddText(review, "--lang", arguments.sources.overrides.lang,
+          "Language of the review, for example en; default: that of upgrade.json")
       ->type_name("CODE");
-  AddKinds(review, arguments.elements, "Kinds of elements to compare; without it all: class,link,behavior");
-  AddText(review, "--against", arguments.against, "An earlier review, saved as JSON: tells what is new since")
+  AddKinds(review, arguments.elements, "Kinds to compare; default: class,link,behavior");
+  AddText(review, "--against", arguments.against, "An earlier review, saved as JSON, to mark what is new since")
       ->type_name("REVIEW.json");
-  CLI::Option* from = AddText(review, "--from", arguments.from, "Write a saved review again; reads nothing else")
-                          ->type_name("REVIEW.json");
+  CLI::Option* from =
+      AddText(review, "--from", arguments.from, "A review saved as JSON, to write it again; nothing else is read")
+          ->type_name("REVIEW.json");
   review
       .add_option("--fail-on", arguments.failOn,
-                  "The least bad risk that counts for the exit status: loss, block, attention, safe, never")
+                  "Findings of this risk or a worse one count: loss, block, attention, safe; or never")
       ->type_name("LEVEL")
       ->capture_default_str();
-  review.add_flag("--new", arguments.onlyNew, "With --against: findings that the earlier review has do not count");
+  review.add_flag("--new", arguments.onlyNew, "With --against: only new and changed findings count");
   CLI::Option* output =
       review
           .add_option("-o,--output", arguments.outputs,
-                      "A format, on standard output or in a file; may be given several times: " + FormatList())
+                      "Format of the review, and the file to write; may be repeated. Formats: " + FormatList())
           ->type_name("FORMAT[=FILE]")
           ->take_all()
           ->allow_extra_args(false);
-  review.add_flag("--stat", arguments.isTableOnly, "Of the text report the table of counts alone");
+  review.add_flag("--stat", arguments.isTableOnly, "Only the table of counts, of the text report");
   AddLoadingOptions(review, request);
   RequireValues(review);
   review.footer(
-      "Exit status: 0 nothing counts, 1 a finding counts (see --fail-on; accepted ones never do), 2 trouble. With\n"
-      "trouble every FILE of -o says that the review failed.\n"
+      "Exit status: 0 no finding counts, 1 a finding counts, 2 the review failed. Accepted findings never count. After "
+      "a\n"
+      "failure every FILE of -o says that the review failed.\n"
       "\n"
       "  upgradesrv review DIR                                  what has to be decided, and all differences\n"
       "  upgradesrv review --stat DIR                           how many, by kind and risk\n"

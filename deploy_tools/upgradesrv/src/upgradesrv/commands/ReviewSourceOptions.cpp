@@ -11,15 +11,18 @@ namespace upgradesrv {
 
 void AddReviewSources(CLI::App& app, SReviewSources& sources) {
   AddText(app, "--original", sources.overrides.originalLocation,
-          "Metamodel as shipped with the upgrade, in place of upgrade.json's")
+          "The metamodel as shipped with the upgrade; default: that of upgrade.json")
       ->type_name("LOCATION");
-  AddText(app, "--client", sources.overrides.clientLocation, "Metamodel of the installation")->type_name("LOCATION");
-  AddText(app, "--base", sources.overrides.baseLocation,
-          "Metamodel as shipped with the version that runs now; tells who made a difference")
+  AddText(app, "--client", sources.overrides.clientLocation,
+          "The metamodel of the installation; default: that of upgrade.json")
       ->type_name("LOCATION");
-  AddText(app, "--decisions", sources.decisions, "The decisions; without it decisions.json of UPGRADE_DIR")
+  AddText(
+      app, "--base", sources.overrides.baseLocation,
+      "The metamodel as shipped with the version in use, to tell who made a difference; default: that of upgrade.json")
+      ->type_name("LOCATION");
+  AddText(app, "--decisions", sources.decisions, "File of decisions; default: UPGRADE_DIR/decisions.json")
       ->type_name("FILE");
-  AddText(app, "--today", sources.today, "Today's date, YYYY-MM-DD, in place of the clock's")->type_name("DATE");
+  AddText(app, "--today", sources.today, "The day to take for today, YYYY-MM-DD")->type_name("DATE");
 }
 
 }  // namespace upgradesrv

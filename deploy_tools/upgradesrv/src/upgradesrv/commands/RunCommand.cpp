@@ -28,27 +28,32 @@ std::string HintFor(const SRunArguments& arguments, const std::vector<std::strin
 void DefineRun(CLI::App& parent, SRequest& request) {
   const auto owner = std::make_shared<SRunArguments>();
   SRunArguments& arguments = *owner;
-  CLI::App& run = *parent.add_subcommand("run", "Run the upgrade strategies that UPGRADE_DIR/upgrade.json names");
+  CLI::App& run = *parent.add_subcommand(
+      "run", "Run the strategies that UPGRADE_DIR/upgrade.json lists, such as the metamodel check");
   run.add_option("UPGRADE_DIR", arguments.directory, "The upgrade configuration directory")->required();
-  AddText(run, "--lang", arguments.overrides.lang, "Language of the report, for example en")->type_name("CODE");
+  AddText(run, "--lang", arguments.overrides.lang,
+          "Language of the report, for example en; default: that of upgrade.json")
+      ->type_name("CODE");
   AddText(run, "--original", arguments.overrides.originalLocation,
-          "Metamodel as shipped, relative to the current directory")
+          "The metamodel as shipped with the upgrade; default: that of upgrade.json")
       ->type_name("LOCATION");
   AddText(run, "--client", arguments.overrides.clientLocation,
-          "Metamodel of the installation, relative to the current directory")
+          "The metamodel of the installation; default: that of upgrade.json")
       ->type_name("LOCATION");
-  AddKinds(run, arguments.overrides.elements, "Kinds of elements to check, in this order: " + KindNames());
-  run.add_option(
-         "--module-dir", arguments.moduleDirectories,
-         "Where modules are looked for, lib<name>.so, before the directory \"modules\" beside the executable; may "
-         "be given several times")
+  AddKinds(run, arguments.overrides.elements, "Kinds to check, in the order given: " + KindNames());
+  run.add_option("--module-dir", arguments.moduleDirectories,
+                 "Directory to search for modules (libNAME.so) before the default one; may be repeated")
       ->type_name("DIR")
       ->allow_extra_args(false);
   AddLoadingOptions(run, request);
   RequireValues(run);
   run.footer(
-      "Reports go to standard output, notes and log lines to standard error.\n"
-      "Exit status: 0 nothing to report, 1 differences reported, 2 trouble.\n" +
+      "Reports go to standard output; notes and log lines go to standard error.\n"
+      "Exit status: 0 nothing to report, 1 differences reported, 2 the run failed.\n"
+      "\n"
+      "  upgradesrv run DIR                                     check the metamodels that DIR/upgrade.json names\n"
+      "  upgradesrv run --client plm.db --elements class DIR    check the classes of another metamodel\n"
+      "\n" +
       std::string(kLocationHelp));
   request.hints[&run] = [owner](const std::vector<std::string>& unexpected) { return HintFor(*owner, unexpected); };
   run.callback([owner, &request] { request.action = [owner] { return RunUpgrade(*owner); }; });

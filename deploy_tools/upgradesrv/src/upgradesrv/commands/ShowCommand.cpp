@@ -86,7 +86,7 @@ EExitStatus ShowMetamodel(const SShowArguments& arguments) {
 
 void DefineMetamodelShow(CLI::App& parent, SRequest& request) {
   const auto arguments = std::make_shared<SShowArguments>();
-  CLI::App& show = *parent.add_subcommand("show", "Count what a metamodel holds");
+  CLI::App& show = *parent.add_subcommand("show", "Show how many elements a metamodel has");
   show.add_option("LOCATION", arguments->location, "The metamodel")->required();
   show.add_option("--format", arguments->format, "text or json")
       ->type_name("FORMAT")
