@@ -13,6 +13,9 @@ class KVXSPTFILE_EXPORT CLoadDeadline {
  public:
   using Clock = std::chrono::steady_clock;
 
+  /// What is said when it is over.
+  static constexpr const char* kOver = "the time allowed for loading is over";
+
   CLoadDeadline() = delete;
 
   /// The deadline is `limit` from now. Without one there is none any more.

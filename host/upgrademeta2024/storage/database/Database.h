@@ -52,9 +52,9 @@ class CDatabase {
 
   /// Whether there is anything that can be opened for reading.
   virtual bool Exists() const = 0;
-  /// Sessions for reading can change nothing. Both throw soci::soci_error or SFailure; writing throws CKVXException for
-  /// a file that cannot be saved.
-  virtual std::unique_ptr<soci::session> OpenForReading() = 0;
+  /// Sessions for reading can change nothing; what they do fails when kvx::CLoadDeadline is over. Both throw
+  /// soci::soci_error or SFailure; writing throws CKVXException for a file that cannot be saved.
+  virtual std::shared_ptr<soci::session> OpenForReading() = 0;
   virtual std::unique_ptr<soci::session> OpenForWriting() = 0;
   /// Looks where the metamodel is, or, if there is none, where it is to be.
   virtual SDatabaseDialect Dialect(soci::session& session) const = 0;

@@ -5,6 +5,7 @@
 
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptexception/KVXException.h"
+#include "kvxsptfile/LoadDeadline.h"
 #include "kvxsptstring/StringHelper.h"
 #include "upgrademeta2024/LoadProgress.h"
 #include "upgrademeta2024/MetaDictionary2024.h"
@@ -41,6 +42,27 @@ auto Run(const metadb::CDatabase& database, const std::string& activity, const s
   }
 }
 
+/// Opens a database for reading and runs an operation on the session, as long as loading may take.
+template <typename Operation>
+auto Read(metadb::CDatabase& database, const std::string& activity, const std::string& wayOut,
+          const Operation& operation) {
+  return Run(database, activity, wayOut, [&] {
+    const metadb::SFailure late = {kvx::kFileError, kvx::CLoadDeadline::kOver, "allow more time"};
+    if (kvx::CLoadDeadline::IsOver()) {
+      throw late;
+    }
+    try {
+      const std::shared_ptr<soci::session> session = database.OpenForReading();
+      return operation(*session);
+    } catch (const soci::soci_error&) {
+      if (kvx::CLoadDeadline::IsOver()) {
+        throw late;
+      }
+      throw;
+    }
+  });
+}
+
 }  // namespace
 
 CDatabaseMetaStorage::CDatabaseMetaStorage(std::unique_ptr<metadb::CDatabase> database)
@@ -59,16 +81,13 @@ std::string CDatabaseMetaStorage::Describe() const {
 std::shared_ptr<CMetaDictionary2024> CDatabaseMetaStorage::Load() {
   CLoadProgress progress(Describe(), CLoadProgress::kRows);
   std::string activity = "cannot be opened";
-  return Run(*database_, activity, kStoreAnew, [&] {
-    const std::unique_ptr<soci::session> session = database_->OpenForReading();
-    return metadb::ReadMetamodel(*session, *database_, activity, progress);
-  });
+  return Read(*database_, activity, kStoreAnew,
+              [&](soci::session& session) { return metadb::ReadMetamodel(session, *database_, activity, progress); });
 }
 
 bool CDatabaseMetaStorage::Exists() {
-  return database_->Exists() && Run(*database_, "cannot be opened", kStoreElsewhere, [&] {
-           const std::unique_ptr<soci::session> session = database_->OpenForReading();
-           return metadb::HasTables(*session, database_->Dialect(*session));
+  return database_->Exists() && Read(*database_, "cannot be opened", kStoreElsewhere, [&](soci::session& session) {
+           return metadb::HasTables(session, database_->Dialect(session));
          });
 }
 

@@ -3,13 +3,21 @@
 #include <libpq-fe.h>
 #include <soci/postgresql/soci-postgresql.h>
 
+#include <sys/socket.h>
+
+#include <algorithm>
 #include <cctype>
+#include <chrono>
+#include <cstdlib>
+#include <future>
 #include <set>
 #include <sstream>
+#include <system_error>
 
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptexception/KVXException.h"
 #include "kvxsptstring/StringHelper.h"
+#include "upgrademeta2024/storage/database/DatabaseRows.h"
 #include "upgrademeta2024/storage/database/DatabaseSchema.h"
 #include "upgrademeta2024/storage/database/postgresql/PostgresqlRows.h"
 
@@ -17,9 +25,12 @@ namespace metadb {
 namespace {
 
 using namespace std::string_literals;
+using Clock = kvx::CLoadDeadline::Clock;
 
 constexpr const char* kScheme = "postgresql://";
 constexpr const char* kHidden = "***";
+/// In seconds. libpq itself waits for as long as the system does.
+constexpr const char* kConnectTimeout = "10";
 
 constexpr const char* kLockTimeout = "SET LOCAL lock_timeout = '5s'";
 
@@ -30,6 +41,41 @@ constexpr const char* kShowAllRows = "SET LOCAL row_security = off";
 constexpr const char* kSchema =
     "coalesce((SELECT relnamespace::regnamespace FROM pg_class WHERE oid = to_regclass('metamodel')), "
     "to_regnamespace(quote_ident(current_schema())))";
+
+PGconn* ConnectionOf(soci::session& session) {
+  return static_cast<soci::postgresql_session_backend*>(session.get_backend())->conn_;
+}
+
+/// Cuts a session off when a deadline is over: for a server that says nothing libpq waits endlessly.
+struct SWatchedSession {
+  SWatchedSession(std::shared_ptr<soci::session> watched, Clock::time_point deadline) : session(std::move(watched)) {
+    const int socket = PQsocket(ConnectionOf(*session));
+    try {
+      watch = std::async(std::launch::async, [socket, deadline, ended = end.get_future()] {
+        if (ended.wait_until(deadline) == std::future_status::timeout) {
+          shutdown(socket, SHUT_RDWR);
+        }
+      });
+    } catch (const std::system_error&) {
+      // No thread can be had. A server that answers at all still keeps to the time.
+    }
+  }
+  ~SWatchedSession() { end.set_value(); }
+  SWatchedSession(const SWatchedSession&) = delete;
+  SWatchedSession& operator=(const SWatchedSession&) = delete;
+
+  std::shared_ptr<soci::session> session;
+  std::promise<void> end;
+  // Ends before the session.
+  std::future<void> watch;
+};
+
+std::uint64_t SecondsUntil(Clock::time_point time) {
+  // A server takes no more than 24 days, 0 for endless.
+  constexpr std::int64_t kMost = 1000000;
+  const std::int64_t left = std::chrono::ceil<std::chrono::seconds>(time - Clock::now()).count();
+  return static_cast<std::uint64_t>(std::clamp<std::int64_t>(left, 1, kMost));
+}
 
 bool IsKeywordForm(const std::string& words) {
   const std::size_t begin = words.find_first_not_of(' ');
@@ -119,6 +165,9 @@ CPostgresqlDatabase::CPostgresqlDatabase(const std::string& words) {
   const std::unique_ptr<PQconninfoOption, decltype(&PQconninfoFree)> options(
       isUri && MayHoldUnquotedPassword(words) ? nullptr : PQconninfoParse(given.c_str(), nullptr), &PQconninfoFree);
   bool understood = options != nullptr;
+  const char* const connectTimeout = std::getenv("PGCONNECT_TIMEOUT");
+  connectTimeout_ = connectTimeout == nullptr ? kConnectTimeout : connectTimeout;
+  connection_ = std::string(kScheme) + "?";
   for (const PQconninfoOption* option = options.get(); understood && option->keyword != nullptr; ++option) {
     if (option->val == nullptr) {
       continue;
@@ -127,7 +176,11 @@ CPostgresqlDatabase::CPostgresqlDatabase(const std::string& words) {
     // A URI without "@" has the password where the port belongs.
     understood = option->keyword != std::string("port") || value.find_first_not_of("0123456789,") == std::string::npos;
     // SOCI splits what it is given at spaces, quoted or not; a URI has none.
-    connection_ += (connection_.empty() ? std::string(kScheme) + "?" : "&") + option->keyword + "=" + Encode(value);
+    if (option->keyword == "connect_timeout"s) {
+      connectTimeout_ = value;
+    } else {
+      connection_ += option->keyword + "="s + Encode(value) + "&";
+    }
     const bool isSecret = option->dispchar[0] == '*';
     if (isSecret && !value.empty()) {
       secrets_.push_back(value);
@@ -148,9 +201,15 @@ CPostgresqlDatabase::CPostgresqlDatabase(const std::string& words) {
 
 CPostgresqlDatabase::~CPostgresqlDatabase() = default;
 
-std::unique_ptr<soci::session> CPostgresqlDatabase::OpenForReading() {
-  auto session = std::make_unique<soci::session>(soci::postgresql, connection_);
-  PGconn* connection = static_cast<soci::postgresql_session_backend*>(session->get_backend())->conn_;
+std::unique_ptr<soci::session> CPostgresqlDatabase::Open(std::optional<Clock::time_point> deadline) const {
+  std::string timeout = connectTimeout_;
+  if (deadline) {
+    const std::uint64_t left = SecondsUntil(*deadline);
+    const std::uint64_t own = ParseNumber(timeout, kMaxInteger).value_or(0);
+    timeout = std::to_string(own == 0 ? left : std::min(own, left));
+  }
+  auto session = std::make_unique<soci::session>(soci::postgresql, connection_ + "connect_timeout=" + Encode(timeout));
+  PGconn* const connection = ConnectionOf(*session);
   // libpq would write the server's notices to standard error.
   PQsetNoticeProcessor(
       connection, [](void*, const char*) {}, nullptr);
@@ -160,8 +219,21 @@ std::unique_ptr<soci::session> CPostgresqlDatabase::OpenForReading() {
   return session;
 }
 
+std::shared_ptr<soci::session> CPostgresqlDatabase::OpenForReading() {
+  const auto deadline = kvx::CLoadDeadline::Get();
+  std::shared_ptr<soci::session> session = Open(deadline);
+  if (!deadline) {
+    return session;
+  }
+  const auto watched = std::make_shared<SWatchedSession>(session, *deadline);
+  // A server whose connection is cut off would work on.
+  *session << "SELECT set_config('statement_timeout', '" << SecondsUntil(*deadline)
+           << "s', false) WHERE current_setting('statement_timeout') = '0'";
+  return {watched, session.get()};
+}
+
 std::unique_ptr<soci::session> CPostgresqlDatabase::OpenForWriting() {
-  return OpenForReading();
+  return Open(std::nullopt);
 }
 
 SDatabaseDialect CPostgresqlDatabase::Dialect(soci::session& session) const {
@@ -187,18 +259,18 @@ std::function<void()> CPostgresqlDatabase::ReleaseReferences(soci::session& sess
   const std::string ours =
       "IN (SELECT oid FROM pg_class WHERE relnamespace = "s + kSchema + " AND relname IN (" + QuotedTableNames() + "))";
   const std::string query =
-      "SELECT conrelid::regclass::text, quote_ident(conname), pg_get_constraintdef(oid) FROM pg_constraint WHERE "
+      "SELECT format('ALTER TABLE %s DROP CONSTRAINT %I', conrelid::regclass, conname), format('ALTER TABLE %s ADD "
+      "CONSTRAINT %I %s', conrelid::regclass, conname, pg_get_constraintdef(oid)), format('ALTER TABLE %s VALIDATE "
+      "CONSTRAINT %I', conrelid::regclass, conname) FROM pg_constraint WHERE "
       "contype = 'f' AND conparentid = 0 AND confrelid " +
       ours + " AND NOT conrelid " + ours;
   std::vector<std::string> release;
   std::vector<std::string> restore;
   for (const soci::row& reference : soci::rowset<soci::row>(session.prepare << query)) {
-    const std::string table = "ALTER TABLE " + reference.get<std::string>(0);
-    const std::string name = " CONSTRAINT " + reference.get<std::string>(1);
-    release.push_back(table + " DROP" + name);
-    restore.push_back(table + " ADD" + name + " " + reference.get<std::string>(2));
+    release.push_back(reference.get<std::string>(0));
+    restore.push_back(reference.get<std::string>(1));
     // Adding it has checked all rows, unless it has never been valid.
-    restore.push_back(table + " VALIDATE" + name);
+    restore.push_back(reference.get<std::string>(2));
   }
   Execute(session, release);
   return [&session, restore] { Execute(session, restore); };

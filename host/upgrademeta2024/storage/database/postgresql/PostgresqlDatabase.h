@@ -1,9 +1,11 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "kvxsptfile/LoadDeadline.h"
 #include "upgrademeta2024/storage/database/Database.h"
 
 namespace metadb {
@@ -19,7 +21,7 @@ class CPostgresqlDatabase : public CDatabase {
 
   std::string Describe() const override { return description_; }
   bool Exists() const override { return true; }
-  std::unique_ptr<soci::session> OpenForReading() override;
+  std::shared_ptr<soci::session> OpenForReading() override;
   std::unique_ptr<soci::session> OpenForWriting() override;
   SDatabaseDialect Dialect(soci::session& session) const override;
   std::function<void()> ReleaseReferences(soci::session& session) const override;
@@ -28,9 +30,13 @@ class CPostgresqlDatabase : public CDatabase {
   SFailure Explain(const soci::soci_error& error) const override;
 
  private:
+  /// Waits for each address no longer than `deadline` leaves, which libpq rounds up to two seconds.
+  std::unique_ptr<soci::session> Open(std::optional<kvx::CLoadDeadline::Clock::time_point> deadline) const;
   std::string OneLine(const std::string& text) const;
 
   std::string connection_;
+  /// In seconds, as libpq takes it.
+  std::string connectTimeout_;
   std::string description_;
   std::vector<std::string> secrets_;
 };

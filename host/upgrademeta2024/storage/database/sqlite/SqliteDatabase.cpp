@@ -4,7 +4,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <chrono>
+#include <cstdint>
 #include <filesystem>
 #include <set>
 #include <system_error>
@@ -13,6 +16,7 @@
 
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptfile/FollowLinks.h"
+#include "kvxsptfile/LoadDeadline.h"
 #include "kvxsptfile/OpeningProblem.h"
 #include "kvxsptfile/TemporaryFile.h"
 #include "kvxsptstring/StringHelper.h"
@@ -25,11 +29,15 @@ namespace {
 constexpr int kBusyMilliseconds = 5000;
 constexpr const char* kWithoutLocks = "unix-none";
 
+sqlite_api::sqlite3*& ConnectionOf(soci::session& session) {
+  return static_cast<soci::sqlite3_session_backend*>(session.get_backend())->conn_;
+}
+
 /// SOCI takes a path for a list of words, so that not every path could be given to it, and always creates the file that
 /// it does not find: the file is opened here and put in place of an empty database. A session stays on one thread.
 std::unique_ptr<soci::session> Open(const std::string& path, int flags, const char* system = nullptr) {
   auto session = std::make_unique<soci::session>(soci::sqlite3, ":memory:");
-  sqlite_api::sqlite3*& connection = static_cast<soci::sqlite3_session_backend*>(session->get_backend())->conn_;
+  sqlite_api::sqlite3*& connection = ConnectionOf(*session);
   sqlite_api::sqlite3_close(std::exchange(connection, nullptr));
   const int result = sqlite_api::sqlite3_open_v2(path.c_str(), &connection, flags | SQLITE_OPEN_NOMUTEX, system);
   if (result != SQLITE_OK) {
@@ -37,6 +45,21 @@ std::unique_ptr<soci::session> Open(const std::string& path, int flags, const ch
   }
   sqlite_api::sqlite3_extended_result_codes(connection, 1);
   sqlite_api::sqlite3_busy_timeout(connection, kBusyMilliseconds);
+  return session;
+}
+
+/// What the session does is interrupted when the deadline for loading is over.
+std::shared_ptr<soci::session> OpenToRead(const std::string& path) {
+  constexpr int kStepsBetweenLooks = 1000;
+  std::shared_ptr<soci::session> session = Open(path, SQLITE_OPEN_READONLY);
+  if (const auto deadline = kvx::CLoadDeadline::Get()) {
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(*deadline - kvx::CLoadDeadline::Clock::now());
+    sqlite_api::sqlite3* const connection = ConnectionOf(*session);
+    sqlite_api::sqlite3_busy_timeout(connection,
+                                     static_cast<int>(std::min<std::int64_t>(left.count(), kBusyMilliseconds)));
+    sqlite_api::sqlite3_progress_handler(
+        connection, kStepsBetweenLooks, [](void*) { return kvx::CLoadDeadline::IsOver() ? 1 : 0; }, nullptr);
+  }
   return session;
 }
 
@@ -147,9 +170,9 @@ void CSqliteDatabase::RequireSound(soci::session& session) const {
   }
 }
 
-std::unique_ptr<soci::session> CSqliteDatabase::OpenForReading() {
+std::shared_ptr<soci::session> CSqliteDatabase::OpenForReading() {
   RequireReadableFile();
-  auto session = Open(path_, SQLITE_OPEN_READONLY);
+  auto session = OpenToRead(path_);
   try {
     ReadHeader(*session);
   } catch (const soci::sqlite3_soci_error& error) {
@@ -159,7 +182,7 @@ std::unique_ptr<soci::session> CSqliteDatabase::OpenForReading() {
     // A write was interrupted, and SQLite does not show the file until it is as it was before; that alone is done here.
     session.reset();
     ReadHeader(*Open(path_, SQLITE_OPEN_READWRITE));
-    session = Open(path_, SQLITE_OPEN_READONLY);
+    session = OpenToRead(path_);
   }
   RequireWholePages(*session);
   return session;

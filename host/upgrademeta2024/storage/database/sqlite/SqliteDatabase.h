@@ -22,7 +22,7 @@ class CSqliteDatabase : public CDatabase {
   std::string Describe() const override { return location_; }
   std::vector<std::string> GetFiles() const override;
   bool Exists() const override;
-  std::unique_ptr<soci::session> OpenForReading() override;
+  std::shared_ptr<soci::session> OpenForReading() override;
   std::unique_ptr<soci::session> OpenForWriting() override;
   SDatabaseDialect Dialect(soci::session& session) const override;
   std::function<void()> ReleaseReferences(soci::session& session) const override;
