@@ -116,6 +116,14 @@ TEST_F(DecideCommandTest, SaysHowManyEntriesItHasWritten) {
             "upgradesrv: 2 entries were written to " + file + ".\n");
 }
 
+TEST_F(DecideCommandTest, MakesTheFileThatDecisionsNames) {
+  const std::string file = upgrade_.File("own.json");
+  EXPECT_THAT(test::TroubleOf(Decide({"--decisions", file, "--prune"}, {})), HasSubstr("own.json: cannot be read"));
+  EXPECT_EQ(Decide({"--decisions", file, "--reason", "r"}, {kDocument}).status, 0);
+  EXPECT_THAT(test::ReadFile(file), HasSubstr("\"path\": \"class/Document\""));
+  EXPECT_FALSE(HasDecisions());
+}
+
 TEST_F(DecideCommandTest, TwoAtOnceLoseNothing) {
   const std::string decide = "\"$0\" decide --quiet --reason r \"$1\" ";
   for (int round = 0; round < 5; ++round) {

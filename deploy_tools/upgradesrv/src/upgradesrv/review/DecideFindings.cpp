@@ -68,7 +68,7 @@ EExitStatus DecideFindings(const SDecideArguments& arguments) {
 
   const std::string& file = sources.GetDecisionsFile();
   const CDecisionsLock lock(file);
-  const metareview::SDecisions before = sources.ReadDecisions();
+  const metareview::SDecisions before = arguments.isPrune ? sources.ReadDecisions() : sources.ReadDecisionsSoFar();
   SetRuleRisks(before, review);
   ApplyDecisions(before, sources.GetToday(), review);
   const metareview::CWords& words = WordsFor(sources.GetLang());

@@ -88,12 +88,15 @@ std::vector<std::string> CReviewSources::GetFiles() const {
 }
 
 metareview::SDecisions CReviewSources::ReadDecisions() const {
+  return isDecisionsFileNamed_ ? metareview::ParseDecisions(kvx::ReadFile(decisionsFile_), decisionsFile_)
+                               : ReadDecisionsSoFar();
+}
+
+metareview::SDecisions CReviewSources::ReadDecisionsSoFar() const {
   std::error_code error;
-  if (!isDecisionsFileNamed_ &&
-      std::filesystem::symlink_status(decisionsFile_, error).type() == std::filesystem::file_type::not_found) {
-    return {};
-  }
-  return metareview::ParseDecisions(kvx::ReadFile(decisionsFile_), decisionsFile_);
+  const bool isThere =
+      std::filesystem::symlink_status(decisionsFile_, error).type() != std::filesystem::file_type::not_found;
+  return isThere ? metareview::ParseDecisions(kvx::ReadFile(decisionsFile_), decisionsFile_) : metareview::SDecisions();
 }
 
 metareview::SReview CReviewSources::Compare(const std::vector<metareview::EKind>& kinds) const {

@@ -38,6 +38,8 @@ class CReviewSources {
 
   /// No decisions where the file that nobody named is not there.
   metareview::SDecisions ReadDecisions() const;
+  /// No decisions where the file is not there yet.
+  metareview::SDecisions ReadDecisionsSoFar() const;
 
   /// Loads the metamodels, all at once where the machine allows, and compares them; no decisions are applied yet.
   metareview::SReview Compare(const std::vector<metareview::EKind>& kinds) const;
