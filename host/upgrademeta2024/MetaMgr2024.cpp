@@ -25,12 +25,20 @@ CMetaMgr2024& CMetaMgr2024::Instance() {
   return instance;
 }
 
+std::shared_ptr<CMetaDictionary2024> CMetaMgr2024::Keep(const std::string& location,
+                                                        std::shared_ptr<CMetaDictionary2024> metamodel) const {
+  if (const auto kept = kept_.lock()) {
+    (*kept)[location] = metamodel;
+  }
+  return metamodel;
+}
+
 std::shared_ptr<CMetaDictionary2024> CMetaMgr2024::LoadOriginalMeta(CUpgradeContext& upgradeContext) {
   const std::string location = upgradeContext.GetOriginalMetaLocation();
   if (const auto readAhead = readAhead_.lock(); readAhead != nullptr && readAhead->Has(location)) {
-    return readAhead->Take();
+    return Keep(location, readAhead->Take());
   }
-  return Load("original", location);
+  return Keep(location, Load("original", location));
 }
 
 std::shared_ptr<CMetaDictionary2024> CMetaMgr2024::LoadClientMeta(CUpgradeContext& upgradeContext) {
@@ -38,5 +46,6 @@ std::shared_ptr<CMetaDictionary2024> CMetaMgr2024::LoadClientMeta(CUpgradeContex
     const std::string original = upgradeContext.GetOriginalMetaLocation();
     readAhead->Begin(original, [original] { return Load("original", original); });
   }
-  return Load("client", upgradeContext.GetClientMetaLocation());
+  const std::string location = upgradeContext.GetClientMetaLocation();
+  return Keep(location, Load("client", location));
 }

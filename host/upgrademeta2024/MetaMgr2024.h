@@ -1,12 +1,17 @@
 #pragma once
 
+#include <map>
 #include <memory>
+#include <string>
 
 #include "upgrademeta2024/upgrademeta2024_export.h"
 
 class CMetaDictionary2024;
 class CMetaReadAhead;
 class CUpgradeContext;
+
+/// Metamodels that were loaded, by location.
+using LoadedMetamodels2024 = std::map<std::string, std::shared_ptr<CMetaDictionary2024>>;
 
 /// Loads the two metamodels of an upgrade from the locations that its context names (see storage/MetaStorage.h).
 /// Never answers with an empty pointer: a metamodel that cannot be loaded throws CKVXException with the code and
@@ -25,6 +30,10 @@ class UPGRADEMETA2024_EXPORT CMetaMgr2024 {
   /// ends that.
   void SetReadAhead(const std::shared_ptr<CMetaReadAhead>& readAhead) { readAhead_ = readAhead; }
 
+  /// From now on what is loaded is also kept in `kept`, the last one of each location, as long as that is somebody's.
+  /// Null ends that.
+  void SetKept(const std::shared_ptr<LoadedMetamodels2024>& kept) { kept_ = kept; }
+
   /// The metamodel as the platform ships it for this upgrade.
   std::shared_ptr<CMetaDictionary2024> LoadOriginalMeta(CUpgradeContext& upgradeContext);
   /// The metamodel as the installation holds it.
@@ -34,5 +43,9 @@ class UPGRADEMETA2024_EXPORT CMetaMgr2024 {
   CMetaMgr2024() = default;
   ~CMetaMgr2024() = default;
 
+  std::shared_ptr<CMetaDictionary2024> Keep(const std::string& location,
+                                            std::shared_ptr<CMetaDictionary2024> metamodel) const;
+
   std::weak_ptr<CMetaReadAhead> readAhead_;
+  std::weak_ptr<LoadedMetamodels2024> kept_;
 };

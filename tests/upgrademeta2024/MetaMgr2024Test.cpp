@@ -50,6 +50,26 @@ TEST_F(MetaMgr2024Test, EachCallReadsAnew) {
   EXPECT_EQ(after->GetClass("Client"), nullptr);
 }
 
+TEST_F(MetaMgr2024Test, WhatIsLoadedIsKeptByLocationForAsLongAsSomebodyWantsIt) {
+  auto kept = std::make_shared<LoadedMetamodels2024>();
+  manager_.SetKept(kept);
+  const auto original = manager_.LoadOriginalMeta(context_);
+  manager_.LoadClientMeta(context_);
+  const auto client = manager_.LoadClientMeta(context_);
+  EXPECT_EQ(*kept, (LoadedMetamodels2024{{directory_.File("original.json"), original},
+                                         {directory_.File("client.json"), client}}));
+  kept.reset();
+  EXPECT_EQ(manager_.LoadClientMeta(context_).use_count(), 1);
+}
+
+TEST_F(MetaMgr2024Test, NothingIsKeptAnyMoreAfterNull) {
+  const auto kept = std::make_shared<LoadedMetamodels2024>();
+  manager_.SetKept(kept);
+  manager_.SetKept(nullptr);
+  manager_.LoadClientMeta(context_);
+  EXPECT_TRUE(kept->empty());
+}
+
 TEST_F(MetaMgr2024Test, ElementsOutliveTheLoadedDictionary) {
   const auto element = manager_.LoadOriginalMeta(context_)->GetClass("Original");
   EXPECT_EQ(element->GetInternalName(), "Original");

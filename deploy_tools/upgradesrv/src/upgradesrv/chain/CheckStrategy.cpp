@@ -153,6 +153,10 @@ std::vector<std::string> CheckNotes(const SStrategyConfiguration& strategy, cons
   return notes;
 }
 
+std::string CheckDocument(const CUpgradeContext& context) {
+  return context.GetVersionUpgradeCfgPath() + "/checkMetaError.json";
+}
+
 std::string NoteOnReport(const SStrategyConfiguration& strategy, const std::string& command) {
   return strategy.className +
          ": not in the report: display names, identifiers, tables, fields, lookups, behaviors of links, and kinds with "

@@ -30,6 +30,9 @@ void RequireCheckParameter(const SStrategyConfiguration& strategy);
 /// Display texts that cannot be read are left to the check, which may not need them.
 std::vector<std::string> CheckNotes(const SStrategyConfiguration& strategy, const CUpgradeContext& context);
 
+/// The file that the check saves what it found in.
+std::string CheckDocument(const CUpgradeContext& context);
+
 /// What the check's report leaves out; `command` shows it.
 std::string NoteOnReport(const SStrategyConfiguration& strategy, const std::string& command);
 

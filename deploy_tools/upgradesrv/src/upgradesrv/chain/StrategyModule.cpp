@@ -59,7 +59,7 @@ bool IsCutOff(const std::string& path) {
 /// The path of a module's file, absolute: with a separator in it the loader takes it as it is and searches nowhere
 /// else.
 std::string FindModule(const std::vector<std::string>& directories, const std::string& name) {
-  const std::string file = "lib" + name + ".so";
+  const std::string file = ModuleFile(name);
   std::string searched;
   for (const std::string& directory : directories) {
     const std::filesystem::path absolute = std::filesystem::absolute(directory);
@@ -87,6 +87,10 @@ void RequireWholeFile(const std::string& path) {
 }
 
 }  // namespace
+
+std::string ModuleFile(const std::string& name) {
+  return "lib" + name + ".so";
+}
 
 CStrategyModule::CStrategyModule(const std::vector<std::string>& directories, const std::string& name) {
   if (name.empty() || name.find('/') != std::string::npos || name.find('\0') != std::string::npos) {

@@ -33,6 +33,9 @@ class CStrategyModule {
   Factory* factory_ = nullptr;
 };
 
+/// What the file of a module is called.
+std::string ModuleFile(const std::string& name);
+
 /// The directory "modules" beside the running executable.
 std::string DefaultModuleDirectory();
 

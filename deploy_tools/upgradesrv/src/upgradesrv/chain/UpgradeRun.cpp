@@ -70,6 +70,7 @@ std::string ReviewCommand(const SRunArguments& arguments) {
 
 /// Whether the strategy has reported anything.
 bool Run(CLoadedStrategy& strategy, CUpgradeContext& context, const SRunArguments& arguments) {
+  CMetaMgr2024::Instance().SetKept(IsCheck(strategy.GetConfiguration()) ? arguments.kept : nullptr);
   const std::size_t errorsBefore = CLog::GetErrorCount();
   const std::optional<std::string> text = strategy.Run(context);
   if (text) {

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <vector>
 
+#include "upgrademeta2024/MetaMgr2024.h"
 #include "upgradesrv/ExitStatus.h"
 #include "upgradesrv/chain/UpgradeConfiguration.h"
 
@@ -13,6 +15,9 @@ struct SRunArguments {
   /// Where modules are looked for before the default directory.
   std::vector<std::string> moduleDirectories;
   SConfigurationOverrides overrides;
+  /// Takes the metamodels that the check loads; null for nobody who wants them. What other strategies load is theirs to
+  /// change, and is not kept.
+  std::shared_ptr<LoadedMetamodels2024> kept;
 };
 
 /// Runs the chain of strategies in order and writes each one's "error_info" to standard output as soon as it ends.

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <system_error>
 
+#include "metareview2024/render/Render.h"
 #include "upgradesrv/chain/CheckStrategy.h"
 #include "upgradesrv/commands/Command.h"
 
@@ -38,6 +39,14 @@ std::string KindsProblem(const std::string& list) {
     }
   }
   return "";
+}
+
+std::string FormatList() {
+  std::string names;
+  for (const metareview::SFormat& format : metareview::Formats()) {
+    names += (names.empty() ? "" : ", ") + std::string(format.name);
+  }
+  return names;
 }
 
 using Milliseconds = std::chrono::milliseconds;
@@ -81,6 +90,14 @@ void AddKinds(CLI::App& command, std::optional<std::vector<std::string>>& kinds,
           "--elements", [&kinds](const std::string& list) { kinds = SplitAtCommas(list); }, help)
       ->type_name("KIND[,KIND...]")
       ->check(&KindsProblem);
+}
+
+CLI::Option* AddFormats(CLI::App& command, const std::string& name, std::vector<std::string>& outputs,
+                        const std::string& help) {
+  return command.add_option(name, outputs, help + ", and the file to write; may be repeated. Formats: " + FormatList())
+      ->type_name("FORMAT[=FILE]")
+      ->take_all()
+      ->allow_extra_args(false);
 }
 
 void AddLoadingOptions(CLI::App& command, SRequest& request) {

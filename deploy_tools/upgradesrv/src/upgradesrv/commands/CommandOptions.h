@@ -25,6 +25,10 @@ CLI::Option* AddText(CLI::App& command, const std::string& name, std::optional<s
 /// "--elements KIND[,KIND...]": kinds of elements that the metamodel check knows.
 void AddKinds(CLI::App& command, std::optional<std::vector<std::string>>& kinds, const std::string& help);
 
+/// An option that asks for outputs of a review; see CReviewOutputs. `help` is what the format is of.
+CLI::Option* AddFormats(CLI::App& command, const std::string& name, std::vector<std::string>& outputs,
+                        const std::string& help);
+
 /// Adds the options of every command that loads metamodels.
 void AddLoadingOptions(CLI::App& command, SRequest& request);
 

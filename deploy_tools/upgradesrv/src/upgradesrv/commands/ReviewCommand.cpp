@@ -7,24 +7,11 @@
 #include <string>
 #include <vector>
 
-#include "metareview2024/render/Render.h"
 #include "upgradesrv/commands/CommandOptions.h"
 #include "upgradesrv/commands/ReviewSourceOptions.h"
 #include "upgradesrv/review/ReviewUpgrade.h"
 
 namespace upgradesrv {
-namespace {
-
-std::string FormatList() {
-  std::string names;
-  for (const metareview::SFormat& format : metareview::Formats()) {
-    names += (names.empty() ? "" : ", ") + std::string(format.name);
-  }
-  return names;
-}
-
-}  // namespace
-
 void DefineReview(CLI::App& parent, SRequest& request) {
   const auto owner = std::make_shared<SReviewArguments>();
   SReviewArguments& arguments = *owner;
@@ -47,13 +34,7 @@ void DefineReview(CLI::App& parent, SRequest& request) {
       ->type_name("LEVEL")
       ->capture_default_str();
   review.add_flag("--new", arguments.onlyNew, "With --against: only new and changed findings count");
-  CLI::Option* output =
-      review
-          .add_option("-o,--output", arguments.outputs,
-                      "Format of the review, and the file to write; may be repeated. Formats: " + FormatList())
-          ->type_name("FORMAT[=FILE]")
-          ->take_all()
-          ->allow_extra_args(false);
+  CLI::Option* output = AddFormats(review, "-o,--output", arguments.outputs, "Format of the review");
   review.add_flag("--stat", arguments.isTableOnly, "Only the table of counts, of the text report");
   AddLoadingOptions(review, request);
   RequireValues(review);

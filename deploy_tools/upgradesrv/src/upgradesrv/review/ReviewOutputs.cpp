@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <string_view>
 #include <system_error>
+#include <utility>
 
 #include "kvxsptfile/AtomicFile.h"
 #include "upgradesrv/Output.h"
@@ -64,7 +65,8 @@ void WriteToStandardOutput(const SFormat& format, const metareview::SReview& rev
 
 }  // namespace
 
-CReviewOutputs::CReviewOutputs(const std::vector<std::string>& requests) {
+CReviewOutputs::CReviewOutputs(const std::vector<std::string>& requests, std::string option)
+    : option_(std::move(option)) {
   const auto fail = [this](const std::string& problem) {
     if (problem_.empty()) {
       problem_ = problem;
@@ -75,13 +77,13 @@ CReviewOutputs::CReviewOutputs(const std::vector<std::string>& requests) {
     SOutput output;
     output.format = metareview::FindFormat(request.substr(0, equals));
     if (output.format == nullptr) {
-      fail("-o " + request + ": unknown format; the formats are " + FormatNames());
+      fail(option_ + " " + request + ": unknown format; the formats are " + FormatNames());
       continue;
     }
     if (equals != std::string::npos) {
       output.file = request.substr(equals + 1);
       if (output.file.empty()) {
-        fail("-o " + request + ": the file's name is empty; leave out \"=\" for standard output");
+        fail(option_ + " " + request + ": the file's name is empty; leave out \"=\" for standard output");
         continue;
       }
     }
@@ -89,8 +91,9 @@ CReviewOutputs::CReviewOutputs(const std::vector<std::string>& requests) {
       return output.file.empty() ? other.file.empty() : !other.file.empty() && IsSameFile(other.file, output.file);
     });
     if (same != outputs_.end()) {
-      fail(output.file.empty() ? "-o: only one format can go to standard output; give the others a file: FORMAT=FILE"
-                               : "-o: the file " + output.file + " is named twice; give each format a file of its own");
+      fail(output.file.empty()
+               ? option_ + ": only one format can go to standard output; give the others a file: FORMAT=FILE"
+               : option_ + ": the file " + output.file + " is named twice; give each format a file of its own");
       continue;
     }
     outputs_.push_back(output);
@@ -108,7 +111,7 @@ void CReviewOutputs::Protect(const std::vector<std::string>& inputs) {
   };
   const auto found = std::find_if(outputs_.begin(), outputs_.end(), isInput);
   if (found != outputs_.end() && problem_.empty()) {
-    problem_ = "-o: the file " + found->file + " is one that the review is made from; give another file";
+    problem_ = option_ + ": the file " + found->file + " is one that the review is made from; give another file";
   }
   outputs_.erase(std::remove_if(outputs_.begin(), outputs_.end(), isInput), outputs_.end());
 }

@@ -9,12 +9,12 @@
 
 namespace upgradesrv {
 
-/// The outputs that one call of `review` asks for.
+/// The outputs that one command line asks for.
 class CReviewOutputs {
  public:
   /// `requests`: "FORMAT", which means standard output, or "FORMAT=FILE" each; without any the default format on
-  /// standard output. Requests that cannot be granted are kept for RequireValid().
-  explicit CReviewOutputs(const std::vector<std::string>& requests);
+  /// standard output. Requests that cannot be granted are kept for RequireValid(). `option` is theirs, for messages.
+  explicit CReviewOutputs(const std::vector<std::string>& requests, std::string option = "-o");
 
   /// No output takes the place of one of these files from now on.
   void Protect(const std::vector<std::string>& inputs);
@@ -37,6 +37,7 @@ class CReviewOutputs {
     std::string file;
   };
 
+  std::string option_;
   std::vector<SOutput> outputs_;
   std::string problem_;
 };

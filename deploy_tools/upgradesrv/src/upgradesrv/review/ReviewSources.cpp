@@ -39,9 +39,13 @@ Metamodel Load(const std::string& side, const std::string& location) {
   }
 }
 
-/// Loads on a thread of its own, where there is one and the metamodel is in a file: a server may grant its user no
-/// second connection. Otherwise when it is asked for.
-std::future<Metamodel> BeginLoad(const std::string& side, const std::string& location) {
+/// What is loaded already is taken as it is. Loads on a thread of its own, where there is one and the metamodel is in a
+/// file: a server may grant its user no second connection. Otherwise when it is asked for.
+std::future<Metamodel> BeginLoad(const std::string& side, const std::string& location,
+                                 const LoadedMetamodels2024& loaded) {
+  if (const auto found = loaded.find(location); found != loaded.end()) {
+    return std::async(std::launch::deferred, [metamodel = Metamodel(found->second)] { return metamodel; });
+  }
   const std::vector<std::string> files = OpenMetaStorage(location)->GetFiles();
   std::error_code error;
   if (std::thread::hardware_concurrency() > 1 && !files.empty() &&
@@ -99,14 +103,16 @@ metareview::SDecisions CReviewSources::ReadDecisionsSoFar() const {
   return isThere ? metareview::ParseDecisions(kvx::ReadFile(decisionsFile_), decisionsFile_) : metareview::SDecisions();
 }
 
-metareview::SReview CReviewSources::Compare(const std::vector<metareview::EKind>& kinds) const {
-  std::future<Metamodel> original = BeginLoad("original", originalLocation_);
+metareview::SReview CReviewSources::Compare(const std::vector<metareview::EKind>& kinds,
+                                            const LoadedMetamodels2024& loaded) const {
+  std::future<Metamodel> original = BeginLoad("original", originalLocation_, loaded);
   std::future<Metamodel> base;
   if (baseLocation_) {
-    base = BeginLoad("base", *baseLocation_);
+    base = BeginLoad("base", *baseLocation_, loaded);
   }
   metareview::SMetamodels metamodels;
-  metamodels.client = Load("client", clientLocation_);
+  const auto client = loaded.find(clientLocation_);
+  metamodels.client = client != loaded.end() ? client->second : Load("client", clientLocation_);
   metamodels.original = original.get();
   if (baseLocation_) {
     metamodels.base = base.get();

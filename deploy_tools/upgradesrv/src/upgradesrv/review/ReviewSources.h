@@ -7,6 +7,7 @@
 #include "metareview2024/DecisionsFile.h"
 #include "metareview2024/Review.h"
 #include "metareview2024/ReviewSteps.h"
+#include "upgrademeta2024/MetaMgr2024.h"
 #include "upgradesrv/chain/UpgradeConfiguration.h"
 
 namespace upgradesrv {
@@ -41,8 +42,10 @@ class CReviewSources {
   /// No decisions where the file is not there yet.
   metareview::SDecisions ReadDecisionsSoFar() const;
 
-  /// Loads the metamodels, all at once where the machine allows, and compares them; no decisions are applied yet.
-  metareview::SReview Compare(const std::vector<metareview::EKind>& kinds) const;
+  /// Loads the metamodels that are not loaded yet, all at once where the machine allows, and compares them; no
+  /// decisions are applied yet.
+  metareview::SReview Compare(const std::vector<metareview::EKind>& kinds,
+                              const LoadedMetamodels2024& loaded = {}) const;
 
  private:
   std::string directory_;

@@ -54,7 +54,8 @@ std::vector<EKind> ParseKinds(const std::optional<std::vector<std::string>>& nam
 /// The files that an argument leads to, whatever it was meant for: a file, a metamodel location or an upgrade
 /// directory.
 std::vector<std::string> FilesNamedBy(const std::string& argument) {
-  std::vector<std::string> files = {argument, argument + kConfigurationFile, argument + kDecisionsFile};
+  std::vector<std::string> files = {argument, argument + kConfigurationFile, argument + kDecisionsFile,
+                                    argument + kDisplayTextsFile, argument + kLogConfigurationFile};
   const auto add = [&files](const auto& getFiles) {
     try {
       const std::vector<std::string> more = getFiles();
@@ -74,7 +75,8 @@ std::vector<std::string> FilesNamedBy(const std::string& argument) {
 
 class CReview {
  public:
-  explicit CReview(const SReviewArguments& arguments) : arguments_(arguments), outputs_(arguments.outputs) {}
+  explicit CReview(const SReviewArguments& arguments)
+      : arguments_(arguments), outputs_(arguments.outputs, arguments.outputOption) {}
 
   EExitStatus Run() {
     try {
@@ -98,9 +100,12 @@ class CReview {
   SReview Make() {
     const std::string directory = arguments_.sources.directory;
     ProtectInputs({directory + kConfigurationFile, arguments_.sources.decisions.value_or(directory + kDecisionsFile),
-                   arguments_.against.value_or("")});
+                   directory + kDisplayTextsFile, directory + kLogConfigurationFile, arguments_.against.value_or("")});
     const CReviewSources sources(arguments_.sources);
     ProtectInputs(sources.GetFiles());
+    if (arguments_.foregoing) {
+      ProtectInputs(arguments_.foregoing->getFiles());
+    }
     words_ = &WordsFor(sources.GetLang());
     const metareview::SDecisions decisions = sources.ReadDecisions();
     std::optional<SReview> earlier;
@@ -108,7 +113,8 @@ class CReview {
       earlier = metareview::ReadReview(kvx::ReadFile(*arguments_.against), *arguments_.against);
     }
 
-    SReview review = sources.Compare(ParseKinds(arguments_.elements));
+    const LoadedMetamodels2024 loaded = arguments_.foregoing ? arguments_.foregoing->run() : LoadedMetamodels2024();
+    SReview review = sources.Compare(ParseKinds(arguments_.elements), loaded);
     for (const metareview::ENote note : review.notes) {
       WriteNote(metareview::NoteSentence(*words_, note));
     }

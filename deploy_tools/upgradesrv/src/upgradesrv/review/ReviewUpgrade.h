@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -8,6 +9,14 @@
 #include "upgradesrv/review/ReviewSources.h"
 
 namespace upgradesrv {
+
+/// What a command does before its review.
+struct SForegoing {
+  /// The files that it reads and writes, beside those of the review, once upgrade.json is read.
+  std::function<std::vector<std::string>()> getFiles;
+  /// Called when nothing speaks against the outputs and the decisions are read. Hands back what it has loaded.
+  std::function<LoadedMetamodels2024()> run;
+};
 
 struct SReviewArguments {
   SReviewSources sources;
@@ -23,8 +32,11 @@ struct SReviewArguments {
   bool onlyNew = false;
   /// See CReviewOutputs.
   std::vector<std::string> outputs;
+  /// The option that asks for them, for messages.
+  std::string outputOption = "-o";
   /// The text report's table alone.
   bool isTableOnly = false;
+  std::optional<SForegoing> foregoing;
 };
 
 /// Judges every difference between the two metamodels of an upgrade. Ends with kDifferencesReported where a finding
