@@ -1,13 +1,15 @@
-// A damaged SQLite database is refused with its name, or gives a metamodel that can be stored; reading changes nothing,
-// and what is stored over it is there as a whole or not at all.
+// A damaged SQLite database is read exactly as SQLite alone reads it, or refused with its name and for a cause that
+// SQLite alone finds, too; reading changes nothing, and what is stored over it is there as a whole or not at all.
 //
-// An input is a list of damages to a sound database: most bytes of a database file are of no consequence.
+// An input is a list of damages to a sound database: most bytes of a database file are of no consequence. Pages may be
+// those of another place, or of an earlier time, when the database had fewer rows.
 #include <fuzzer/FuzzedDataProvider.h>
 
 #include <algorithm>
 #include <filesystem>
 
 #include "fuzz/support/Failure.h"
+#include "fuzz/support/PlainReading.h"
 #include "kvxsptexception/ErrorCodes.h"
 #include "support/MetaMaker.h"
 #include "support/MetaText.h"
@@ -36,12 +38,58 @@ std::shared_ptr<CMetaDictionary2024> MakeMetamodel(std::size_t elements) {
   return dictionary;
 }
 
-std::string SoundFile(const test::CTemporaryDirectory& directory, std::size_t elements) {
-  const std::string path = directory.File("sound" + std::to_string(elements) + ".db");
+/// A sound database at two times. What is there later has only been added.
+struct SSound {
+  std::string earlier;
+  std::string later;
+  std::string earlierText;
+  std::string laterText;
+};
+
+constexpr const char* kForgetCounts =
+    "CREATE TABLE head AS SELECT generation, 1 AS schema_version FROM metamodel; DROP TABLE metamodel; "
+    "ALTER TABLE head RENAME TO metamodel";
+
+std::string AddRows(bool hasCounts) {
+  std::string statements;
+  for (const std::string table : {"meta_classes", "meta_links", "meta_behaviors"}) {
+    const bool isBehavior = table == "meta_behaviors";
+    statements += "INSERT INTO " + table + " SELECT ordinal + 100, 'Later' || internal_name, display_name" +
+                  (isBehavior ? "" : ", class_id, table_name") + " FROM " + table + ";";
+  }
+  for (const std::string kind : {"class", "link", "behavior"}) {
+    statements += "INSERT INTO meta_" + kind + "_properties SELECT " + kind +
+                  "_ordinal, ordinal + 100, 'Later' || internal_name, display_name, field, type, length, "
+                  "default_value, precision, max, min, lookup_internal_name FROM meta_" +
+                  kind + "_properties;";
+  }
+  statements +=
+      "INSERT INTO meta_class_behaviors SELECT class_ordinal, ordinal + 100, behavior FROM meta_class_behaviors;"
+      "INSERT INTO meta_methods SELECT behavior_ordinal, ordinal + 100, 'Later' || internal_name, display_name FROM "
+      "meta_methods;";
+  for (const std::string table :
+       {"meta_classes", "meta_links", "meta_behaviors", "meta_class_properties", "meta_link_properties",
+        "meta_behavior_properties", "meta_class_behaviors", "meta_link_behaviors", "meta_methods"}) {
+    statements += hasCounts ? "UPDATE metamodel SET " + table + "_rows = (SELECT count(*) FROM " + table + ");" : "";
+  }
+  return statements;
+}
+
+SSound MakeSound(const test::CTemporaryDirectory& directory, std::size_t elements, bool hasCounts) {
+  const std::string path = directory.File("sound.db");
   OpenMetaStorage(path)->Save(*MakeMetamodel(elements));
-  std::string file = test::ReadFile(path);
+  if (!hasCounts) {
+    fuzz::ExecutePlainly(path, kForgetCounts);
+  }
+  SSound sound;
+  sound.earlier = test::ReadFile(path);
+  sound.earlierText = fuzz::ReadPlainly(path).text;
+  fuzz::ExecutePlainly(path, AddRows(hasCounts));
+  sound.later = test::ReadFile(path);
+  sound.laterText = fuzz::ReadPlainly(path).text;
   std::filesystem::remove(path);
-  return file;
+  Require(!sound.earlierText.empty() && sound.earlierText.size() < sound.laterText.size(), "sound files are read");
+  return sound;
 }
 
 void Overwrite(std::string& file, std::size_t offset, const std::string& bytes) {
@@ -49,13 +97,24 @@ void Overwrite(std::string& file, std::size_t offset, const std::string& bytes) 
   file.replace(std::min(offset, file.size()), size, bytes, 0, size);
 }
 
-std::string Damaged(const std::string& sound, FuzzedDataProvider& input) {
+struct SDamaged {
+  std::string file;
+  /// Whether all damages are pages of an earlier time.
+  bool isOnlyStale = true;
+};
+
+SDamaged Damage(const SSound& sound, FuzzedDataProvider& input) {
   constexpr std::size_t kPage = 8192;
-  const std::size_t pages = sound.size() / kPage;
-  std::string file = sound;
+  const std::size_t pages = sound.later.size() / kPage;
+  SDamaged damaged{sound.later};
+  std::string& file = damaged.file;
+  // A list of stale pages alone makes the strictest promise, and is rare among lists of anything.
+  const int leastKind = input.ConsumeBool() ? 0 : 6;
   while (input.remaining_bytes() > 0) {
     const std::size_t page = input.ConsumeIntegralInRange<std::size_t>(0, pages - 1) * kPage;
-    switch (input.ConsumeIntegralInRange(0, 5)) {
+    const int kind = input.ConsumeIntegralInRange(leastKind, 6);
+    damaged.isOnlyStale = damaged.isOnlyStale && kind == 6;
+    switch (kind) {
       case 0:  // the header of the file or of a page, and its list of cells
         Overwrite(file, page + input.ConsumeIntegralInRange<std::size_t>(0, 127), input.ConsumeRandomLengthString(8));
         break;
@@ -70,14 +129,18 @@ std::string Damaged(const std::string& sound, FuzzedDataProvider& input) {
       case 3:
         Overwrite(file, page, std::string(kPage, '\0'));
         break;
-      case 4:
-        Overwrite(file, page, sound.substr(input.ConsumeIntegralInRange<std::size_t>(0, pages - 1) * kPage, kPage));
+      case 4:  // a page of another place
+        Overwrite(file, page,
+                  sound.later.substr(input.ConsumeIntegralInRange<std::size_t>(0, pages - 1) * kPage, kPage));
         break;
-      default:
+      case 5:
         file.resize(std::min(file.size(), page + (input.ConsumeBool() ? 0 : input.ConsumeIntegral<std::uint8_t>())));
+        break;
+      default:  // a page of an earlier time
+        Overwrite(file, page, sound.earlier.substr(std::min(page, sound.earlier.size()), kPage));
     }
   }
-  return file;
+  return damaged;
 }
 
 /// The metamodel as text; empty when it was refused, as it should be.
@@ -91,6 +154,18 @@ std::string Load(const std::string& path) {
     fuzz::RequireOneLine(error.message);
   }
   return text;
+}
+
+void RequireAsPlainlyRead(const std::string& path, const std::string& content) {
+  const fuzz::SPlainReading plain = fuzz::ReadPlainly(path);
+  if (content.empty()) {
+    Require(!plain.fault.empty() || plain.hasTextOrdinals || !fuzz::IsSoundPlainly(path), "what is refused has a fault",
+            plain.text);
+    return;
+  }
+  Require(plain.fault.empty(), "what is read has no fault", plain.fault);
+  Require(content == plain.text + "end\n", "what is read is what SQLite reads", content + "\n" + plain.text);
+  Require(plain.hasCounts || fuzz::IsSoundPlainly(path), "a file without the numbers of rows is sound");
 }
 
 std::size_t CountFiles(const test::CTemporaryDirectory& directory) {
@@ -125,15 +200,23 @@ void RequireReplacedOrKept(const std::string& path, const std::string& content) 
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static const test::CTemporaryDirectory directory;
-  static const std::vector<std::string> soundFiles = {SoundFile(directory, 1), SoundFile(directory, 12)};
+  static const std::vector<SSound> soundFiles = {MakeSound(directory, 1, true), MakeSound(directory, 12, true),
+                                                 MakeSound(directory, 12, false)};
 
   FuzzedDataProvider input(data, size);
   // Storing takes many times as long as reading.
   const bool isReplaced = input.ConsumeIntegralInRange(0, 7) == 0;
-  const std::string file = Damaged(soundFiles[input.ConsumeIntegralInRange<std::size_t>(0, 1)], input);
-  const std::string path = directory.Write("meta.db", file);
+  const std::size_t chosen = input.ConsumeIntegralInRange<std::size_t>(0, soundFiles.size() - 1);
+  const SSound& sound = soundFiles[chosen];
+  const SDamaged damaged = Damage(sound, input);
+  const std::string path = directory.Write("meta.db", damaged.file);
   const std::string content = Load(path);
-  Require(test::ReadFile(path) == file && CountFiles(directory) == 1, "reading changes nothing");
+  Require(test::ReadFile(path) == damaged.file && CountFiles(directory) == 1, "reading changes nothing");
+  RequireAsPlainlyRead(path, content);
+  if (damaged.isOnlyStale && chosen != soundFiles.size() - 1 && !content.empty()) {
+    Require(content == sound.laterText + "end\n" || content == sound.earlierText + "end\n",
+            "of pages of two times nothing is read but the whole of one", content);
+  }
   if (isReplaced) {
     Require(Load(path) == content, "one file reads as one metamodel", content);
     RequireStorable(directory, path, content);
