@@ -51,7 +51,7 @@ class DatabaseDeadlineTest : public testing::TestWithParam<EStorage> {
   void ExpectLate(const std::string& activity) const { ExpectLate(storage_.Location(), activity); }
 
   CTestStorage storage_{GetParam()};
-  std::shared_ptr<CMetaDictionary2024> sample_ = LargeMetamodel(30);
+  std::shared_ptr<CMetaDictionary2024> sample_ = LargeMetamodel(2);
 };
 
 TEST_P(DatabaseDeadlineTest, NoneInSightDisturbsNothing) {
@@ -79,7 +79,7 @@ TEST_P(DatabaseDeadlineTest, ViewThatNeverEnds) {
                     "CREATE VIEW meta_methods AS WITH RECURSIVE endless(i) AS (SELECT 0 UNION ALL SELECT i FROM "
                     "endless) SELECT 0 AS behavior_ordinal, i AS ordinal, 'a' AS internal_name, 'a' AS display_name "
                     "FROM endless WHERE i < 0"});
-  kvx::CLoadDeadline::Set(1s);
+  kvx::CLoadDeadline::Set(2s);
   ExpectLate("table meta_methods cannot be read");
 }
 
@@ -98,6 +98,7 @@ TEST_P(DatabaseDeadlineTest, TableThatAnotherProgramHasLocked) {
 class PostgresqlDeadlineTest : public DatabaseDeadlineTest {};
 
 TEST_P(PostgresqlDeadlineTest, ServerThatFallsSilent) {
+  OpenMetaStorage(storage_.Location())->Save(*LargeMetamodel(30));
   std::promise<void> end;
   const CProxy proxy(100000, [&end] {
     end.get_future().wait();
@@ -112,7 +113,7 @@ TEST_P(PostgresqlDeadlineTest, ServerThatFallsSilent) {
 TEST_P(PostgresqlDeadlineTest, ServerWorksOnForNobody) {
   storage_.Execute({"ALTER TABLE meta_methods RENAME TO methods",
                     "CREATE VIEW meta_methods AS SELECT methods.* FROM methods, pg_sleep(3600)"});
-  kvx::CLoadDeadline::Set(1s);
+  kvx::CLoadDeadline::Set(2s);
   ExpectLate("table meta_methods cannot be read");
   const std::string working =
       "SELECT count(*) FROM pg_stat_activity WHERE pid <> pg_backend_pid() AND state = 'active' AND query LIKE "

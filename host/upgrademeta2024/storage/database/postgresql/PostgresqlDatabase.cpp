@@ -11,7 +11,6 @@
 #include <cstdlib>
 #include <future>
 #include <set>
-#include <sstream>
 #include <system_error>
 
 #include "kvxsptexception/ErrorCodes.h"
@@ -137,15 +136,22 @@ std::string WithoutSociPreface(std::string text) {
   return text;
 }
 
+std::vector<std::string> Lines(const std::string& text) {
+  std::vector<std::string> lines;
+  for (std::size_t begin = 0; begin < text.size();) {
+    const std::size_t end = std::min(text.find('\n', begin), text.size());
+    lines.push_back(text.substr(begin, end - begin));
+    begin = end + 1;
+  }
+  return lines;
+}
+
 /// Why no connection came about. libpq tells it of every address that it tried, and asks questions on lines of their
 /// own, which begin with a tab; one sentence is left for each reason.
 std::string ConnectionProblem(const std::string& text) {
-  std::istringstream lines(text);
-  // A failed allocation would look like the end.
-  lines.exceptions(std::ios::badbit);
   std::set<std::string> reasons;
   std::string problem;
-  for (std::string line; std::getline(lines, line);) {
+  for (const std::string& line : Lines(text)) {
     if (line.empty() || line.front() == '\t') {
       continue;
     }
@@ -282,11 +288,8 @@ void CPostgresqlDatabase::ReadRows(soci::session& session, const STable& table, 
 }
 
 std::string CPostgresqlDatabase::OneLine(const std::string& text) const {
-  std::istringstream lines(text);
-  // A failed allocation would look like the end.
-  lines.exceptions(std::ios::badbit);
   std::string result;
-  for (std::string line; std::getline(lines, line);) {
+  for (const std::string& line : Lines(text)) {
     const std::size_t begin = line.find_first_not_of(" \t");
     if (begin == std::string::npos) {
       continue;
