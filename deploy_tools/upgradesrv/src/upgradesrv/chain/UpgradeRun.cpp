@@ -89,6 +89,7 @@ bool Run(CLoadedStrategy& strategy, CUpgradeContext& context, const SRunArgument
 EExitStatus RunUpgrade(const SRunArguments& arguments) {
   const CUpgradeConfiguration configuration(arguments.directory, arguments.overrides);
   CLog::Configure(configuration.GetDirectory() + kLogConfigurationFile);
+  const std::size_t errorsBefore = CLog::GetErrorCount();
   CUpgradeContext context;
   configuration.FillContext(context);
   Chain chain = LoadChain(configuration, arguments.moduleDirectories);
@@ -106,7 +107,7 @@ EExitStatus RunUpgrade(const SRunArguments& arguments) {
       status = kDifferencesReported;
     }
   }
-  if (const std::size_t errors = CLog::GetErrorCount(); errors != 0) {
+  if (const std::size_t errors = CLog::GetErrorCount() - errorsBefore; errors != 0) {
     throw CTrouble("the strategies logged " + std::to_string(errors) + (errors == 1 ? " error" : " errors") +
                    "; see the log for the cause");
   }
