@@ -43,8 +43,9 @@ TEST_F(LoadDeadlineTest, EndsTheReadingOfAFile) {
   const test::CTemporaryDirectory directory;
   const std::string path = directory.Write("file", "text");
   kvx::CLoadDeadline::Set(0s);
-  EXPECT_EQ(ErrorOf([&] { kvx::ReadFile(path); }),
-            (SError{kvx::kFileError, path + ": cannot be read: the time allowed for loading is over"}));
+  EXPECT_EQ(
+      ErrorOf([&] { kvx::ReadFile(path); }),
+      (SError{kvx::kFileError, path + ": cannot be read: the time allowed for loading is over; allow more time"}));
 }
 
 }  // namespace

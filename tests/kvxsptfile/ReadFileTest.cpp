@@ -227,11 +227,11 @@ TEST_F(ReadPipeTest, WhoseWriterFallsSilentIsGivenUp) {
 TEST_F(ReadPipeTest, IsGivenUpAtTheDeadline) {
   reading_.pipeWait = {1h, 1h};
   kvx::CLoadDeadline::Set(20ms);
-  EXPECT_EQ(ReadError(), CannotBeRead(path_, "the time allowed for loading is over"));
+  EXPECT_EQ(ReadError(), CannotBeRead(path_, "the time allowed for loading is over; allow more time"));
   const kvx::CFileDescriptor writer = OpenToWrite();
   ASSERT_EQ(write(writer.Get(), "part", 4), 4);
   kvx::CLoadDeadline::Set(20ms);
-  EXPECT_EQ(ReadError(), CannotBeRead(path_, "the time allowed for loading is over"));
+  EXPECT_EQ(ReadError(), CannotBeRead(path_, "the time allowed for loading is over; allow more time"));
 }
 
 TEST_F(ReadPipeTest, IsWaitedForUntilTheDeadlineAndNoLess) {

@@ -87,7 +87,7 @@ std::size_t CInputFile::Read(char* data, std::size_t size) {
   for (;;) {
     const bool inTime = isPipe_ ? HasDataBy(patience) : !CLoadDeadline::IsOver();
     if (deadline && !inTime) {
-      Fail(CLoadDeadline::kOver);
+      Fail(std::string(CLoadDeadline::kOver) + "; allow more time");
     }
     const ssize_t count = read(file_.Get(), data, size);
     if (count > 0 || (count == 0 && inTime)) {

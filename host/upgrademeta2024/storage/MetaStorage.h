@@ -27,8 +27,9 @@ class UPGRADEMETA2024_EXPORT CMetaStorage {
   virtual std::vector<std::string> GetFiles() const = 0;
 
   /// Reads the whole metamodel; never an empty pointer. Changes nothing. Throws CKVXException: kvx::kFileError for what
-  /// cannot be read, kvx::kMalformedDocument for content that is not a metamodel, with the place.
-  virtual std::shared_ptr<CMetaDictionary2024> Load() = 0;
+  /// cannot be read, kvx::kMalformedDocument for content that is not a metamodel, with the place. A metamodel without
+  /// any element is noted (kvx::CFileNotes): it is hardly what somebody has meant.
+  std::shared_ptr<CMetaDictionary2024> Load();
 
   /// Whether the location holds something already that Save would replace.
   virtual bool Exists() = 0;
@@ -44,4 +45,7 @@ class UPGRADEMETA2024_EXPORT CMetaStorage {
  protected:
   CMetaStorage();
   [[noreturn]] void FailExisting() const;
+
+ private:
+  virtual std::shared_ptr<CMetaDictionary2024> LoadElements() = 0;
 };

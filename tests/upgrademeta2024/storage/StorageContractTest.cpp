@@ -10,6 +10,7 @@
 
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptexception/KVXException.h"
+#include "kvxsptfile/FileNotes.h"
 #include "support/Error.h"
 #include "support/MetaGenerator.h"
 #include "support/MetaMaker.h"
@@ -51,6 +52,26 @@ class StorageContractTest : public testing::TestWithParam<EStorage> {
 
 TEST_P(StorageContractTest, KeepsAnEmptyMetamodel) {
   ExpectKept(CMetaDictionary2024());
+}
+
+TEST_P(StorageContractTest, NotesAMetamodelWithoutAnyElement) {
+  std::string notes;
+  const auto receive = [&notes](const std::string& note) {
+    notes += note.find("no classes") == std::string::npos ? "" : note + "\n";
+  };
+  kvx::CFileNotes::SetReceiver(receive);
+  Save(CMetaDictionary2024());
+  EXPECT_EQ(notes, "");
+  Open()->Load();
+  EXPECT_EQ(notes, Open()->Describe() + ": the metamodel has no classes, links or behaviors\n");
+
+  notes.clear();
+  CMetaDictionary2024 dictionary;
+  dictionary.AddBehavior(MakeBehavior({"Versioned", {}, {}}));
+  Save(dictionary);
+  Open()->Load();
+  EXPECT_EQ(notes, "");
+  kvx::CFileNotes::SetReceiver({});
 }
 
 TEST_P(StorageContractTest, KeepsTheOrderOfEveryList) {

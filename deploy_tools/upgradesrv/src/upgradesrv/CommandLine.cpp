@@ -95,7 +95,10 @@ EExitStatus ParseAndRun(int argumentCount, const char* const* argumentValues) {
     }
     throw trouble;
   }
-  kvx::CFileNotes::SetReceiver(WriteNoteOnce);
+  kvx::CFileNotes::SetReceiver([](const std::string& note) {
+    CProgressLine::Erase();
+    WriteNoteOnce(note);
+  });
   kvx::CLoadDeadline::Set(request.timeout);
   const CProgressLine progress(!request.quiet);
   return request.action();

@@ -78,7 +78,7 @@ std::string CDatabaseMetaStorage::Describe() const {
   return database_->Describe();
 }
 
-std::shared_ptr<CMetaDictionary2024> CDatabaseMetaStorage::Load() {
+std::shared_ptr<CMetaDictionary2024> CDatabaseMetaStorage::LoadElements() {
   CLoadProgress progress(Describe(), CLoadProgress::kRows);
   std::string activity = "cannot be opened";
   return Read(*database_, activity, kStoreAnew,

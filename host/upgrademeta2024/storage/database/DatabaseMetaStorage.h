@@ -16,12 +16,13 @@ class CDatabaseMetaStorage : public CMetaStorage {
 
   std::string Describe() const override;
   std::vector<std::string> GetFiles() const override;
-  std::shared_ptr<CMetaDictionary2024> Load() override;
   /// Whether the database has any of a metamodel's tables.
   bool Exists() override;
   using CMetaStorage::Save;
   void Save(const CMetaDictionary2024& dictionary, EExistingMeta existing) override;
 
  private:
+  std::shared_ptr<CMetaDictionary2024> LoadElements() override;
+
   std::unique_ptr<metadb::CDatabase> database_;
 };

@@ -11,7 +11,7 @@ CDocumentMetaStorage::CDocumentMetaStorage(std::string path) : path_(std::move(p
 
 CDocumentMetaStorage::~CDocumentMetaStorage() = default;
 
-std::shared_ptr<CMetaDictionary2024> CDocumentMetaStorage::Load() {
+std::shared_ptr<CMetaDictionary2024> CDocumentMetaStorage::LoadElements() {
   CLoadProgress progress(Describe(), CLoadProgress::kBytes);
   return ReadMetaDocument(path_, progress);
 }

@@ -13,11 +13,12 @@ class CDocumentMetaStorage : public CMetaStorage {
 
   std::string Describe() const override { return path_; }
   std::vector<std::string> GetFiles() const override { return {path_}; }
-  std::shared_ptr<CMetaDictionary2024> Load() override;
   bool Exists() override;
   using CMetaStorage::Save;
   void Save(const CMetaDictionary2024& dictionary, EExistingMeta existing) override;
 
  private:
+  std::shared_ptr<CMetaDictionary2024> LoadElements() override;
+
   std::string path_;
 };

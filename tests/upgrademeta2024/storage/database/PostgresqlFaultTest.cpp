@@ -87,6 +87,23 @@ TEST_F(PostgresqlFaultTest, PasswordIsNotShownWhereTheLocationIsReported) {
   EXPECT_THAT(result.errors, AllOf(HasSubstr("exists already"), Not(HasSubstr(std::getenv("PGPASSWORD")))));
 }
 
+TEST_F(PostgresqlFaultTest, NoteSaysWhereALocationHasLed) {
+  Save();
+  const std::string database = storage_.Query("SELECT current_database()::text");
+  const std::string host = std::getenv("PGHOST");
+  const std::string place = " is database " + database + " on host " + host + ", port " + std::getenv("PGPORT") + "\n";
+  const auto errors = [](const std::string& location) {
+    const SProcessResult result = test::Run({kUpgradesrv, "metamodel", "show", location});
+    EXPECT_EQ(result.status, 0);
+    return result.errors;
+  };
+  EXPECT_EQ(errors(storage_.Location()), "upgradesrv: " + OpenMetaStorage(storage_.Location())->Describe() + place);
+  const std::string onlyHost = storage_.LocationWith("host=" + host);
+  EXPECT_EQ(errors(onlyHost), "upgradesrv: " + OpenMetaStorage(onlyHost)->Describe() + place);
+  // Said already, with the metamodels that a run takes.
+  EXPECT_EQ(errors(storage_.LocationWith("host=" + host + " dbname=" + database)), "");
+}
+
 TEST_F(PostgresqlFaultTest, NoPermission) {
   Save();
   const std::string schema = storage_.Query("SELECT current_schema()::text");

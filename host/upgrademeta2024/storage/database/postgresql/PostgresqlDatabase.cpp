@@ -15,6 +15,7 @@
 
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptexception/KVXException.h"
+#include "kvxsptfile/FileNotes.h"
 #include "kvxsptstring/StringHelper.h"
 #include "upgrademeta2024/storage/database/DatabaseRows.h"
 #include "upgrademeta2024/storage/database/DatabaseSchema.h"
@@ -187,6 +188,11 @@ CPostgresqlDatabase::CPostgresqlDatabase(const std::string& words) {
     } else {
       connection_ += option->keyword + "="s + Encode(value) + "&";
     }
+    if (option->keyword == "host"s) {
+      host_ = value;
+    } else if (option->keyword == "dbname"s) {
+      database_ = value;
+    }
     const bool isSecret = option->dispchar[0] == '*';
     if (isSecret && !value.empty()) {
       secrets_.push_back(value);
@@ -222,7 +228,16 @@ std::unique_ptr<soci::session> CPostgresqlDatabase::Open(std::optional<Clock::ti
   if (PQsetClientEncoding(connection, "UTF8") != 0) {
     throw soci::soci_error(PQerrorMessage(connection));
   }
+  NoteWhere(PQhost(connection), PQport(connection), PQdb(connection));
   return session;
+}
+
+void CPostgresqlDatabase::NoteWhere(const std::string& host, const std::string& port,
+                                    const std::string& database) const {
+  if (host != host_ || database != database_) {
+    kvx::CFileNotes::Tell(
+        CStringHelper::ToVisible(description_ + " is database " + database + " on host " + host + ", port " + port));
+  }
 }
 
 std::shared_ptr<soci::session> CPostgresqlDatabase::OpenForReading() {

@@ -32,12 +32,17 @@ class CPostgresqlDatabase : public CDatabase {
  private:
   /// Waits for each address no longer than `deadline` leaves, which libpq rounds up to two seconds.
   std::unique_ptr<soci::session> Open(std::optional<kvx::CLoadDeadline::Clock::time_point> deadline) const;
+  /// A note where the words alone do not say which database this is.
+  void NoteWhere(const std::string& host, const std::string& port, const std::string& database) const;
   std::string OneLine(const std::string& text) const;
 
   std::string connection_;
   /// In seconds, as libpq takes it.
   std::string connectTimeout_;
   std::string description_;
+  // As the words have them; empty for what comes from elsewhere.
+  std::string host_;
+  std::string database_;
   std::vector<std::string> secrets_;
 };
 
