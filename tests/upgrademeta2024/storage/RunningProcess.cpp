@@ -43,6 +43,14 @@ bool CRunningProcess::Kill() {
   return WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL;
 }
 
+int CRunningProcess::Terminate() {
+  kill(child_, SIGTERM);
+  int status = 0;
+  waitpid(child_, &status, 0);
+  child_ = -1;
+  return WIFSIGNALED(status) ? WTERMSIG(status) : 0;
+}
+
 void CRunningProcess::Halt() const {
   kill(child_, SIGSTOP);
   int status = 0;

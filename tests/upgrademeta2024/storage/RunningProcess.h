@@ -18,6 +18,8 @@ class CRunningProcess {
 
   /// Ends it without giving it a chance to do anything more (SIGKILL). False when it had ended by itself.
   bool Kill();
+  /// Asks it to end (SIGTERM). Answers with the signal that has ended it, 0 when it has ended by itself.
+  int Terminate();
   /// Halts it, wherever it is, until Resume().
   void Halt() const;
   void Resume() const;

@@ -5,6 +5,7 @@
 #include <csignal>
 #include <initializer_list>
 
+#include "kvxsptfile/DelayedEnd.h"
 #include "kvxsptfile/UnfinishedFile.h"
 #include "upgradesrv/ProgressLine.h"
 
@@ -17,6 +18,9 @@ void End(int number) {
   // Files are made by the thread of the command, and must not be made while they are removed.
   if (pthread_equal(pthread_self(), commandThread) == 0) {
     pthread_kill(commandThread, number);
+    return;
+  }
+  if (kvx::CDelayedEnd::Delay(number)) {
     return;
   }
   kvx::CUnfinishedFile::RemoveAll();

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <csignal>
 #include <filesystem>
 #include <string>
 #include <thread>
@@ -245,6 +246,43 @@ TEST_F(SqliteFaultTest, KilledCopyLeavesTheMetamodel) {
   ASSERT_TRUE(copy.Kill());
   ASSERT_TRUE(fs::exists(Path("metamodel.db-journal"))) << "the copy was not interrupted in its midst";
   EXPECT_EQ(Loaded(), TextOf(*sample_));
+}
+
+TEST_F(SqliteFaultTest, CopyThatIsAskedToEndLeavesTheMetamodelAndNothingBesideIt) {
+  Save();
+  OpenMetaStorage(Path("large.json"))->Save(*LargeMetamodel(300));
+  for (const std::chrono::milliseconds delay : {0ms, std::chrono::milliseconds(10), 20ms}) {
+    CRunningProcess copy({kUpgradesrv, "metamodel", "copy", "--replace", Path("large.json"), Path()});
+    ASSERT_TRUE(WaitFor([&] { return fs::exists(Path("metamodel.db-journal")); }));
+    std::this_thread::sleep_for(delay);
+    ASSERT_EQ(copy.Terminate(), SIGTERM) << "the copy was not interrupted in its midst";
+    EXPECT_EQ(Files(), (std::vector<std::string>{"large.json", "metamodel.db"}));
+    EXPECT_EQ(Loaded(), TextOf(*sample_));
+  }
+}
+
+TEST_F(SqliteFaultTest, CopyToANewFileThatIsAskedToEndLeavesNothing) {
+  OpenMetaStorage(Path("large.json"))->Save(*LargeMetamodel(300));
+  for (const std::chrono::milliseconds delay : {0ms, std::chrono::milliseconds(10), 20ms}) {
+    CRunningProcess copy({kUpgradesrv, "metamodel", "copy", Path("large.json"), Path()});
+    ASSERT_TRUE(WaitFor([&] { return Files().size() > 1; }));
+    std::this_thread::sleep_for(delay);
+    ASSERT_EQ(copy.Terminate(), SIGTERM) << "the copy was not interrupted in its midst";
+    EXPECT_EQ(Files(), std::vector<std::string>{"large.json"});
+  }
+}
+
+TEST_F(SqliteFaultTest, CopyThatWaitsForAnotherProgramEndsAtOnceWhenItIsAskedTo) {
+  Save();
+  OpenMetaStorage(Path("small.json"))->Save(*sample_);
+  const auto session = storage_.OpenSession();
+  *session << "BEGIN EXCLUSIVE";
+  CRunningProcess copy({kUpgradesrv, "metamodel", "copy", "--replace", Path("small.json"), Path()});
+  // It has tried and waits, for five seconds in all.
+  std::this_thread::sleep_for(500ms);
+  const auto begin = std::chrono::steady_clock::now();
+  EXPECT_EQ(copy.Terminate(), SIGTERM);
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(2));
 }
 
 TEST_F(SqliteFaultTest, WhatAKilledCopyToANewFileLeavesIsRemovedByTheNext) {

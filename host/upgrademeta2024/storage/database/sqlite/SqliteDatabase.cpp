@@ -11,10 +11,12 @@
 #include <filesystem>
 #include <set>
 #include <system_error>
+#include <thread>
 #include <utility>
 #include <vector>
 
 #include "kvxsptexception/ErrorCodes.h"
+#include "kvxsptfile/DelayedEnd.h"
 #include "kvxsptfile/FollowLinks.h"
 #include "kvxsptfile/LoadDeadline.h"
 #include "kvxsptfile/OpeningProblem.h"
@@ -27,6 +29,8 @@ namespace metadb {
 namespace {
 
 constexpr int kBusyMilliseconds = 5000;
+constexpr int kMillisecondsBetweenTries = 10;
+constexpr int kStepsBetweenLooks = 1000;
 constexpr const char* kWithoutLocks = "unix-none";
 
 sqlite_api::sqlite3*& ConnectionOf(soci::session& session) {
@@ -48,9 +52,23 @@ std::unique_ptr<soci::session> Open(const std::string& path, int flags, const ch
   return session;
 }
 
+/// What the session does is interrupted and undone when the process is asked to end: a journal that it left beside the
+/// file would have to be worked off by the next who opens it.
+std::unique_ptr<soci::session> OpenToChange(const std::string& path) {
+  std::unique_ptr<soci::session> session = Open(path, SQLITE_OPEN_READWRITE);
+  sqlite_api::sqlite3* const connection = ConnectionOf(*session);
+  const auto isAskedToEnd = [](void*) { return kvx::CDelayedEnd::IsWaitedFor() ? 1 : 0; };
+  const auto waitForOthers = [](void*, int tries) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(kMillisecondsBetweenTries));
+    return !kvx::CDelayedEnd::IsWaitedFor() && tries < kBusyMilliseconds / kMillisecondsBetweenTries ? 1 : 0;
+  };
+  sqlite_api::sqlite3_progress_handler(connection, kStepsBetweenLooks, isAskedToEnd, nullptr);
+  sqlite_api::sqlite3_busy_handler(connection, waitForOthers, nullptr);
+  return session;
+}
+
 /// What the session does is interrupted when the deadline for loading is over.
 std::shared_ptr<soci::session> OpenToRead(const std::string& path) {
-  constexpr int kStepsBetweenLooks = 1000;
   std::shared_ptr<soci::session> session = Open(path, SQLITE_OPEN_READONLY);
   if (const auto deadline = kvx::CLoadDeadline::Get()) {
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(*deadline - kvx::CLoadDeadline::Clock::now());
@@ -195,7 +213,8 @@ std::unique_ptr<soci::session> CSqliteDatabase::OpenForWriting() {
     if (!followed.problem.empty()) {
       throw SFailure{kvx::kFileError, followed.problem, "give the path of the database itself"};
     }
-    auto session = Open(followed.path, SQLITE_OPEN_READWRITE);
+    delayedEnd_ = std::make_unique<kvx::CDelayedEnd>();
+    auto session = OpenToChange(followed.path);
     ReadHeader(*session);
     RequireWholePages(*session);
     return session;
@@ -211,6 +230,7 @@ std::unique_ptr<soci::session> CSqliteDatabase::OpenForWriting() {
 }
 
 bool CSqliteDatabase::Publish() {
+  delayedEnd_.reset();
   const std::unique_ptr<kvx::CTemporaryFile> file = std::move(newFile_);
   return file == nullptr || file->CommitNew();
 }

@@ -7,8 +7,9 @@
 #include "upgrademeta2024/storage/database/Database.h"
 
 namespace kvx {
+class CDelayedEnd;
 class CTemporaryFile;
-}
+}  // namespace kvx
 
 namespace metadb {
 
@@ -40,6 +41,8 @@ class CSqliteDatabase : public CDatabase {
   std::string path_;
   // While a file is written that does not exist yet.
   std::unique_ptr<kvx::CTemporaryFile> newFile_;
+  // While a file is written that exists.
+  std::unique_ptr<kvx::CDelayedEnd> delayedEnd_;
 };
 
 }  // namespace metadb
