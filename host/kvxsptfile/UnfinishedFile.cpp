@@ -15,7 +15,7 @@ std::array<std::atomic<const char*>, kSlots> slots{};
 
 }  // namespace
 
-CUnfinishedFile::CUnfinishedFile(const std::string& path) noexcept : slot_(0) {
+CUnfinishedFile::CUnfinishedFile(const std::string& path) noexcept {
   const auto isTaken = [&path](std::atomic<const char*>& slot) {
     const char* none = nullptr;
     return !slot.compare_exchange_strong(none, path.c_str());

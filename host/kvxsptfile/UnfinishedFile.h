@@ -21,7 +21,7 @@ class KVXSPTFILE_EXPORT CUnfinishedFile {
   static void RemoveAll() noexcept;
 
  private:
-  std::size_t slot_;
+  std::size_t slot_ = 0;
 };
 
 }  // namespace kvx

@@ -19,15 +19,17 @@ namespace metareview {
 
 namespace {
 
+void Replace(std::string& text, std::string_view from, std::string_view to) {
+  for (std::size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size())) {
+    text.replace(at, from.size(), to);
+  }
+}
+
 /// Two characters that XML cannot hold are no controls, and not made visible with those.
 std::string XmlText(std::string_view text) {
-  const std::pair<std::string_view, std::string_view> characters[] = {{"\uFFFE", "\\uFFFE"}, {"\uFFFF", "\\uFFFF"}};
   std::string xml = ShownText(text);
-  for (const auto& [character, visible] : characters) {
-    for (std::size_t at = xml.find(character); at != std::string::npos; at = xml.find(character, at)) {
-      xml.replace(at, character.size(), visible);
-    }
-  }
+  Replace(xml, "\uFFFE", "\\uFFFE");
+  Replace(xml, "\uFFFF", "\\uFFFF");
   return xml;
 }
 
@@ -109,6 +111,7 @@ class CJunit {
       add(path, {});
     }
     std::vector<SSuite> list;
+    list.reserve(suites.size());
     for (auto& [kind, suite] : suites) {
       list.push_back(std::move(suite));
     }

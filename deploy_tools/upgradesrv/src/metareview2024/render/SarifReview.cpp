@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <array>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -291,16 +290,16 @@ class CSarif {
     Member("kind", "external");
     Member("status", "accepted");
     Member("justification", acceptance.reason);
-    const std::pair<std::string_view, const std::optional<std::string>&> more[] = {{"by", acceptance.by},
-                                                                                   {"until", acceptance.until}};
+    const auto memberIf = [this](std::string_view name, const std::optional<std::string>& value) {
+      if (value.has_value()) {
+        Member(name, *value);
+      }
+    };
     if (acceptance.by.has_value() || acceptance.until.has_value()) {
       Key("properties");
       writer_.StartObject();
-      for (const auto& [name, value] : more) {
-        if (value.has_value()) {
-          Member(name, *value);
-        }
-      }
+      memberIf("by", acceptance.by);
+      memberIf("until", acceptance.until);
       writer_.EndObject();
     }
     writer_.EndObject();
