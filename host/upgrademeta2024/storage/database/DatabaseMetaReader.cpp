@@ -60,7 +60,7 @@ void RequireUnique(const CMetaPropertyTable2024& properties, const STable& table
 
 /// Reads a metamodel, table by table. Each table comes in the order of its lists, through these layers:
 /// - CDatabase::ReadRows asks the database and hands on one row after the other, whatever its values are.
-/// - CRows holds one row. It checks that rows come in order and that each value may stand in its column.
+/// - CRows holds one row. It checks that rows come in order and that each value may be in its column.
 /// - ReadRows connects the two and counts for the progress line.
 /// - ReadOwners makes a list of elements from a table of classes, links or behaviors; ReadItems finds, for a row of
 ///   one of the other tables, the element that it belongs to. Both tables being ordered, that is mostly the one of
@@ -85,8 +85,8 @@ class CReader {
     } else {
       kvx::CFileNotes::Tell(
           database_.Describe() +
-          ": the numbers of its rows, from which lost rows are known, are not stored with it; copy the "
-          "metamodel into its own place once to add them");
+          ": the numbers of rows of its tables are missing, so that lost rows may go unnoticed; copy the "
+          "metamodel onto itself once to add them");
       database_.RequireSound(session_);
     }
     auto dictionary = std::make_shared<CMetaDictionary2024>();

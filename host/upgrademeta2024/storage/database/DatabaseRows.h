@@ -30,7 +30,7 @@ constexpr std::uint64_t kMaxInteger = std::numeric_limits<std::int64_t>::max();
 /// The number that decimal digits say, if it is not greater.
 std::optional<std::uint64_t> ParseNumber(std::string_view digits, std::uint64_t max);
 
-/// Why a text cannot stand in a metamodel in a database, null when it can.
+/// Why a text cannot be in a metamodel in a database, null when it can.
 const char* TextFault(std::string_view text);
 
 /// One pass over a table in the order of its lists. Checks what it hands out: the database may have been filled by

@@ -56,7 +56,7 @@ std::vector<std::string> TableNames(const std::string& schema = "");
 std::vector<std::string> HeadColumns();
 std::string CountColumn(const STable& table);
 
-/// The columns that say where a row stands: its owner's ordinal, if the table has an owner, and its own.
+/// The columns that say where a row belongs: its owner's ordinal, if the table has an owner, and its own.
 std::vector<std::string> KeyColumns(const STable& table);
 
 /// What drops every table that there is, what creates all tables, and what gives them their indexes once they are

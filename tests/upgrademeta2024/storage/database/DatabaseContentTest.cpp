@@ -273,10 +273,11 @@ TEST_P(DatabaseNoteTest, RowsThatAreNotCountedAreNoted) {
   EXPECT_TRUE(NotesOfLoading().empty());
   storage_.Execute({"CREATE TABLE head AS SELECT generation, 1 AS schema_version FROM metamodel",
                     "DROP TABLE metamodel", "ALTER TABLE head RENAME TO metamodel"});
-  EXPECT_EQ(NotesOfLoading(),
-            std::vector<std::string>{storage_.Location() +
-                                     ": the numbers of its rows, from which lost rows are known, are not stored with "
-                                     "it; copy the metamodel into its own place once to add them"});
+  EXPECT_EQ(
+      NotesOfLoading(),
+      std::vector<std::string>{storage_.Location() +
+                               ": the numbers of rows of its tables are missing, so that lost rows may go unnoticed; "
+                               "copy the metamodel onto itself once to add them"});
   const auto storage = OpenMetaStorage(storage_.Location());
   storage->Save(*storage->Load());
   EXPECT_TRUE(NotesOfLoading().empty());

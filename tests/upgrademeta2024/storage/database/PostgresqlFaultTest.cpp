@@ -111,7 +111,7 @@ TEST_F(PostgresqlFaultTest, NoPermission) {
   storage_.Execute(
       {"CREATE ROLE " + reader + " LOGIN PASSWORD 'geheim'", "GRANT USAGE ON SCHEMA " + schema + " TO " + reader});
   const std::string words = "user=" + reader + " password=geheim";
-  ExpectOneLine(LoadError(words), kvx::kFileError, "permission denied for table metamodel", "have the user granted");
+  ExpectOneLine(LoadError(words), kvx::kFileError, "permission denied for table metamodel", "grant the user");
   storage_.Execute({"GRANT SELECT ON ALL TABLES IN SCHEMA " + schema + " TO " + reader});
   EXPECT_EQ(Loaded(words), TextOf(*sample_)) << "reading needs no right to write";
   const SError error = ErrorOf([&] { OpenMetaStorage(storage_.LocationWith(words))->Save(CMetaDictionary2024()); });
@@ -132,7 +132,7 @@ TEST_F(PostgresqlFaultTest, RowsThatAPolicyKeepsFromTheUser) {
     storage_.Execute({"ALTER TABLE " + table + " ENABLE ROW LEVEL SECURITY"});
     ExpectOneLine(LoadError(words), kvx::kFileError,
                   "table " + table + " cannot be read: the server would keep rows from this user: ",
-                  "have the user given the right BYPASSRLS, or the table's row-level security lifted");
+                  "give the user the right BYPASSRLS, or switch the row-level security of the table off");
     // A policy that shows all rows today may hide some tomorrow.
     storage_.Execute({"CREATE POLICY all_rows ON " + table + " USING (true)"});
     EXPECT_THAT(LoadError(words).message, HasSubstr("row-level security policy for table \"" + table + "\""));
@@ -164,7 +164,7 @@ TEST_F(PostgresqlFaultTest, SchemaThatTheUserMayNotCreateIn) {
       {"CREATE ROLE " + writer + " LOGIN PASSWORD 'geheim'", "GRANT USAGE ON SCHEMA " + schema + " TO " + writer});
   const std::string location = storage_.LocationWith("user=" + writer + " password=geheim");
   ExpectOneLine(ErrorOf([&] { OpenMetaStorage(location)->Save(*sample_); }), kvx::kFileError,
-                "permission denied for schema " + schema, "have the user granted the rights on the schema");
+                "permission denied for schema " + schema, "grant the user the rights on the schema");
   storage_.Execute({"DROP OWNED BY " + writer, "DROP ROLE " + writer});
 }
 

@@ -61,7 +61,7 @@ class CParts {
   CNames names_;
 };
 
-/// The names of the behaviors that a class or link lists, each once, as it first stands there.
+/// The names of the behaviors that a class or link lists, each once, as it first occurs there.
 CNames ListedBehaviors(const CMetaClass2024& element);
 
 /// Calls `pair(client's, original's)` or `inserted(client's)` for each name of the client, in its order, then

@@ -350,10 +350,10 @@ SFailure CPostgresqlDatabase::Explain(const soci::soci_error& error) const {
   }
   if (state == "42501" && problem.find("row-level security") != std::string::npos) {
     return {kvx::kFileError, "the server would keep rows from this user: " + problem,
-            "have the user given the right BYPASSRLS, or the table's row-level security lifted for the user"};
+            "give the user the right BYPASSRLS, or switch the row-level security of the table off"};
   }
   if (state == "42501") {
-    return {kvx::kFileError, problem, "have the user granted the rights on the schema and its tables"};
+    return {kvx::kFileError, problem, "grant the user the rights on the schema and its tables"};
   }
   if (state == "23503") {
     return {kvx::kFileError, "another table refers to a row that would not be there: " + problem,
