@@ -87,13 +87,13 @@ EExitStatus ParseAndRun(int argumentCount, const char* const* argumentValues) {
   } catch (const CLI::ParseError& error) {
     const std::vector<std::string> arguments(argumentValues + (argumentCount > 0 ? 1 : 0),
                                              argumentValues + argumentCount);
-    const CTrouble trouble(UsageProblem(app, error, arguments, request));
+    const std::string problem = CTrouble(UsageProblem(app, error, arguments, request)).what();
     for (const CLI::App* command : app.get_subcommands()) {
       if (const auto refusal = request.refusals.find(command); refusal != request.refusals.end()) {
-        refusal->second(trouble.what(), arguments);
+        refusal->second(problem, arguments);
       }
     }
-    throw trouble;
+    throw CTrouble(problem);
   }
   kvx::CFileNotes::SetReceiver([](const std::string& note) {
     CProgressLine::Erase();

@@ -54,15 +54,16 @@ std::set<std::string> PlacesOf(const std::string& path) {
 
 void LookWhoMayWriteModule(const std::string& path) {
   for (const std::string& place : PlacesOf(path)) {
-    const std::string who = WhoElseMayWrite(place);
-    if (who.empty()) {
+    std::string fact = WhoElseMayWrite(place);
+    if (fact.empty()) {
       continue;
     }
+    fact += " may write to " + place;
     if (geteuid() == 0) {
-      throw CTrouble("the module is not loaded: " + who + " may write to " + place +
+      throw CTrouble("the module is not loaded: " + fact +
                      ", and would decide what root does; take that permission away or run as another user");
     }
-    kvx::CFileNotes::Tell(who + " may write to " + place + ", and so decide what this run does");
+    kvx::CFileNotes::Tell(fact + ", and so decide what this run does");
   }
 }
 
