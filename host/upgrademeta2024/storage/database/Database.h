@@ -30,12 +30,6 @@ struct SFailure {
   throw SFailure{kvx::kMalformedDocument, "the database is damaged: " + finding, "restore it from a copy"};
 }
 
-inline void Execute(soci::session& session, const std::vector<std::string>& statements) {
-  for (const std::string& statement : statements) {
-    session << statement;
-  }
-}
-
 /// One database, that is what differs between the kinds of databases. Nothing is opened before an operation asks for
 /// it.
 class CDatabase {
@@ -73,6 +67,7 @@ class CDatabase {
   /// whole database; takes about as long as reading it.
   virtual void RequireSound(soci::session& /*session*/) const {}
 
+  /// Throws std::bad_alloc where there was no memory.
   virtual SFailure Explain(const soci::soci_error& error) const = 0;
 };
 

@@ -18,6 +18,7 @@
 #include "upgrademeta2024/storage/database/Database.h"
 #include "upgrademeta2024/storage/database/DatabaseRows.h"
 #include "upgrademeta2024/storage/database/DatabaseSchema.h"
+#include "upgrademeta2024/storage/database/Statements.h"
 
 namespace metadb {
 namespace {
@@ -114,48 +115,43 @@ class CReader {
   bool ReadHead() {
     const std::string table = "table " + std::string(kHeadTable);
     BeginTable(kHeadTable);
-    std::string generation;
-    std::string version;
-    soci::indicator hasGeneration = soci::i_null;
-    soci::indicator hasVersion = soci::i_null;
-    soci::statement head =
-        (session_.prepare << "SELECT generation, schema_version FROM " << dialect_.schema << kHeadTable,
-         soci::into(generation, hasGeneration), soci::into(version, hasVersion));
-    head.execute();
-    if (!head.fetch()) {
+    const auto rows =
+        Query(session_, "SELECT generation, schema_version FROM " + dialect_.schema + kHeadTable + " LIMIT 2", 2);
+    if (rows.empty()) {
       throw SContentError{table + " has no row: the metamodel was not stored to its end; store it anew"};
     }
+    const std::string& generation = rows.front()[0];
+    const std::string& version = rows.front()[1];
     const bool hasCounts = version == std::to_string(kSchemaVersion);
-    if (hasVersion != soci::i_ok || (!hasCounts && version != std::to_string(kSchemaVersionWithoutCounts))) {
+    if (!hasCounts && version != std::to_string(kSchemaVersionWithoutCounts)) {
       throw SContentError{table + ", row 1: schema_version: expected " + std::to_string(kSchemaVersionWithoutCounts) +
-                          " or " + std::to_string(kSchemaVersion) + ", found " +
-                          (hasVersion == soci::i_ok ? CStringHelper::ToVisible(version) : "NULL") +
+                          " or " + std::to_string(kSchemaVersion) + ", found " + CStringHelper::ToVisible(version) +
                           "; read it with the program that stored it, or store it anew"};
     }
-    if (hasGeneration != soci::i_ok || generation != std::to_string(CMetaDictionary2024::kGeneration)) {
-      throw SContentError{table + ", row 1: generation: " +
-                          metarules::WrongGeneration(hasGeneration == soci::i_ok ? generation : "NULL")};
+    if (generation != std::to_string(CMetaDictionary2024::kGeneration)) {
+      throw SContentError{table + ", row 1: generation: " + metarules::WrongGeneration(generation)};
     }
-    if (head.fetch()) {
+    if (rows.size() > 1) {
       throw SContentError{table + " has more than one row; a database holds one metamodel"};
     }
     return hasCounts;
   }
 
   void ReadCounts() {
-    std::uint64_t total = 0;
+    std::vector<std::string> columns;
     for (const STable* table : ListTables()) {
-      const std::string column = CountColumn(*table);
-      std::string text;
-      soci::indicator hasText = soci::i_null;
-      session_ << "SELECT " << column << " FROM " << dialect_.schema << kHeadTable, soci::into(text, hasText);
-      const std::optional<std::uint64_t> count = hasText == soci::i_ok ? ParseNumber(text, kMaxInteger) : std::nullopt;
+      columns.push_back(CountColumn(*table));
+    }
+    const std::vector<std::string> counts =
+        Query(session_, "SELECT " + Join(columns) + " FROM " + dialect_.schema + kHeadTable, columns.size()).at(0);
+    std::uint64_t total = 0;
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+      const std::optional<std::uint64_t> count = ParseNumber(counts[i], kMaxInteger);
       if (!count) {
-        throw SContentError{"table " + std::string(kHeadTable) + ", row 1: " + column + ": " +
-                            metarules::WrongNumber(kMaxInteger, hasText == soci::i_ok ? text : "NULL") +
-                            "; store the metamodel anew"};
+        throw SContentError{"table " + std::string(kHeadTable) + ", row 1: " + columns[i] + ": " +
+                            metarules::WrongNumber(kMaxInteger, counts[i]) + "; store the metamodel anew"};
       }
-      counts_[table] = *count;
+      counts_[ListTables()[i]] = *count;
       total += *count;
     }
     progress_.SetTotal(total);
@@ -299,7 +295,7 @@ std::vector<std::string> MissingTables(soci::session& session, const SDatabaseDi
   for (const std::string& table : TableNames()) {
     const std::string name = dialect.schema + table;
     int count = 0;
-    session << dialect.countTables, soci::use(name, "name"), soci::into(count);
+    Execute(session, dialect.countTables, soci::use(name, "name"), soci::into(count));
     if (count == 0) {
       missing.push_back(table);
     }

@@ -6,6 +6,7 @@
 #include <list>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,6 +18,7 @@
 #include "upgrademeta2024/storage/database/DatabaseMetaReader.h"
 #include "upgrademeta2024/storage/database/DatabaseRows.h"
 #include "upgrademeta2024/storage/database/DatabaseSchema.h"
+#include "upgrademeta2024/storage/database/Statements.h"
 
 namespace metadb {
 namespace {
@@ -25,9 +27,8 @@ namespace {
 class CInserter {
  public:
   CInserter(soci::session& session, const SDatabaseDialect& dialect, const STable& table)
-      : session_(session), dialect_(dialect), table_(table), full_(session), columns_(AllColumns(table)) {
+      : session_(session), dialect_(dialect), table_(table), columns_(AllColumns(table)) {
     values_.resize(kRows * columns_.size());
-    Prepare(full_, kRows);
   }
 
   /// Adds a row: the values of the key columns, then those of an element.
@@ -50,9 +51,7 @@ class CInserter {
   /// Stores the rows that do not fill a statement. Answers with the number of all rows.
   std::uint64_t Finish() {
     if (count_ > 0) {
-      soci::statement rest(session_);
-      Prepare(rest, count_ / columns_.size());
-      rest.execute(/*withDataExchange=*/true);
+      Statement(count_ / columns_.size()).execute(/*withDataExchange=*/true);
     }
     return total_;
   }
@@ -81,24 +80,30 @@ class CInserter {
   void EndRow() {
     ++total_;
     if (count_ == values_.size()) {
-      full_.execute(/*withDataExchange=*/true);
+      if (!full_) {
+        full_ = Statement(kRows);
+      }
+      full_->execute(/*withDataExchange=*/true);
       count_ = 0;
     }
   }
 
-  void Prepare(soci::statement& statement, std::size_t rows) {
+  /// Stores the first so many rows.
+  soci::statement Statement(std::size_t rows) {
+    soci::statement statement(session_);
     statement.alloc();
     for (std::size_t i = 0; i < rows * columns_.size(); ++i) {
       statement.exchange(soci::use(values_[i]));
     }
     statement.prepare(InsertStatement(table_, rows, dialect_));
     statement.define_and_bind();
+    return statement;
   }
 
   soci::session& session_;
   const SDatabaseDialect& dialect_;
   const STable& table_;
-  soci::statement full_;
+  std::optional<soci::statement> full_;
   std::vector<std::string> columns_;
   // Of the rows that are still to be stored, one after the other.
   std::vector<std::string> values_;
@@ -122,8 +127,8 @@ class CWriter {
     for (const STable* table : ListTables()) {
       values += ", " + std::to_string(counts_.at(table));
     }
-    session_ << "INSERT INTO " << dialect_.schema << kHeadTable << " (" << Join(HeadColumns()) << ") VALUES (" << values
-             << ")";
+    Execute(session_,
+            "INSERT INTO " + dialect_.schema + kHeadTable + " (" + Join(HeadColumns()) + ") VALUES (" + values + ")");
   }
 
  private:
@@ -201,7 +206,7 @@ bool WriteMetamodel(soci::session& session, const CDatabase& database, const CMe
   Execute(session, IndexStatements(dialect));
   writer.WriteHead();
   restoreReferences();
-  session << "COMMIT";
+  Execute(session, "COMMIT");
   return true;
 }
 

@@ -19,6 +19,7 @@
 #include "kvxsptstring/StringHelper.h"
 #include "upgrademeta2024/storage/database/DatabaseRows.h"
 #include "upgrademeta2024/storage/database/DatabaseSchema.h"
+#include "upgrademeta2024/storage/database/Statements.h"
 #include "upgrademeta2024/storage/database/postgresql/PostgresqlRows.h"
 
 namespace metadb {
@@ -248,8 +249,8 @@ std::shared_ptr<soci::session> CPostgresqlDatabase::OpenForReading() {
   }
   const auto watched = std::make_shared<SWatchedSession>(session, *deadline);
   // A server whose connection is cut off would work on.
-  *session << "SELECT set_config('statement_timeout', '" << SecondsUntil(*deadline)
-           << "s', false) WHERE current_setting('statement_timeout') = '0'";
+  Execute(*session, "SELECT set_config('statement_timeout', '" + std::to_string(SecondsUntil(*deadline)) +
+                        "s', false) WHERE current_setting('statement_timeout') = '0'");
   return {watched, session.get()};
 }
 
@@ -258,9 +259,7 @@ std::unique_ptr<soci::session> CPostgresqlDatabase::OpenForWriting() {
 }
 
 SDatabaseDialect CPostgresqlDatabase::Dialect(soci::session& session) const {
-  std::string schema;
-  soci::indicator hasSchema = soci::i_null;
-  session << "SELECT " << kSchema << "::text || '.'", soci::into(schema, hasSchema);
+  const std::string schema = Query(session, "SELECT coalesce("s + kSchema + "::text || '.', '')", 1).at(0).front();
   // The tables are locked before the transaction sees its moment: a metamodel that is replaced meanwhile is seen
   // either before or after, never as tables that are empty at that moment.
   const std::string lockTables = "LOCK TABLE " + Join(TableNames(schema)) + " IN ACCESS SHARE MODE";
@@ -287,11 +286,11 @@ std::function<void()> CPostgresqlDatabase::ReleaseReferences(soci::session& sess
       ours + " AND NOT conrelid " + ours;
   std::vector<std::string> release;
   std::vector<std::string> restore;
-  for (const soci::row& reference : soci::rowset<soci::row>(session.prepare << query)) {
-    release.push_back(reference.get<std::string>(0));
-    restore.push_back(reference.get<std::string>(1));
+  for (const std::vector<std::string>& reference : Query(session, query, 3)) {
+    release.push_back(reference[0]);
+    restore.push_back(reference[1]);
     // Adding it has checked all rows, unless it has never been valid.
-    restore.push_back(reference.get<std::string>(2));
+    restore.push_back(reference[2]);
   }
   Execute(session, release);
   return [&session, restore] { Execute(session, restore); };

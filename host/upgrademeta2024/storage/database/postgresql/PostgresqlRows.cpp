@@ -8,6 +8,8 @@
 #include <cstddef>
 #include <string>
 
+#include "upgrademeta2024/storage/database/Statements.h"
+
 namespace metadb {
 namespace {
 
@@ -29,7 +31,7 @@ SValue::EKind KindOf(soci::statement& rows, std::size_t column) {
 }  // namespace
 
 void ReadPostgresqlRows(soci::session& session, const STable& table, const std::string& select, const RowHandler& row) {
-  session << kDeclareCursor + select;
+  Execute(session, kDeclareCursor + select);
   // Everything is fetched as text: a column of another type would otherwise turn what is no number into one.
   std::vector<SValue> values(AllColumns(table).size());
   std::vector<std::string> texts(values.size());
@@ -61,7 +63,7 @@ void ReadPostgresqlRows(soci::session& session, const STable& table, const std::
       row(values);
     }
   }
-  session << kCloseCursor;
+  Execute(session, kCloseCursor);
 }
 
 }  // namespace metadb

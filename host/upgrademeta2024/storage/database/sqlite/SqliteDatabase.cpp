@@ -9,6 +9,7 @@
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
+#include <new>
 #include <set>
 #include <system_error>
 #include <thread>
@@ -23,6 +24,7 @@
 #include "kvxsptfile/TemporaryFile.h"
 #include "kvxsptstring/StringHelper.h"
 #include "upgrademeta2024/storage/database/DatabaseSchema.h"
+#include "upgrademeta2024/storage/database/Statements.h"
 #include "upgrademeta2024/storage/database/sqlite/SqliteRows.h"
 
 namespace metadb {
@@ -95,7 +97,7 @@ const SDatabaseDialect kDialect = {
 /// Makes SQLite look at the file: opening alone does not.
 void ReadHeader(soci::session& session) {
   int count = 0;
-  session << "SELECT count(*) FROM sqlite_master", soci::into(count);
+  Execute(session, "SELECT count(*) FROM sqlite_master", soci::into(count));
 }
 
 /// The rows of other tables that refer to rows of the metamodel which are not there, in words for a user. A table
@@ -110,8 +112,11 @@ std::set<std::string> DanglingReferences(soci::session& session, bool withUnnumb
       ours + " AND reference.\"table\"" + ours +
       ") other, pragma_foreign_key_check(other.name) fault WHERE fault.parent" + ours +
       (withUnnumbered ? "" : " AND fault.rowid IS NOT NULL");
-  const soci::rowset<std::string> rows = session.prepare << query;
-  return {rows.begin(), rows.end()};
+  std::set<std::string> references;
+  for (const std::vector<std::string>& row : Query(session, query, 1)) {
+    references.insert(row.front());
+  }
+  return references;
 }
 
 /// SOCI puts the name of its function before what SQLite says.
@@ -166,7 +171,7 @@ void CSqliteDatabase::RequireReadableFile() const {
 void CSqliteDatabase::RequireWholePages(soci::session& session) const {
   // SQLite takes what is missing of the last page for zeros.
   std::uintmax_t pageSize = 0;
-  session << "PRAGMA page_size", soci::into(pageSize);
+  Execute(session, "PRAGMA page_size", soci::into(pageSize));
   std::error_code error;
   const std::uintmax_t size = std::filesystem::file_size(path_, error);
   if (!error && pageSize != 0 && size % pageSize != 0) {
@@ -181,8 +186,7 @@ void CSqliteDatabase::ReadRows(soci::session& session, const STable& table, cons
 
 void CSqliteDatabase::RequireSound(soci::session& session) const {
   // Of single tables it finds no pages that nobody points to any more, and of views nothing.
-  std::string finding;
-  session << "PRAGMA integrity_check", soci::into(finding);
+  const std::string finding = Query(session, "PRAGMA integrity_check", 1).at(0).front();
   if (finding != "ok") {
     FailDamaged("its integrity_check found: " + CStringHelper::ToVisible(finding));
   }
@@ -222,10 +226,10 @@ std::unique_ptr<soci::session> CSqliteDatabase::OpenForWriting() {
   newFile_ = std::make_unique<kvx::CTemporaryFile>(path_);
   auto session = Open(newFile_->GetPath(), SQLITE_OPEN_READWRITE, kWithoutLocks);
   // Whatever interrupts the writing, the file is dropped.
-  *session << "PRAGMA journal_mode = OFF";
-  *session << "PRAGMA synchronous = OFF";
+  Execute(*session, "PRAGMA journal_mode = OFF");
+  Execute(*session, "PRAGMA synchronous = OFF");
   // Reading whole tables, as is done here, takes a twentieth less time than with SQLite's usual 4096 bytes.
-  *session << "PRAGMA page_size = 8192";
+  Execute(*session, "PRAGMA page_size = 8192");
   return session;
 }
 
@@ -238,7 +242,11 @@ bool CSqliteDatabase::Publish() {
 SFailure CSqliteDatabase::Explain(const soci::soci_error& error) const {
   const auto* sqliteError = dynamic_cast<const soci::sqlite3_soci_error*>(&error);
   constexpr int kPrimaryCode = 0xFF;
-  switch (sqliteError == nullptr ? SQLITE_ERROR : sqliteError->result() & kPrimaryCode) {
+  const int code = sqliteError == nullptr ? SQLITE_ERROR : sqliteError->result();
+  if (code == SQLITE_NOMEM || code == SQLITE_IOERR_NOMEM) {
+    throw std::bad_alloc();
+  }
+  switch (code & kPrimaryCode) {
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
       return {kvx::kFileError, "another program has locked the database for more than 5 seconds",
