@@ -3,6 +3,7 @@
 #include <rapidjson/document.h>
 
 #include <string_view>
+#include <utility>
 
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptexception/KVXException.h"
@@ -34,6 +35,14 @@ Value::StringRefType Reference(const std::string& text) {
 /// RapidJSON's constructor of a reference and an allocator would end the text at its first NUL byte.
 Value Copy(const std::string& text, Document::AllocatorType& allocator) {
   return {text.data(), static_cast<SizeType>(text.size()), allocator};
+}
+
+/// As RapidJSON's own copy, which takes memory for its stack without a look whether it got any.
+Value DeepCopy(const Value& value, Document::AllocatorType& allocator) {
+  Document copy(&allocator);
+  const auto write = [&value](Document& document) { return value.Accept(document); };
+  copy.Populate(write);
+  return std::move(static_cast<Value&>(copy));
 }
 
 std::string Text(const Value& string) {
@@ -289,7 +298,7 @@ void CJsonObject::SetObjectArrayValue(const std::string& key, const std::list<st
   Value array(rapidjson::kArrayType);
   array.Reserve(static_cast<SizeType>(objects.size()), allocator);
   for (const std::shared_ptr<CJsonObject>& object : objects) {
-    array.PushBack(object != nullptr ? Value(*object->value_, allocator) : Value(), allocator);
+    array.PushBack(object != nullptr ? DeepCopy(*object->value_, allocator) : Value(), allocator);
   }
   SetMember(key, array);
 }
@@ -298,7 +307,7 @@ void CJsonObject::SetObjectValue(const std::string& key, const std::shared_ptr<C
   RequireObject();
   Document::AllocatorType& allocator = document_->GetAllocator();
   // The copy comes first: the object may be a view on the very member that is removed.
-  Value copy = object != nullptr ? Value(*object->value_, allocator) : Value();
+  Value copy = object != nullptr ? DeepCopy(*object->value_, allocator) : Value();
   const Value name(Reference(key));
   while (value_->EraseMember(name)) {
     // A parsed object may hold the member more than once.

@@ -49,7 +49,8 @@ constexpr auto kPropertyNames = NamesOf(metamembers::kProperty);
 class CReader : private CJsonValueReader {
  public:
   /// `text` is what is read.
-  CReader(std::string_view text, CLoadProgress& progress) : text_(text), progress_(progress) {}
+  CReader(const simdjson::ondemand::parser& parser, std::string_view text, CLoadProgress& progress)
+      : CJsonValueReader(parser, text.size()), text_(text), progress_(progress) {}
 
   std::shared_ptr<CMetaDictionary2024> Read(simdjson::ondemand::document& document) {
     if (const Type type = document.type(); type != Type::object) {
@@ -227,7 +228,7 @@ std::shared_ptr<CMetaDictionary2024> ReadMetaDocument(const std::string& path, C
   try {
     document = parser.iterate(text.data(), text.size(), file.capacity() - begin);
     iterating = true;
-    std::shared_ptr<CMetaDictionary2024> dictionary = CReader(text, progress).Read(document);
+    std::shared_ptr<CMetaDictionary2024> dictionary = CReader(parser, text, progress).Read(document);
     // A location is left only where text follows the root's end.
     if (document.current_location().error() == simdjson::SUCCESS) {
       throw simdjson::simdjson_error(simdjson::TRAILING_CONTENT);

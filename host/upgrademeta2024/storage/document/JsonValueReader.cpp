@@ -23,6 +23,15 @@ const char* TypeName(simdjson::ondemand::json_type type) {
 
 }  // namespace
 
+std::string_view CJsonValueReader::Unescaped(simdjson::ondemand::raw_json_string text) {
+  // The parser has memory for this, too, but uses it without a look whether it got any.
+  if (unescaped_ == nullptr) {
+    unescaped_.reset(static_cast<std::uint8_t*>(kvx::CJsonAllocator::Malloc(size_ + simdjson::SIMDJSON_PADDING)));
+    unescapedEnd_ = unescaped_.get();
+  }
+  return parser_.unescape(text, unescapedEnd_);
+}
+
 void CJsonValueReader::Fail(const std::string& problem) const {
   throw SJsonContentError{place_.ToPointer() + ": " + problem, place_.Where()};
 }

@@ -6,10 +6,12 @@
 #include <array>
 #include <cstdint>
 #include <limits>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
 
+#include "kvxsptjson/JsonAllocator.h"
 #include "upgrademeta2024/storage/MetaRules.h"
 #include "upgrademeta2024/storage/document/JsonPlace.h"
 
@@ -21,11 +23,14 @@ struct SJsonContentError {
   const char* where;
 };
 
-/// Reads the values of a JSON document in their order. What is not as expected throws
-/// SJsonContentError with the place, or simdjson::simdjson_error where the text is not JSON. Everything read is valid
-/// as long as the parser and the text, which must be padded as simdjson asks for.
+/// Reads the values of a JSON document in their order. What is not as expected throws SJsonContentError with the place,
+/// or simdjson::simdjson_error where the text is not JSON. Everything read is valid as long as the reader and the text,
+/// which must be padded as simdjson asks for.
 class CJsonValueReader {
  protected:
+  /// `size` is that of the text.
+  CJsonValueReader(const simdjson::ondemand::parser& parser, std::size_t size) : parser_(parser), size_(size) {}
+
   using Type = simdjson::ondemand::json_type;
   using Value = simdjson::ondemand::value;
 
@@ -70,15 +75,14 @@ class CJsonValueReader {
       }
       if (position == N) {
         // A known name may be written with escapes.
-        const std::string_view key = field.unescaped_key();
+        const std::string_view key = Unescaped(raw);
         position = static_cast<std::size_t>(std::find(known.begin(), known.end(), key) - known.begin());
-        place_.Enter(key, where);
         if (position == N) {
+          place_.Enter(key, where);
           FailUnknown(known.data(), N);
         }
-      } else {
-        place_.Enter(known[position], where);
       }
+      place_.Enter(known[position], where);
       if ((seen & (1U << position)) != 0) {
         Fail("duplicate member");
       }
@@ -110,8 +114,7 @@ class CJsonValueReader {
         return content;
       }
     }
-    const std::string_view text = value.get_string();
-    return text;
+    return Unescaped(value.get_raw_json_string());
   }
 
   /// A whole number of any size that its type holds.
@@ -151,7 +154,14 @@ class CJsonValueReader {
   CJsonPlace& Place() { return place_; }
 
  private:
+  /// A string without its escapes.
+  std::string_view Unescaped(simdjson::ondemand::raw_json_string text);
   [[noreturn]] void FailUnknown(const std::string_view* known, std::size_t count) const;
 
+  const simdjson::ondemand::parser& parser_;
+  std::size_t size_;
+  // Strings without their escapes, one after the other; null before the first.
+  std::unique_ptr<std::uint8_t, decltype(&kvx::CJsonAllocator::Free)> unescaped_{nullptr, &kvx::CJsonAllocator::Free};
+  std::uint8_t* unescapedEnd_ = nullptr;
   CJsonPlace place_;
 };
