@@ -21,13 +21,15 @@ bool OccupyClosedStreams() {
   return true;
 }
 
+/// Called before the libraries are set up, of which some throw where memory is short.
+[[gnu::section(".preinit_array"), gnu::used]] void (*const beforeLibraries)() = &upgradesrv::ExitOnTerminate;
+
 }  // namespace
 
 int main(int argumentCount, char** arguments) {
   if (!OccupyClosedStreams()) {
     return upgradesrv::kTrouble;
   }
-  upgradesrv::ExitOnTerminate();
   upgradesrv::EndBySignals();
   // A full disk or a closed pipe is then an error of the write, which is reported, and not the end of the process.
   static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
