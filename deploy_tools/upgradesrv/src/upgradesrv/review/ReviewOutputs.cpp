@@ -54,13 +54,10 @@ void WriteToStandardOutput(const SFormat& format, const metareview::SReview& rev
   // The text report guards its names by itself; its colours are for terminals.
   const bool isText = format.name == metareview::Formats().front().name;
   options.hasColour = isText && WantsColour();
-  format.write(review, options, [isText](std::string_view part) {
-    if (isText) {
-      WriteGuardedOutput(part);
-    } else {
-      WriteOutput(std::string(part));
-    }
-  });
+  // A report that fails on its way must not be there in part.
+  std::string text;
+  format.write(review, options, [&text](std::string_view part) { text += part; });
+  isText ? WriteGuardedOutput(text) : WriteOutput(text);
 }
 
 }  // namespace
