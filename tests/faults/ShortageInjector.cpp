@@ -1,18 +1,20 @@
-// Preloaded into a process, denies it memory or threads. The environment says when:
+// Preloaded into a process, denies it memory or threads. SShortage says what, when.
 //
 //     UPGRADESRV_SHORTAGE=CALL:N:SIZE         the N-th call of CALL for at least SIZE bytes; "N+" for it and every
 //                                             later one
 //     UPGRADESRV_SHORTAGE_REPORT=FILE         is created once a call has failed
+//     UPGRADESRV_SHORTAGE_SERVER=1            the process stops before main, and is copied for each run asked for
 //
 // CALL is
 //     allocate  malloc and its kin, operator new
-//     map       mmap of memory
 //     thread    pthread_create, of any SIZE
 
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <pthread.h>
 #include <sys/mman.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
@@ -23,16 +25,16 @@
 #include <cstring>
 #include <new>
 
+#include "faults/Shortage.h"
+
 namespace {
 
-/// Read in place: what is asked for memory cannot ask for some itself.
-struct SShortage {
-  const char* call = nullptr;
-  unsigned long at = 0;
-  bool onwards = false;
-  std::size_t size = 0;
-};
+using test::EShortCall;
+using test::SShortage;
 
+constexpr std::array<const char*, 3> kCallNames = {"none", "allocate", "thread"};
+
+/// Read in place: what is asked for memory cannot ask for some itself.
 SShortage ReadShortage() {
   SShortage shortage;
   const char* text = std::getenv("UPGRADESRV_SHORTAGE");
@@ -40,12 +42,16 @@ SShortage ReadShortage() {
   if (colon == nullptr) {
     return shortage;
   }
+  for (std::size_t i = 0; i < kCallNames.size(); ++i) {
+    if (std::strncmp(text, kCallNames[i], std::strlen(kCallNames[i])) == 0) {
+      shortage.call = static_cast<EShortCall>(i);
+    }
+  }
   char* end = nullptr;
   shortage.at = std::strtoul(colon + 1, &end, 10);
   shortage.onwards = *end == '+';
   end = std::strchr(end, ':');
   shortage.size = end != nullptr ? std::strtoul(end + 1, nullptr, 10) : 0;
-  shortage.call = text;
   return shortage;
 }
 
@@ -54,27 +60,82 @@ bool IsSetUp() {
   return environ != nullptr;
 }
 
-std::atomic<unsigned long> seen{0};
+SShortage& Current() {
+  static SShortage shortage = ReadShortage();
+  return shortage;
+}
+
+struct SSeen {
+  std::atomic<unsigned long> calls{0};
+  std::atomic<bool> failed{false};
+};
+
+SSeen ownSeen;
+/// Shared with the parent of a copied process.
+SSeen* seen = &ownSeen;
 
 /// Whether it is this call's turn to fail.
-bool Fails(const char* call, std::size_t size) {
+bool Fails(EShortCall call, std::size_t size) {
   if (!IsSetUp()) {
     return false;
   }
-  static const SShortage shortage = ReadShortage();
-  if (shortage.call == nullptr || size < shortage.size || std::strncmp(shortage.call, call, std::strlen(call)) != 0) {
+  const SShortage& shortage = Current();
+  if (shortage.call != call || size < shortage.size) {
     return false;
   }
-  const unsigned long number = ++seen;
+  const unsigned long number = ++seen->calls;
   if (number != shortage.at && (!shortage.onwards || number < shortage.at)) {
     return false;
   }
+  seen->failed = true;
   if (const char* path = std::getenv("UPGRADESRV_SHORTAGE_REPORT"); path != nullptr) {
     const int error = errno;
     close(open(path, O_WRONLY | O_CREAT | O_CLOEXEC, 0600));
     errno = error;
   }
   return true;
+}
+
+/// The process that is to run goes on from here, with what it is denied in place.
+void BeginRun(const SShortage& shortage) {
+  close(test::kShortageRequests);
+  close(test::kShortageAnswers);
+  // A run that waits for ever is ended by a signal.
+  alarm(60);
+  Current() = shortage;
+  if (shortage.addresses != 0) {
+    const rlimit limit = {shortage.addresses, shortage.addresses};
+    if (setrlimit(RLIMIT_AS, &limit) != 0) {
+      _exit(99);
+    }
+  }
+}
+
+[[gnu::constructor]] void Serve() {
+  if (std::getenv("UPGRADESRV_SHORTAGE_SERVER") == nullptr) {
+    return;
+  }
+  void* const shared = mmap(nullptr, sizeof(SSeen), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+  if (shared == MAP_FAILED) {
+    _exit(98);
+  }
+  SShortage shortage;
+  while (read(test::kShortageRequests, &shortage, sizeof shortage) == sizeof shortage) {
+    seen = new (shared) SSeen;
+    const pid_t run = fork();
+    if (run == 0) {
+      BeginRun(shortage);
+      return;
+    }
+    test::SShortAnswer answer;
+    if (run < 0 || waitpid(run, &answer.status, 0) != run) {
+      _exit(97);
+    }
+    answer.calls = seen->calls;
+    answer.failed = seen->failed;
+    static_cast<void>(write(test::kShortageAnswers, &answer, sizeof answer) < 0);
+  }
+  _exit(0);
 }
 
 template <typename Result, typename... Arguments>
@@ -103,7 +164,10 @@ void* Denied() {
 
 template <typename... Arguments>
 void* New(CReal<void*, std::size_t, Arguments...>& real, std::size_t size, Arguments... arguments) {
-  if (Fails("allocate", size)) {
+  if (Fails(EShortCall::kAllocate, size)) {
+    if (const std::new_handler handler = std::get_new_handler(); handler != nullptr) {
+      handler();
+    }
     throw std::bad_alloc();
   }
   return real(size, arguments...);
@@ -117,41 +181,32 @@ extern "C" {
 
 void* malloc(std::size_t size) noexcept {
   static CReal<void*, std::size_t> real("malloc");
-  return Fails("allocate", size) ? Denied() : real(size);
+  return Fails(EShortCall::kAllocate, size) ? Denied() : real(size);
 }
 
 void* calloc(std::size_t count, std::size_t size) noexcept {
   static CReal<void*, std::size_t, std::size_t> real("calloc");
-  return Fails("allocate", count * size) ? Denied() : real(count, size);
+  return Fails(EShortCall::kAllocate, count * size) ? Denied() : real(count, size);
 }
 
 void* realloc(void* memory, std::size_t size) noexcept {
   static CReal<void*, void*, std::size_t> real("realloc");
-  return Fails("allocate", size) ? Denied() : real(memory, size);
+  return Fails(EShortCall::kAllocate, size) ? Denied() : real(memory, size);
 }
 
 void* aligned_alloc(std::size_t alignment, std::size_t size) noexcept {
   static CReal<void*, std::size_t, std::size_t> real("aligned_alloc");
-  return Fails("allocate", size) ? Denied() : real(alignment, size);
+  return Fails(EShortCall::kAllocate, size) ? Denied() : real(alignment, size);
 }
 
 int posix_memalign(void** memory, std::size_t alignment, std::size_t size) noexcept {
   static CReal<int, void**, std::size_t, std::size_t> real("posix_memalign");
-  return Fails("allocate", size) ? ENOMEM : real(memory, alignment, size);
-}
-
-void* mmap(void* address, std::size_t size, int protection, int flags, int descriptor, off_t offset) noexcept {
-  static CReal<void*, void*, std::size_t, int, int, int, off_t> real("mmap");
-  if ((flags & MAP_ANONYMOUS) != 0 && Fails("map", size)) {
-    errno = ENOMEM;
-    return MAP_FAILED;
-  }
-  return real(address, size, protection, flags, descriptor, offset);
+  return Fails(EShortCall::kAllocate, size) ? ENOMEM : real(memory, alignment, size);
 }
 
 int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*start)(void*), void* argument) {
   static CReal<int, pthread_t*, const pthread_attr_t*, void* (*)(void*), void*> real("pthread_create");
-  return Fails("thread", 0) ? EAGAIN : real(thread, attributes, start, argument);
+  return Fails(EShortCall::kThread, 0) ? EAGAIN : real(thread, attributes, start, argument);
 }
 
 }  // extern "C"

@@ -5,7 +5,7 @@
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
+#include <sstream>
 #include <stdexcept>
 
 namespace test {
@@ -34,7 +34,9 @@ std::string CTemporaryDirectory::Write(const std::string& name, const std::strin
 std::string ReadFile(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
   EXPECT_TRUE(file.good()) << path;
-  return {std::istreambuf_iterator<char>(file), {}};
+  std::ostringstream content;
+  content << file.rdbuf();
+  return content.str();
 }
 
 }  // namespace test
