@@ -153,9 +153,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   // What a configuration of log4cplus can insert.
   static const bool isCleared = clearenv() == 0;
   // A module that comes and goes would take with it what the fuzzer knows of its code.
-  static const bool isHeld =
-      dlopen(UPGRADESRV_MODULE_DIRECTORY "/libcheckmeta2024.so", RTLD_NOW | RTLD_NODELETE) != nullptr;
-  Require(isCleared && isHeld, "the environment is empty, and the module there");
+  static const void* const module =
+      dlopen(UPGRADESRV_MODULE_DIRECTORY "/libcheckmeta2024.so", RTLD_NOW | RTLD_NODELETE);
+  Require(isCleared && module != nullptr, "the environment is empty, and the module there");
   fuzz::CDocuments documents;
   if (!documents.Read(fuzz::Text(data, size))) {
     return -1;
