@@ -47,17 +47,17 @@ template <typename Operation>
 auto Read(metadb::CDatabase& database, const std::string& activity, const std::string& wayOut,
           const Operation& operation) {
   return Run(database, activity, wayOut, [&] {
-    const metadb::SFailure late = {kvx::kFileError, kvx::CLoadDeadline::kOver, "allow more time"};
-    if (kvx::CLoadDeadline::IsOver()) {
-      throw late;
-    }
+    const auto requireTime = [] {
+      if (kvx::CLoadDeadline::IsOver()) {
+        throw metadb::SFailure{kvx::kFileError, kvx::CLoadDeadline::kOver, "allow more time"};
+      }
+    };
+    requireTime();
     try {
       const std::shared_ptr<soci::session> session = database.OpenForReading();
       return operation(*session);
     } catch (const soci::soci_error&) {
-      if (kvx::CLoadDeadline::IsOver()) {
-        throw late;
-      }
+      requireTime();
       throw;
     }
   });
