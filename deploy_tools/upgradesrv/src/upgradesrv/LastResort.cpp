@@ -44,7 +44,7 @@ void WriteCurrentException() {
 
 }  // namespace
 
-void ExitOnTerminate() noexcept {
+void ExitOnTerminate() {
   std::set_new_handler(&OnNoMemory);
   std::set_terminate([] {
     try {

@@ -81,7 +81,7 @@ class CInserter {
     ++total_;
     if (count_ == values_.size()) {
       if (!full_) {
-        full_ = Statement(kRows);
+        full_.emplace(Statement(kRows));
       }
       full_->execute(/*withDataExchange=*/true);
       count_ = 0;

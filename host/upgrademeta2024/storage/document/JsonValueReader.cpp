@@ -29,7 +29,8 @@ std::string_view CJsonValueReader::Unescaped(simdjson::ondemand::raw_json_string
     unescaped_.reset(static_cast<std::uint8_t*>(kvx::CJsonAllocator::Malloc(size_ + simdjson::SIMDJSON_PADDING)));
     unescapedEnd_ = unescaped_.get();
   }
-  return parser_.unescape(text, unescapedEnd_);
+  const std::string_view unescaped = parser_.unescape(text, unescapedEnd_);
+  return unescaped;
 }
 
 void CJsonValueReader::Fail(const std::string& problem) const {
