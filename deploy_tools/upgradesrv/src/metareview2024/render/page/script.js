@@ -136,7 +136,11 @@
     }
   }
 
+  // What was typed last waits a moment, but never overtakes what comes after it.
+  let typing;
+
   function changed() {
+    clearTimeout(typing);
     const choice = fromForm();
     const fragment = toFragment(choice);
     try {
@@ -157,6 +161,7 @@
   }
 
   function follow() {
+    clearTimeout(typing);
     const choice = fromFragment();
     const target = document.getElementById(decoded(location.hash.slice(1)));
     if (Object.keys(choice).length > 0) {
@@ -177,7 +182,7 @@
 
   // Where cells become blocks, some browsers forget that they were cells.
   const kRoles = [
-    ['.glance, .diff, .stack', 'table'], ['thead, tbody', 'rowgroup'], ['tr', 'row'], ['td', 'cell'],
+    ['.glance, .totals, .diff, .stack', 'table'], ['thead, tbody', 'rowgroup'], ['tr', 'row'], ['td', 'cell'],
     ['th[scope=col]', 'columnheader'], ['tbody th', 'rowheader'],
   ];
   const narrow = matchMedia('(max-width: 56.24rem)');
@@ -189,10 +194,9 @@
   narrow.addEventListener('change', nameRoles);
   nameRoles();
 
-  let timer;
   form.addEventListener('input', () => {
-    clearTimeout(timer);
-    timer = setTimeout(changed, 120);
+    clearTimeout(typing);
+    typing = setTimeout(changed, 120);
   });
   form.addEventListener('submit', (event) => {
     event.preventDefault();
