@@ -18,7 +18,7 @@ namespace {
 
 using testing::ElementsAre;
 
-/// As published by the format's committee.
+/// As published by the format's committee, without its descriptions.
 constexpr const char* kSchema = UPGRADESRV_SOURCE_DIR "/tests/metareview2024/render/sarif-2.1.0.schema.json";
 
 constexpr const char* kValidator = R"(
