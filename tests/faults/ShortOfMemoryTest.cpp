@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <filesystem>
 #include <limits>
 #include <ostream>
 #include <string>
@@ -81,9 +82,13 @@ class CShortOfMemoryTest : public testing::TestWithParam<SCommand> {
   void Prepare(const std::string& client, const std::string& original) const {
     upgrade_.Write("installation.json", client);
     upgrade_.Write("2024/metamodel.json", original);
-    Copy("installation.json", "client.db");
-    Copy("2024/metamodel.json", "original.db");
-    upgrade_.Write("earlier.json", "{}");
+    PrepareTargets();
+  }
+
+  void PrepareExample() const {
+    std::filesystem::copy(UPGRADESRV_EXAMPLE_DIR, upgrade_.Path(),
+                          std::filesystem::copy_options::recursive | std::filesystem::copy_options::overwrite_existing);
+    PrepareTargets();
   }
 
   std::vector<std::string> Arguments() const {
@@ -97,6 +102,13 @@ class CShortOfMemoryTest : public testing::TestWithParam<SCommand> {
   test::CUpgradeDirectory upgrade_;
 
  private:
+  /// The metamodels as databases, and what is replaced.
+  void PrepareTargets() const {
+    Copy("installation.json", "client.db");
+    Copy("2024/metamodel.json", "original.db");
+    upgrade_.Write("earlier.json", "{}");
+  }
+
   void Copy(const std::string& from, const std::string& to) const {
     const test::SProcessResult copy = test::RunTool({"metamodel", "copy", upgrade_.File(from), upgrade_.File(to)});
     ASSERT_EQ(copy.status, 0) << copy.errors;
@@ -127,6 +139,12 @@ TEST_P(CShortOfMemoryTest, AnyAllocationOfALargeMetamodelFails) {
   test::CShortRun run(upgrade_.Path(), Arguments());
   FailInTurn(run, 0, 0, 20);
   FailInTurn(run, 0, 64 * 1024, kAll);
+}
+
+TEST_P(CShortOfMemoryTest, AnyAllocationOfTheExampleFails) {
+  PrepareExample();
+  test::CShortRun run(upgrade_.Path(), Arguments());
+  FailInTurn(run, 0, 0, MostRuns(50));
 }
 
 TEST_P(CShortOfMemoryTest, AddressesRunOut) {
