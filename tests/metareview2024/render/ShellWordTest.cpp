@@ -43,7 +43,8 @@ std::string Understood(const std::string& word) {
 }
 
 TEST(ShellWordTest, AShellReadsTheTextBack) {
-  for (const std::string text : {"plain", "two words", "it's", "a\nb\tc", "\x1B[2J' \\ \"", "a\u202Eb é 中", "-n"}) {
+  for (const std::string text : {"plain", "two words", "it's", "a\nb\tc", "\x1B[2J' \\ \"", "a\u202Eb é 中", "-n", "~",
+                                 "$HOME `a` \"b\" \\ * ? [ ~ # ! & ; | < > ( ) { }"}) {
     EXPECT_EQ(Understood(ShellWord(text)), text);
   }
 }

@@ -5,9 +5,9 @@
 
 #include "kvxsptfile/ProtectedFiles.h"
 #include "kvxsptlog/Log.h"
+#include "metareview2024/render/ShellWord.h"
 #include "upgradecontext/UpgradeContext.h"
 #include "upgradesrv/Output.h"
-#include "upgradesrv/ShellWord.h"
 #include "upgradesrv/Trouble.h"
 #include "upgradesrv/chain/CheckStrategy.h"
 #include "upgradesrv/chain/LoadedStrategy.h"
@@ -60,12 +60,12 @@ std::string ReviewCommand(const SRunArguments& arguments) {
   std::string command = "upgradesrv review";
   const auto add = [&command](const char* option, const std::optional<std::string>& location) {
     if (location) {
-      command.append(" ").append(option).append(" ").append(ShellWord(*location));
+      command.append(" ").append(option).append(" ").append(metareview::ShellWord(*location));
     }
   };
   add("--original", arguments.overrides.originalLocation);
   add("--client", arguments.overrides.clientLocation);
-  return command + " " + ShellWord(arguments.directory);
+  return command + " " + metareview::ShellWord(arguments.directory);
 }
 
 /// Whether the strategy has reported anything.
