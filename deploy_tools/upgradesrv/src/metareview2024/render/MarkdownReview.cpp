@@ -8,6 +8,7 @@
 #include "metareview2024/render/ShellWord.h"
 #include "metareview2024/render/ToDecide.h"
 #include "metareview2024/render/Writers.h"
+#include "metareview2024/words/DecisionSentence.h"
 #include "metareview2024/words/FindingSentence.h"
 #include "metareview2024/words/NoteSentence.h"
 #include "metareview2024/words/Subject.h"
@@ -161,37 +162,18 @@ class CMarkdown {
   }
 
   void WriteDecisions() {
-    const auto said = [&](const std::string& key, const Placeholders& values) {
-      return "- " + MarkdownText(FillIn(words_.Text(key), values), false) + "\n";
-    };
-    const auto title = [&](const std::string& key, std::size_t number) {
-      return Plain(FillIn(words_.Text(key, number), {{"n", AsWords(words_.Number(number))}}));
-    };
-    WriteSection(title("page.outdated-title", review_.outdated.size()), "", kListShare, review_.outdated,
-                 [&](const SOutdated& outdated) {
-                   const SDecision& decision = outdated.decision;
-                   return said("decision.outdated",
-                               {{"path", AsValue(decision.path)},
-                                {"accepted_client", ValueWords(words_, decision.client.value_or(Value()))},
-                                {"accepted_original", ValueWords(words_, decision.original.value_or(Value()))},
-                                {"client", ValueWords(words_, outdated.client)},
-                                {"original", ValueWords(words_, outdated.original)},
-                                {"reason", AsValue(decision.acceptance.reason)}});
-                 });
-    WriteSection(title("page.expired-title", review_.expired.size()), "", kListShare, review_.expired,
-                 [&](const SDecision& decision) {
-                   return said("decision.expired", {{"path", AsValue(decision.path)},
-                                                    {"until", AsValue(decision.acceptance.until.value_or(""))},
-                                                    {"reason", AsValue(decision.acceptance.reason)}});
-                 });
-    WriteSection(title("page.stale-title", review_.stale.size()), "", kListShare, review_.stale,
-                 [&](const SDecision& decision) {
-                   return said("decision.stale",
-                               {{"path", AsValue(decision.path)}, {"reason", AsValue(decision.acceptance.reason)}});
-                 });
-    WriteSection(title("page.gone-title", review_.gone.size()), "", kListShare, review_.gone, [&](const SGone& gone) {
-      return said("decision.gone." + std::string(NameOf(gone.change)), {{"path", AsValue(gone.path)}});
-    });
+    WriteSentences("page.outdated-title", review_.outdated, OutdatedSentence);
+    WriteSentences("page.expired-title", review_.expired, ExpiredSentence);
+    WriteSentences("page.stale-title", review_.stale, StaleSentence);
+    WriteSentences("page.gone-title", review_.gone, GoneSentence);
+  }
+
+  template <typename Item>
+  void WriteSentences(const std::string& title, const std::vector<Item>& items,
+                      Sentence (*sentence)(const CWords&, const Item&)) {
+    const std::string number = words_.Number(items.size());
+    WriteSection(Plain(FillIn(words_.Text(title, items.size()), {{"n", AsWords(number)}})), "", kListShare, items,
+                 [&](const Item& item) { return "- " + MarkdownText(sentence(words_, item), false) + "\n"; });
   }
 
   const SReview& review_;

@@ -8,6 +8,7 @@
 #include "metareview2024/render/OutputBuffer.h"
 #include "metareview2024/render/ShownText.h"
 #include "metareview2024/render/Writers.h"
+#include "metareview2024/words/DecisionSentence.h"
 #include "metareview2024/words/FindingSentence.h"
 #include "metareview2024/words/Verdict.h"
 
@@ -239,10 +240,9 @@ class CSarif {
   }
 
   void WriteGone(const SGone& gone) {
-    const std::string key = "decision.gone." + std::string(NameOf(gone.change));
     writer_.StartObject();
     Member("level", "none");
-    Message("message", MessageText(FillIn(words_.Text(key), {{"path", AsValue(gone.path)}})));
+    Message("message", MessageText(GoneSentence(words_, gone)));
     WriteLocations(gone.path);
     WriteFingerprint(gone.id);
     Member("baselineState", "absent");

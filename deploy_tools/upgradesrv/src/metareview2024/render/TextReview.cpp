@@ -9,6 +9,7 @@
 #include "metareview2024/render/TextOutput.h"
 #include "metareview2024/render/TextTotals.h"
 #include "metareview2024/render/Writers.h"
+#include "metareview2024/words/DecisionSentence.h"
 #include "metareview2024/words/FindingSentence.h"
 #include "metareview2024/words/Subject.h"
 #include "metareview2024/words/Verdict.h"
@@ -89,31 +90,20 @@ class CTextReview {
     }
     output_.EmptyLine();
     output_.Line(words_.Text("report.decisions"), EStyle::kHeading);
-    const auto write = [&](std::string_view label, std::string_view key, const Placeholders& values) {
-      output_.Labelled(label, EStyle::kPlain, ToVisible(Said(key, values)));
+    const auto write = [&](std::string_view label, const Sentence& sentence) {
+      output_.Labelled(label, EStyle::kPlain, ToVisible(sentence));
     };
     for (const SOutdated& outdated : review_.outdated) {
-      const SDecision& decision = outdated.decision;
-      write("label.outdated", "decision.outdated",
-            {{"path", AsValue(decision.path)},
-             {"accepted_client", ValueWords(words_, decision.client.value_or(Value()))},
-             {"accepted_original", ValueWords(words_, decision.original.value_or(Value()))},
-             {"client", ValueWords(words_, outdated.client)},
-             {"original", ValueWords(words_, outdated.original)},
-             {"reason", AsValue(decision.acceptance.reason)}});
+      write("label.outdated", OutdatedSentence(words_, outdated));
     }
     for (const SDecision& decision : review_.expired) {
-      write("label.expired", "decision.expired",
-            {{"path", AsValue(decision.path)},
-             {"until", AsValue(decision.acceptance.until.value_or(""))},
-             {"reason", AsValue(decision.acceptance.reason)}});
+      write("label.expired", ExpiredSentence(words_, decision));
     }
     for (const SDecision& decision : review_.stale) {
-      write("label.stale", "decision.stale",
-            {{"path", AsValue(decision.path)}, {"reason", AsValue(decision.acceptance.reason)}});
+      write("label.stale", StaleSentence(words_, decision));
     }
     for (const SGone& gone : review_.gone) {
-      write("label.gone", "decision.gone." + std::string(NameOf(gone.change)), {{"path", AsValue(gone.path)}});
+      write("label.gone", GoneSentence(words_, gone));
     }
   }
 
