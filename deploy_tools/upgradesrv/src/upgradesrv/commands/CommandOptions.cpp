@@ -10,6 +10,7 @@
 
 #include "metareview2024/render/Render.h"
 #include "upgradesrv/chain/CheckStrategy.h"
+#include "upgradesrv/chain/UpgradeConfiguration.h"
 #include "upgradesrv/commands/Command.h"
 
 namespace upgradesrv {
@@ -81,6 +82,15 @@ CLI::Option* AddText(CLI::App& command, const std::string& name, std::optional<s
                      const std::string& help) {
   return command.add_option_function<std::string>(
       name, [&value](const std::string& given) { value = given; }, help);
+}
+
+void AddMetamodels(CLI::App& command, SConfigurationOverrides& overrides) {
+  AddText(command, "--original", overrides.originalLocation,
+          "The metamodel as shipped with the upgrade; default: that of upgrade.json")
+      ->type_name("LOCATION");
+  AddText(command, "--client", overrides.clientLocation,
+          "The metamodel of the installation; default: that of upgrade.json")
+      ->type_name("LOCATION");
 }
 
 void AddKinds(CLI::App& command, std::optional<std::vector<std::string>>& kinds, const std::string& help) {

@@ -11,6 +11,7 @@ class Option;
 
 namespace upgradesrv {
 
+struct SConfigurationOverrides;
 struct SRequest;
 
 // What the options of several commands have in common. Values that are given by reference outlive the command.
@@ -21,6 +22,9 @@ extern const char* const kLocationHelp;
 /// An option with a text that may be left out.
 CLI::Option* AddText(CLI::App& command, const std::string& name, std::optional<std::string>& value,
                      const std::string& help);
+
+/// "--original LOCATION" and "--client LOCATION".
+void AddMetamodels(CLI::App& command, SConfigurationOverrides& overrides);
 
 /// "--elements KIND[,KIND...]": kinds of elements that the metamodel check knows.
 void AddKinds(CLI::App& command, std::optional<std::vector<std::string>>& kinds, const std::string& help);

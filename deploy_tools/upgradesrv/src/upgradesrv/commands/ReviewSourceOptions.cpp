@@ -10,12 +10,7 @@
 namespace upgradesrv {
 
 void AddReviewSources(CLI::App& app, SReviewSources& sources) {
-  AddText(app, "--original", sources.overrides.originalLocation,
-          "The metamodel as shipped with the upgrade; default: that of upgrade.json")
-      ->type_name("LOCATION");
-  AddText(app, "--client", sources.overrides.clientLocation,
-          "The metamodel of the installation; default: that of upgrade.json")
-      ->type_name("LOCATION");
+  AddMetamodels(app, sources.overrides);
   AddText(
       app, "--base", sources.overrides.baseLocation,
       "The metamodel as shipped with the version in use, to tell who made a difference; default: that of upgrade.json")

@@ -45,12 +45,7 @@ void DefineRun(CLI::App& parent, SRequest& request) {
   AddText(run, "--lang", arguments.overrides.lang,
           "Language of the report, for example en; default: that of upgrade.json")
       ->type_name("CODE");
-  AddText(run, "--original", arguments.overrides.originalLocation,
-          "The metamodel as shipped with the upgrade; default: that of upgrade.json")
-      ->type_name("LOCATION");
-  AddText(run, "--client", arguments.overrides.clientLocation,
-          "The metamodel of the installation; default: that of upgrade.json")
-      ->type_name("LOCATION");
+  AddMetamodels(run, arguments.overrides);
   AddKinds(run, arguments.overrides.elements, "Kinds to check, in the order given: " + KindNames());
   run.add_option("--module-dir", arguments.moduleDirectories,
                  "Directory to search for modules (libNAME.so) before the default one; may be repeated")
