@@ -16,9 +16,8 @@ using testing::HasSubstr;
 using testing::Not;
 
 TEST(MarkdownReviewTest, SaysFirstWhetherTheUpgradeMayGoAhead) {
-  const std::string text = test::Rendered("markdown", test::FullReview());
-  EXPECT_EQ(text.substr(0, 2), "# ");
-  EXPECT_EQ(text.substr(0, 6), "# Not ");
+  EXPECT_EQ(test::Rendered("markdown", test::FullReview()).substr(0, 11), "# Not yet. ");
+  EXPECT_EQ(test::Rendered("markdown", test::MadeReview({})).substr(0, 6), "# Yes.");
 }
 
 TEST(MarkdownReviewTest, HasTheTotalsOfEachKindAndOfAll) {
