@@ -44,6 +44,16 @@ SFinding Counted(SFinding finding, std::uint64_t rows, std::uint64_t of, const s
   return finding;
 }
 
+SFinding CountedInPart(SFinding finding, std::uint64_t rows, std::uint64_t of, const std::string& problem) {
+  finding.data = std::make_shared<const SData>(SData{rows, of, {"T"}, problem});
+  return finding;
+}
+
+SFinding NotCountable(SFinding finding, const std::string& problem) {
+  finding.data = std::make_shared<const SData>(SData{0, 0, {}, problem});
+  return finding;
+}
+
 SFinding Accepted(SFinding finding, const SAcceptance& acceptance) {
   finding.accepted = std::make_shared<const SAcceptance>(acceptance);
   return finding;

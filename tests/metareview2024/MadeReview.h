@@ -18,6 +18,10 @@ metareview::SFinding MadeChange(const std::string& path, const std::string& rule
 
 metareview::SFinding Counted(metareview::SFinding finding, std::uint64_t rows, std::uint64_t of,
                              const std::string& table = "T");
+/// At least so many, because not everything could be counted.
+metareview::SFinding CountedInPart(metareview::SFinding finding, std::uint64_t rows, std::uint64_t of,
+                                   const std::string& problem);
+metareview::SFinding NotCountable(metareview::SFinding finding, const std::string& problem);
 metareview::SFinding Accepted(metareview::SFinding finding, const metareview::SAcceptance& acceptance);
 
 /// A complete review of all kinds, of client.json, original.json and base.json, for the directory "upgrade".

@@ -86,6 +86,12 @@ TEST(CsvReviewTest, SeparatesTables) {
   EXPECT_THAT(test::Rendered("csv", test::MadeReview({finding})), HasSubstr(",2,9,T_A;T_B,,"));
 }
 
+TEST(CsvReviewTest, HasBothACountThatMayBeTooLowAndWhy) {
+  const SFinding moved = test::MadeChange("class/Part/property/P/field", "field-moved", "F_1", "F_2");
+  EXPECT_THAT(test::Rendered("csv", test::MadeReview({test::CountedInPart(moved, 2, 9, "hidden")})),
+              HasSubstr(",2,9,T,hidden,,"));
+}
+
 TEST(CsvReviewTest, SaysWhatAFindingMeansInTheLanguage) {
   SRenderOptions german;
   german.words = CWords::Find("de");

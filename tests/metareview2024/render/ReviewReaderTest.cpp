@@ -214,10 +214,25 @@ TEST_F(ReviewReaderTest, RefusesDaysThatAreNone) {
 }
 
 TEST_F(ReviewReaderTest, RefusesDataThatIsNotWhole) {
-  const std::string fault = ": expected \"rows\", \"of\" and \"tables\", or \"problem\" alone";
+  const std::string fault = ": expected \"rows\", \"of\" and \"tables\", or \"problem\", or all four";
   ExpectFault("\"rows\":137,", "", "{\"of\"", "/findings/0/data" + fault);
-  ExpectFault("\"rows\":137,", "\"rows\":137,\"problem\":\"x\",", "{\"rows\"", "/findings/0/data" + fault);
+  ExpectFault("{\"problem\":", "{\"rows\":0,\"problem\":", "{\"rows\":0,\"problem\"", "/findings/2/data" + fault);
   ExpectFault("{\"problem\":\"no column F_SHA in T_PART\"}", "{}", "{}", "/findings/2/data" + fault);
+  ExpectFault("{\"problem\":\"no column F_SHA in T_PART\"}", "{\"problem\":\"\"}", "{\"problem\":\"\"}",
+              "/findings/2/data" + fault);
+}
+
+TEST_F(ReviewReaderTest, RefusesCountsThatCannotBe) {
+  ExpectFault("\"rows\":137,", "\"rows\":20342,", "20342", "/findings/0/data/rows: they are more than were looked at");
+  ExpectFault("{\"problem\":", "{\"rows\":0,\"of\":0,\"tables\":[],\"problem\":", "[],\"problem\"",
+              "/findings/2/data/tables: there is no table, but something was counted");
+}
+
+TEST_F(ReviewReaderTest, ReadsACountThatMayBeTooLow) {
+  const SFinding moved = test::MadeChange("class/Part/property/Sum/field", "field-moved", "F_SHA", "F_SUM");
+  const std::string text = test::Rendered("json", test::MadeReview({test::CountedInPart(moved, 0, 0, "hidden")}));
+  EXPECT_THAT(text, HasSubstr(R"("data":{"rows":0,"of":0,"tables":["T"],"problem":"hidden"})"));
+  EXPECT_EQ(test::Rendered("json", ReadReview(text, "r.json")), text);
 }
 
 TEST_F(ReviewReaderTest, RefusesTotalsThatAreNotThoseOfTheFindings) {

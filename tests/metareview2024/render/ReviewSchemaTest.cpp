@@ -61,7 +61,8 @@ class ReviewSchemaTest : public testing::Test {
     SReview failed;
     failed.complete = false;
     failed.problem = "base.json is not there";
-    return {test::FullReview(), small, failed};
+    const SFinding moved = test::MadeChange("class/Part/property/P/field", "field-moved", "F_1", "F_2");
+    return {test::FullReview(), small, failed, test::MadeReview({test::CountedInPart(moved, 2, 9, "hidden")})};
   }
 
   test::CTemporaryDirectory directory_;
@@ -131,6 +132,8 @@ TEST_F(ReviewSchemaTest, RefusesOtherDocuments) {
   EXPECT_NE(FaultsOf("", with("length-shrinks", "length")), "");
   EXPECT_NE(FaultsOf("", with("\"original\":32,", "")), "");
   EXPECT_NE(FaultsOf("", with("\"rows\":137,", "")), "");
+  EXPECT_NE(FaultsOf("", with("{\"problem\":", "{\"rows\":1,\"problem\":")), "");
+  EXPECT_NE(FaultsOf("", with("{\"problem\":", "{\"rows\":0,\"of\":0,\"tables\":[],\"problem\":")), "");
   EXPECT_NE(FaultsOf("", with("\"reported\":true,", "\"reported\":true,\"new\":1,")), "");
   EXPECT_NE(FaultsOf("", with("e4f333239954eb46", "e4f333239954eb4")), "");
 }

@@ -83,9 +83,34 @@ TEST(FindingSentenceTest, SaysHowManyValuesWereCounted) {
 }
 
 TEST(FindingSentenceTest, SaysWhyValuesCouldNotBeCounted) {
-  SFinding finding = Shortened();
-  finding.data = std::make_shared<const SData>(SData{0, 0, {}, "no column F_CODE in T_PART"});
-  EXPECT_EQ(Say(finding), std::string(kShortened) + " Stored values could not be counted: no column F_CODE in T_PART.");
+  EXPECT_EQ(Say(test::NotCountable(Shortened(), "no column F_CODE in T_PART")),
+            std::string(kShortened) + " Stored values could not be counted: no column F_CODE in T_PART.");
+}
+
+TEST(FindingSentenceTest, SaysThatACountMayBeTooLow) {
+  EXPECT_EQ(Say(test::CountedInPart(Shortened(), 137, 20341, "T_PART may hide rows")),
+            std::string(kShortened) +
+                " 137 of 20,341 stored values are longer and would be cut or refused. This count "
+                "may be too low: T_PART may hide rows.");
+  EXPECT_EQ(Say(test::CountedInPart(Shortened(), 0, 20341, "T_PART may hide rows")),
+            std::string(kShortened) +
+                " None of 20,341 stored values is longer. This count may be too low: T_PART may "
+                "hide rows.");
+  EXPECT_EQ(Say(test::CountedInPart(Shortened(), 0, 0, "T_PART may hide rows")),
+            std::string(kShortened) + " Nothing is stored there. This count may be too low: T_PART may hide rows.");
+}
+
+TEST(FindingSentenceTest, ThereIsNoNumberOfNothing) {
+  EXPECT_EQ(Say(Counted(Shortened(), 0, 0)), std::string(kShortened) + " Nothing is stored there.");
+  EXPECT_EQ(Say(Counted(MadeChange("class/Part/property/Code/type", "type-narrowed", "int32", "int8"), 0, 0)),
+            "The upgrade changes the type of Code from int32 to int8. Values outside the range of int8 would not fit. "
+            "Nothing is stored there.");
+}
+
+TEST(FindingSentenceTest, AnEmptyTableHasItsOwnWords) {
+  EXPECT_EQ(
+      Say(Counted(MadeChange("class/Part/table_name", "table-moved", "T_A", "T_B"), 0, 0)),
+      "The upgrade keeps Part in table T_B instead of T_A. The rows in T_A would be left behind. There are none.");
 }
 
 TEST(FindingSentenceTest, SaysTheRiskWithoutTheCount) {
@@ -188,6 +213,23 @@ TEST(FindingSentenceTest, OtherLanguagesJoinAndCountInTheirWay) {
             "アップグレードは Code を 48 文字から 32 文字に短縮します。保存値は数えていません。");
   EXPECT_EQ(Say(Shortened(), "es"),
             "La actualización acorta Code de 48 a 32 caracteres. No se contaron los valores guardados.");
+}
+
+TEST(FindingSentenceTest, OtherLanguagesSayThatACountMayBeTooLow) {
+  const SFinding finding = test::CountedInPart(Shortened(), 0, 0, "?");
+  EXPECT_EQ(Say(finding, "de"),
+            "Das Upgrade kürzt Code von 48 auf 32 Zeichen. Dort ist nichts gespeichert. Diese Zahl kann zu niedrig "
+            "sein: ?.");
+  EXPECT_EQ(Say(finding, "fr"),
+            "La mise à niveau raccourcit Code de 48 à 32 caractères. Rien n’y est stocké. Ce nombre peut être trop "
+            "bas\u00A0: ?.");
+  EXPECT_EQ(Say(finding, "es"),
+            "La actualización acorta Code de 48 a 32 caracteres. Allí no hay nada guardado. Este número puede ser "
+            "demasiado bajo: ?.");
+  EXPECT_EQ(Say(finding, "zh"), "升级将 Code 由 48 个字符缩短为 32 个字符。其中没有任何存储内容。此数目可能偏低：?。");
+  EXPECT_EQ(Say(finding, "ja"),
+            "アップグレードは Code を 48 文字から 32 文字に短縮します。そこには何も保存されていません。この件数は実際"
+            "より少ない可能性があります: ?。");
 }
 
 TEST(FindingSentenceTest, OtherLanguagesInflectTheElement) {

@@ -28,13 +28,20 @@ struct STaken {
 
 /// How many stored values or rows a finding touches.
 struct SData {
+  /// With a problem, at least so many.
   std::uint64_t rows = 0;
   /// How many were looked at.
   std::uint64_t of = 0;
+  /// Those that were counted; with a problem, none where nothing could be counted.
   std::vector<std::string> tables;
-  /// Why nothing could be counted; empty where it could.
+  /// Why nothing could be counted, or not everything; empty where everything was.
   std::string problem;
 };
+
+/// Whether `rows` and `of` say something; with a problem they may be too low.
+inline bool HasCounts(const SData& data) {
+  return data.problem.empty() || !data.tables.empty();
+}
 
 /// That somebody has accepted a finding, and why.
 struct SAcceptance {

@@ -127,6 +127,19 @@ TEST(HtmlReviewTest, CountsOfStoredValuesAreShown) {
   EXPECT_THAT(html, HasSubstr("<dt>Stored values counted</dt><dd>1 of 1</dd>"));
 }
 
+TEST(HtmlReviewTest, ACountThatMayBeTooLowIsAtLeastThat) {
+  const std::string html = Html(MadeReview({test::CountedInPart(kLength, 1137, 20341, "hidden")}));
+  EXPECT_THAT(html, HasSubstr("<td class=\"number\"><span>at least 1,137 of 20,341</span></td>"));
+  EXPECT_THAT(html, HasSubstr("This count may be too low: <bdi>hidden</bdi>."));
+  EXPECT_THAT(html, HasSubstr("<dt>Stored values counted</dt><dd>1 of 1</dd>"));
+}
+
+TEST(HtmlReviewTest, WhatCouldNotBeCountedIsNoNumber) {
+  const std::string html = Html(MadeReview({test::NotCountable(kLength, "no table T")}));
+  EXPECT_THAT(html, HasSubstr("<td class=\"number\"><span class=\"quiet\">not countable</span></td>"));
+  EXPECT_THAT(html, HasSubstr("<dt>Stored values counted</dt><dd>0 of 1</dd>"));
+}
+
 TEST(HtmlReviewTest, EqualMetamodelsNeedNoTables) {
   const std::string html = Html(MadeReview({}));
   EXPECT_THAT(html, HasSubstr("<strong>Yes.</strong> Installation and upgrade do not differ."));

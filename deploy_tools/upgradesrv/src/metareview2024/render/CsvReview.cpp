@@ -29,14 +29,17 @@ Cell TakenText(const SFinding& finding, T STaken::*member) {
   return finding.taken == nullptr ? std::nullopt : Cell((*finding.taken).*member);
 }
 
-/// Nothing where stored values were not counted, whether or not it was tried.
+/// Whether stored values were counted, which does not mean that it was not tried.
+bool IsCounted(const SFinding& finding) {
+  return finding.data != nullptr && HasCounts(*finding.data);
+}
+
 Cell CountText(const SFinding& finding, std::uint64_t SData::*count) {
-  const bool isCounted = finding.data != nullptr && finding.data->problem.empty();
-  return isCounted ? Text(std::to_string((*finding.data).*count)) : std::nullopt;
+  return IsCounted(finding) ? Text(std::to_string((*finding.data).*count)) : std::nullopt;
 }
 
 Cell TablesText(const SFinding& finding) {
-  if (finding.data == nullptr || !finding.data->problem.empty()) {
+  if (!IsCounted(finding)) {
     return std::nullopt;
   }
   std::string tables;

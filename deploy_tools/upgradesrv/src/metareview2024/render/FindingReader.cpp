@@ -91,7 +91,7 @@ void ReadTaken(CJsonReading& reading, const Json& json, SFinding& finding) {
   finding.taken = std::make_shared<const STaken>(std::move(taken));
 }
 
-/// What was looked up is there in whole, or a problem.
+/// What was counted is there in whole; where that is nothing, or not everything, a problem is.
 struct SReadData {
   SData data;
   bool hasRows = false;
@@ -124,10 +124,16 @@ const std::array<CJsonReading::SMember<SReadData>, 4> kDataMembers = {
 void ReadData(CJsonReading& reading, const Json& json, SFinding& finding) {
   SReadData read;
   reading.Object(json, read, kDataMembers);
-  const bool hasCounts = read.hasRows && read.hasOf && read.hasTables;
+  const bool hasAll = read.hasRows && read.hasOf && read.hasTables;
   const bool hasAny = read.hasRows || read.hasOf || read.hasTables;
-  if (hasCounts == read.hasProblem || hasAny == read.hasProblem) {
-    reading.Fail(R"(expected "rows", "of" and "tables", or "problem" alone)");
+  if (hasAll != hasAny || !(hasAll || read.hasProblem)) {
+    reading.Fail(R"(expected "rows", "of" and "tables", or "problem", or all four)");
+  }
+  if (hasAll && !HasCounts(read.data)) {
+    reading.Fail("tables", "there is no table, but something was counted");
+  }
+  if (hasAll && read.data.rows > read.data.of) {
+    reading.Fail("rows", "they are more than were looked at");
   }
   finding.data = std::make_shared<const SData>(std::move(read.data));
 }

@@ -77,13 +77,14 @@ void PutTaken(Writer& writer, const STaken& taken) {
 }
 
 void PutData(Writer& writer, const SData& data) {
+  if (HasCounts(data)) {
+    Member(writer, "rows", data.rows);
+    Member(writer, "of", data.of);
+    Member(writer, "tables", data.tables);
+  }
   if (!data.problem.empty()) {
     Member(writer, "problem", data.problem);
-    return;
   }
-  Member(writer, "rows", data.rows);
-  Member(writer, "of", data.of);
-  Member(writer, "tables", data.tables);
 }
 
 /// A member that is an object, where there is one.

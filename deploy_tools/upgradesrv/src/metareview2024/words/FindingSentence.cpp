@@ -72,7 +72,7 @@ Sentence Tables(const SSubject& subject) {
   return JoinList(subject.words, tables);
 }
 
-Sentence Count(const SSubject& subject, std::uint64_t SData::*count) {
+Sentence Number(const SSubject& subject, std::uint64_t SData::*count) {
   return subject.finding.data == nullptr ? NoValue() : AsWords(subject.words.Number((*subject.finding.data).*count));
 }
 
@@ -94,8 +94,8 @@ const std::array<SPlaceholder, 20> kPlaceholders = {
       [](const SSubject& subject) {
         return AsWords(subject.words.Text("attribute." + std::string(NameOf(subject.finding.attribute))));
       }},
-     {"rows", [](const SSubject& subject) { return Count(subject, &SData::rows); }},
-     {"of", [](const SSubject& subject) { return Count(subject, &SData::of); }},
+     {"rows", [](const SSubject& subject) { return Number(subject, &SData::rows); }},
+     {"of", [](const SSubject& subject) { return Number(subject, &SData::of); }},
      {"table", Tables},
      {"problem", [](const SSubject& subject) { return AsValue(subject.finding.data->problem); }},
      {"identity", Identity},
@@ -132,6 +132,17 @@ Sentence Happens(const SSubject& subject, const SRuleWords& rule) {
   return Say(subject, subject.words.Text(key, isNumber ? std::get<std::uint32_t>(*value) : 0));
 }
 
+/// How many are touched. A sentence that says of how many makes no sense where there are none at all.
+Sentence Count(const SSubject& subject, const std::string& key) {
+  const SData& data = *subject.finding.data;
+  if (data.rows != 0) {
+    return Say(subject, subject.words.Text(key, data.rows));
+  }
+  const std::string_view none = subject.words.Text(key + ".none");
+  const bool saysOfHowMany = none.find("{of}") != std::string_view::npos;
+  return Say(subject, data.of == 0 && saysOfHowMany ? subject.words.Text("general.nothing-stored") : none);
+}
+
 /// What is known about stored values; nothing for a rule that does not count them.
 Sentence Counted(const SSubject& subject, const SRuleWords& rule) {
   const CWords& words = subject.words;
@@ -141,12 +152,15 @@ Sentence Counted(const SSubject& subject, const SRuleWords& rule) {
   if (subject.finding.data == nullptr) {
     return AsWords(words.Text("general.not-counted"));
   }
-  if (!subject.finding.data->problem.empty()) {
+  const SData& data = *subject.finding.data;
+  if (!HasCounts(data)) {
     return Say(subject, words.Text("general.not-countable"));
   }
-  const std::string key = std::string(rule.rule) + ".counted";
-  const std::uint64_t rows = subject.finding.data->rows;
-  return Say(subject, rows == 0 ? words.Text(key + ".none") : words.Text(key, rows));
+  const Sentence count = Count(subject, std::string(rule.rule) + ".counted");
+  if (data.problem.empty()) {
+    return count;
+  }
+  return JoinSentences(words, {count, Say(subject, words.Text("general.too-low"))});
 }
 
 std::string_view ConflictKey(const SFinding& finding) {

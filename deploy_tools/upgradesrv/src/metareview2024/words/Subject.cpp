@@ -28,6 +28,12 @@ Sentence CountSince(const CWords& words, const SReview& review, ESince since) {
   return AsWords(words.Number(static_cast<std::uint64_t>(count)));
 }
 
+/// The findings whose stored values could not be counted, or not all of them.
+std::uint64_t CountProblems(const SReview& review) {
+  const auto has = [](const SFinding& finding) { return finding.data != nullptr && !finding.data->problem.empty(); };
+  return static_cast<std::uint64_t>(std::count_if(review.findings.begin(), review.findings.end(), has));
+}
+
 }  // namespace
 
 Sentence SubjectSentence(const CWords& words, const SReview& review) {
@@ -48,6 +54,10 @@ Sentence SubjectSentence(const CWords& words, const SReview& review) {
   }
   if (review.data.has_value()) {
     say("report.data", {{"data", AsValue(*review.data)}});
+    if (const std::uint64_t problems = CountProblems(review); problems != 0) {
+      sentences.push_back(
+          FillIn(words.Text("report.data.problems", problems), {{"n", AsWords(words.Number(problems))}}));
+    }
   }
   if (review.against.has_value()) {
     say("report.against", {{"against", AsValue(*review.against)},

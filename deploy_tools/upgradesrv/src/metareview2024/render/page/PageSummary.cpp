@@ -75,19 +75,25 @@ View BecomesView(const CPage& page, const SFinding& finding) {
   return view;
 }
 
-bool IsCounted(const SFinding& finding) {
+/// Whether its rule asks for stored values.
+bool IsCountable(const SFinding& finding) {
   const SRuleWords* rule = FindRuleWords(finding.rule->name);
   return rule != nullptr && rule->isCounted;
+}
+
+bool WasCounted(const SFinding& finding) {
+  return finding.data != nullptr && HasCounts(*finding.data);
 }
 
 /// How many stored values the finding touches, if its rule counts them.
 View DataView(const CPage& page, const SFinding& finding) {
   View view;
-  const bool isCounted = finding.data != nullptr && finding.data->problem.empty();
+  const bool isCounted = WasCounted(finding);
   view["counted"] = isCounted;
   if (isCounted) {
-    view["text"] = page.Filled("page.n-of-m", {{"n", AsWords(page.Words().Number(finding.data->rows))},
-                                               {"m", AsWords(page.Words().Number(finding.data->of))}});
+    const char* const key = finding.data->problem.empty() ? "page.n-of-m" : "page.at-least-n-of-m";
+    view["text"] = page.Filled(key, {{"n", AsWords(page.Words().Number(finding.data->rows))},
+                                     {"m", AsWords(page.Words().Number(finding.data->of))}});
   } else {
     view["text"] = page.Text(finding.data == nullptr ? "page.not-counted" : "page.not-countable");
   }
@@ -114,7 +120,7 @@ View GlanceRow(const CPage& page, const Findings& place, const SFinding& finding
   if (finding.change == EChange::kChanged) {
     view["becomes"] = BecomesView(page, finding);
   }
-  if (IsCounted(finding)) {
+  if (IsCountable(finding)) {
     view["data"] = DataView(page, finding);
   }
   return view;
@@ -238,9 +244,8 @@ View FactViews(const CPage& page, const SVerdict& verdict) {
   facts.Count(page.Text("page.fact.new"), countSince(ESince::kNew), SinceFragment(ESince::kNew));
   facts.Count(page.Text("page.fact.changed"), countSince(ESince::kChanged), SinceFragment(ESince::kChanged));
   facts.Count(page.Text("page.fact.gone"), page.Review().gone.size(), "gone");
-  if (const std::size_t countable = count(IsCounted); countable != 0) {
-    const std::size_t counted =
-        count([](const SFinding& one) { return one.data != nullptr && one.data->problem.empty(); });
+  if (const std::size_t countable = count(IsCountable); countable != 0) {
+    const std::size_t counted = count(WasCounted);
     facts.Add(page.Text("page.fact.counted"),
               page.Filled("page.n-of-m", {{"n", AsWords(page.Words().Number(counted))},
                                           {"m", AsWords(page.Words().Number(countable))}}),
@@ -277,7 +282,7 @@ void FillSummary(const CPage& page, View& view) {
   view["hasCounts"] = verdict.decide != 0;
   view["counts"] = CountViews(page, verdict);
   view["subject"] = SentenceHtml(SubjectSentence(page.Words(), review));
-  view["hasData"] = std::any_of(review.findings.begin(), review.findings.end(), IsCounted);
+  view["hasData"] = std::any_of(review.findings.begin(), review.findings.end(), IsCountable);
   view["glance"] = GlanceViews(page);
   View more = ListView();
   if (page.Places().size() > kMaxPlacesAtGlance) {
