@@ -14,12 +14,6 @@ if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
   set(CMAKE_BUILD_TYPE Release CACHE STRING "Build type" FORCE)
 endif()
 
-# The build tree has the layout of the installed tree, so that both run the same way.
-set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
-set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib)
-set(UPGRADESRV_MODULE_SUBDIR bin/modules)
-set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
-
 add_library(upgradesrv_settings INTERFACE)
 target_compile_options(
   upgradesrv_settings

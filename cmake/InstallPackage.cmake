@@ -1,19 +1,37 @@
+# What is installed beside the programs and libraries, whose install rules are where they are built. InstallLayout.cmake has
+# the places and the components.
+
 # The CMake package "upgradesrv" for people who write strategies: the host libraries and where modules belong.
 include(CMakePackageConfigHelpers)
-
-set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/upgradesrv)
 install(
   EXPORT upgradesrvTargets
   NAMESPACE upgradesrv::
-  DESTINATION ${package_dir})
+  DESTINATION ${UPGRADESRV_CMAKE_DIR}
+  COMPONENT dev)
 configure_package_config_file(
   ${PROJECT_SOURCE_DIR}/cmake/upgradesrvConfig.cmake.in ${PROJECT_BINARY_DIR}/upgradesrvConfig.cmake
-  INSTALL_DESTINATION ${package_dir}
-  PATH_VARS UPGRADESRV_MODULE_SUBDIR)
+  INSTALL_DESTINATION ${UPGRADESRV_CMAKE_DIR}
+  PATH_VARS UPGRADESRV_MODULE_DIR)
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/upgradesrvConfigVersion.cmake COMPATIBILITY SameMinorVersion)
-install(FILES ${PROJECT_BINARY_DIR}/upgradesrvConfig.cmake ${PROJECT_BINARY_DIR}/upgradesrvConfigVersion.cmake
-        DESTINATION ${package_dir})
 install(
-  DIRECTORY ${PROJECT_SOURCE_DIR}/examples
-  DESTINATION ${CMAKE_INSTALL_DATADIR}/upgradesrv
+  FILES ${PROJECT_BINARY_DIR}/upgradesrvConfig.cmake ${PROJECT_BINARY_DIR}/upgradesrvConfigVersion.cmake
+  DESTINATION ${UPGRADESRV_CMAKE_DIR}
+  COMPONENT dev)
+
+# Examples.
+install(
+  DIRECTORY ${PROJECT_SOURCE_DIR}/examples/upgrade
+  DESTINATION ${UPGRADESRV_EXAMPLE_DIR}
   PATTERN checkMetaError.json EXCLUDE)
+install(
+  DIRECTORY ${PROJECT_SOURCE_DIR}/examples/strategy
+  DESTINATION ${UPGRADESRV_EXAMPLE_DIR}
+  COMPONENT dev)
+
+# The manual.
+install(
+  DIRECTORY ${PROJECT_SOURCE_DIR}/docs/
+  DESTINATION share/doc/upgradesrv
+  FILES_MATCHING
+  PATTERN *.md
+  PATTERN *.json)

@@ -14,23 +14,29 @@ function(upgradesrv_add_library name)
   generate_export_header(${name} EXPORT_FILE_NAME ${export_dir}/${name}/${name}_export.h)
   target_include_directories(
     ${name} PUBLIC $<BUILD_INTERFACE:${include_dir}> $<BUILD_INTERFACE:${export_dir}>
-                   $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/upgradesrv>)
+                   $<INSTALL_INTERFACE:${UPGRADESRV_HEADER_DIR}>)
   target_compile_features(${name} PUBLIC cxx_std_17)
   target_link_libraries(
     ${name}
     PUBLIC ${ARG_PUBLIC}
     PRIVATE ${ARG_PRIVATE} $<BUILD_INTERFACE:upgradesrv_settings>)
-  set_target_properties(${name} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}
+  set_target_properties(${name} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}
                                            INSTALL_RPATH "$ORIGIN")
 
   install(
     TARGETS ${name}
     EXPORT upgradesrvTargets
-    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
-  set(header_dir ${CMAKE_INSTALL_INCLUDEDIR}/upgradesrv/${name})
-  install(FILES ${export_dir}/${name}/${name}_export.h DESTINATION ${header_dir})
+    LIBRARY DESTINATION ${UPGRADESRV_LIBRARY_DIR} NAMELINK_COMPONENT dev)
+  set(header_dir ${UPGRADESRV_HEADER_DIR}/${name})
+  install(
+    FILES ${export_dir}/${name}/${name}_export.h
+    DESTINATION ${header_dir}
+    COMPONENT dev)
   foreach(header ${ARG_HEADERS})
     cmake_path(GET header PARENT_PATH folder)
-    install(FILES ${header} DESTINATION ${header_dir}/${folder})
+    install(
+      FILES ${header}
+      DESTINATION ${header_dir}/${folder}
+      COMPONENT dev)
   endforeach()
 endfunction()

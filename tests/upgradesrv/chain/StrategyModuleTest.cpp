@@ -197,13 +197,14 @@ TEST_F(StrategyModuleTest, IsNeverLookedUpInTheCurrentDirectory) {
 }
 
 TEST_F(StrategyModuleTest, NothingElseIsLoadedFromTheCurrentDirectoryEither) {
-  const fs::path build = fs::path(UPGRADESRV_EXECUTABLE).parent_path().parent_path();
-  for (const fs::path& directory : {build / "lib", fs::path(kModules)}) {
-    for (const auto& library : fs::directory_iterator(directory)) {
+  const fs::path libraries = fs::path(kModules).parent_path();
+  for (const auto& library : fs::recursive_directory_iterator(libraries)) {
+    if (!library.is_directory()) {
       upgrade_.Write(library.path().filename(), "This is not a shared library.\n");
     }
   }
-  ASSERT_TRUE(fs::exists(upgrade_.File("libkvxsptjson.so"))) << build;
+  ASSERT_TRUE(fs::exists(upgrade_.File("libkvxsptjson.so"))) << libraries;
+  ASSERT_TRUE(fs::exists(upgrade_.File("libcheckmeta2024.so"))) << libraries;
   const test::SProcessResult result = test::RunTool({"run", "."}, upgrade_.Path());
   EXPECT_EQ(result.status, 1) << result.errors;
   EXPECT_EQ(result.output, test::kFullReport);
@@ -228,7 +229,7 @@ TEST_F(StrategyModuleTest, DirectoryMayBeRelativeToTheCurrentOne) {
   }
 }
 
-TEST_F(StrategyModuleTest, DirectoryIsByDefaultBesideTheExecutableAndNotBesideALinkToIt) {
+TEST_F(StrategyModuleTest, DirectoryIsByDefaultThatOfTheExecutableAndNotOfALinkToIt) {
   fs::create_symlink(UPGRADESRV_EXECUTABLE, upgrade_.File("tool"));
   const test::SProcessResult result = test::Run({upgrade_.File("tool"), "run", upgrade_.Path()});
   EXPECT_EQ(result.status, 1) << result.errors;

@@ -121,7 +121,8 @@ std::unique_ptr<CUpgradeStrategy> CStrategyModule::CreateStrategy(const std::str
 }
 
 std::string DefaultModuleDirectory() {
-  return std::filesystem::read_symlink("/proc/self/exe").parent_path() / "modules";
+  const std::filesystem::path directory = std::filesystem::read_symlink("/proc/self/exe").parent_path();
+  return (directory / UPGRADESRV_MODULES_FROM_EXECUTABLE).lexically_normal();
 }
 
 }  // namespace upgradesrv

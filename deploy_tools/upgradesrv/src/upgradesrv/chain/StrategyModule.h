@@ -36,7 +36,7 @@ class CStrategyModule {
 /// What the file of a module is called.
 std::string ModuleFile(const std::string& name);
 
-/// The directory "modules" beside the running executable.
+/// The directory lib/upgradesrv/modules of the tree that the running executable is in.
 std::string DefaultModuleDirectory();
 
 }  // namespace upgradesrv
