@@ -1,0 +1,67 @@
+#include "metareview2024/data/ApplyCounts.h"
+
+#include <gtest/gtest.h>
+
+#include "metareview2024/MadeReview.h"
+#include "metareview2024/Rule.h"
+
+using metareview::EChange;
+using metareview::ERisk;
+using metareview::SData;
+
+namespace {
+
+metareview::SFinding Applied(metareview::SFinding finding, const SData& data) {
+  metareview::SReview review = test::MadeReview({std::move(finding)});
+  ApplyCounts({{0, data}}, review);
+  return review.findings.front();
+}
+
+metareview::SFinding Found(const std::string& rule) {
+  return test::MadeChange("class/Part/property/Code/length", rule, 48U, 32U);
+}
+
+TEST(ApplyCountsTest, WithoutATouchedValueARestrictionAsksForAttention) {
+  for (const std::string rule :
+       {"length-shrinks", "precision-shrinks", "type-narrowed", "max-tightens", "min-tightens"}) {
+    const metareview::SFinding finding = Applied(Found(rule), {0, 20341, {"T_PART"}, ""});
+    EXPECT_EQ(finding.risk, ERisk::kAttention) << rule;
+    EXPECT_EQ(finding.riskWithoutData, metareview::FindRule(rule)->risk) << rule;
+    EXPECT_EQ(finding.data->of, 20341U);
+  }
+}
+
+TEST(ApplyCountsTest, WithoutATouchedValueEverythingElseIsSafe) {
+  for (const std::string rule :
+       {"table-moved", "class-withdrawn", "link-withdrawn", "field-moved", "property-withdrawn",
+        "behavior-columns-withdrawn", "listed-behavior-columns-withdrawn"}) {
+    const metareview::SFinding finding = Applied(Found(rule), {0, 5, {"T_PART"}, ""});
+    EXPECT_EQ(finding.risk, ERisk::kSafe) << rule;
+    EXPECT_EQ(finding.riskWithoutData, ERisk::kLoss) << rule;
+  }
+}
+
+TEST(ApplyCountsTest, ATouchedValueLeavesTheRisk) {
+  const metareview::SFinding finding = Applied(Found("length-shrinks"), {1, 20341, {"T_PART"}, ""});
+  EXPECT_EQ(finding.risk, ERisk::kLoss);
+  EXPECT_EQ(finding.riskWithoutData, std::nullopt);
+  EXPECT_EQ(finding.data->rows, 1U);
+}
+
+TEST(ApplyCountsTest, AProblemLeavesTheRisk) {
+  const metareview::SFinding finding = Applied(Found("length-shrinks"), {0, 7, {}, "a policy may hide rows"});
+  EXPECT_EQ(finding.risk, ERisk::kLoss);
+  EXPECT_EQ(finding.riskWithoutData, std::nullopt);
+  EXPECT_EQ(finding.data->problem, "a policy may hide rows");
+}
+
+TEST(ApplyCountsTest, NoRiskIsRaised) {
+  metareview::SFinding finding = Found("length-shrinks");
+  // As a decision has set it.
+  finding.risk = ERisk::kSafe;
+  finding = Applied(finding, {0, 7, {"T_PART"}, ""});
+  EXPECT_EQ(finding.risk, ERisk::kSafe);
+  EXPECT_EQ(finding.riskWithoutData, std::nullopt);
+}
+
+}  // namespace
