@@ -21,6 +21,21 @@ bool EndsWith(std::string_view text, std::string_view end) {
   return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
 }
 
+/// The location with `change(path)` in place of the relative path in it; what has none stays as it is.
+template <typename Change>
+std::string WithRelativePath(const std::string& location, const Change& change) {
+  const SMetaLocation parsed = ParseMetaLocation(location);
+  const bool hasScheme = location.find("://") != std::string::npos;
+  if (parsed.kind == SMetaLocation::kPostgresql || (parsed.kind == SMetaLocation::kUnknown && hasScheme)) {
+    return location;
+  }
+  const std::string path = parsed.kind == SMetaLocation::kUnknown ? location : parsed.name;
+  if (std::filesystem::path(path).is_absolute()) {
+    return location;
+  }
+  return location.substr(0, location.size() - path.size()) + change(path);
+}
+
 }  // namespace
 
 SMetaLocation ParseMetaLocation(const std::string& location) {
@@ -46,14 +61,14 @@ SMetaLocation ParseMetaLocation(const std::string& location) {
 }
 
 std::string ResolveMetaLocation(const std::string& location, const std::string& directory) {
-  const SMetaLocation parsed = ParseMetaLocation(location);
-  const bool hasScheme = location.find("://") != std::string::npos;
-  if (parsed.kind == SMetaLocation::kPostgresql || (parsed.kind == SMetaLocation::kUnknown && hasScheme)) {
-    return location;
-  }
-  const std::string path = parsed.kind == SMetaLocation::kUnknown ? location : parsed.name;
-  if (std::filesystem::path(path).is_absolute()) {
-    return location;
-  }
-  return location.substr(0, location.size() - path.size()) + directory + "/" + path;
+  return WithRelativePath(location, [&](const std::string& path) { return directory + "/" + path; });
+}
+
+std::string RelateMetaLocation(const std::string& location, const std::string& directory) {
+  namespace fs = std::filesystem;
+  return WithRelativePath(location, [&](const std::string& path) {
+    const fs::path file = fs::absolute(path);
+    const fs::path where = fs::weakly_canonical(file.parent_path()) / file.filename();
+    return where.lexically_relative(fs::weakly_canonical(fs::absolute(directory))).string();
+  });
 }

@@ -20,3 +20,7 @@ SMetaLocation ParseMetaLocation(const std::string& location);
 /// The location with a relative path in it, which is taken to start at `directory`, made to start there. Connections
 /// to a server stay as they are.
 UPGRADEMETA2024_EXPORT std::string ResolveMetaLocation(const std::string& location, const std::string& directory);
+
+/// The location with a relative path in it, which is taken to start at the current directory, made to start at
+/// `directory`; ResolveMetaLocation() turns it back. Links on the way to the file are resolved, the file itself is not.
+UPGRADEMETA2024_EXPORT std::string RelateMetaLocation(const std::string& location, const std::string& directory);

@@ -23,6 +23,9 @@ std::string RepeatedName(const std::string& name, const SItem& earlier) {
 }
 
 std::string CUniqueNames::Add(const SItem& item) {
+  if (item.name.empty()) {
+    return {};
+  }
   std::string key = item.name;
   CStringHelper::ToLower(key);
   const auto [earlier, isNew] = items_.emplace(std::move(key), item);

@@ -24,7 +24,8 @@ std::string RepeatedName(const std::string& name, const SItem& earlier);
 /// The names of one list.
 class CUniqueNames {
  public:
-  /// Empty, or what is wrong with the item: an earlier one has its name.
+  /// Empty, or what is wrong with the item: an earlier one has its name. No name, which is a fault of its own, is never
+  /// an earlier one's.
   std::string Add(const SItem& item);
 
  private:

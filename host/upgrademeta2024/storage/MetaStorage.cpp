@@ -11,11 +11,34 @@ CMetaStorage::CMetaStorage() = default;
 CMetaStorage::~CMetaStorage() = default;
 
 std::shared_ptr<CMetaDictionary2024> CMetaStorage::Load() {
-  std::shared_ptr<CMetaDictionary2024> dictionary = LoadElements();
-  if (dictionary->GetClasses().empty() && dictionary->GetLinks().empty() && dictionary->GetBehaviors().empty()) {
+  CFaultTaker faults;
+  std::shared_ptr<CMetaDictionary2024> dictionary = LoadElements(faults);
+  NoteIfEmpty(*dictionary);
+  return dictionary;
+}
+
+SMetaFaults CMetaStorage::Check() {
+  SMetaFaults found;
+  CFaultTaker faults(found);
+  try {
+    const std::shared_ptr<CMetaDictionary2024> dictionary = LoadElements(faults);
+    if (found.count == 0) {
+      NoteIfEmpty(*dictionary);
+    }
+  } catch (const CKVXException& error) {
+    if (error.GetCode() != kvx::kMalformedDocument) {
+      throw;
+    }
+    faults.Take([&error] { return std::string(error.what()); });
+    found.isWhole = false;
+  }
+  return found;
+}
+
+void CMetaStorage::NoteIfEmpty(const CMetaDictionary2024& dictionary) const {
+  if (dictionary.GetClasses().empty() && dictionary.GetLinks().empty() && dictionary.GetBehaviors().empty()) {
     kvx::CFileNotes::Tell(CStringHelper::ToVisible(Describe()) + ": the metamodel has no classes, links or behaviors");
   }
-  return dictionary;
 }
 
 void CMetaStorage::FailExisting() const {

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "upgrademeta2024/storage/MetaFaults.h"
 #include "upgrademeta2024/upgrademeta2024_export.h"
 
 class CMetaDictionary2024;
@@ -31,6 +32,10 @@ class UPGRADEMETA2024_EXPORT CMetaStorage {
   /// any element is noted (kvx::CFileNotes): it is hardly what somebody has meant.
   std::shared_ptr<CMetaDictionary2024> Load();
 
+  /// Reads the whole metamodel as Load() does and tells everything for which Load() would refuse it as malformed. Where
+  /// it cannot be read for another reason, throws what Load() throws.
+  SMetaFaults Check();
+
   /// Whether the location holds something already that Save would replace.
   virtual bool Exists() = 0;
 
@@ -47,5 +52,7 @@ class UPGRADEMETA2024_EXPORT CMetaStorage {
   [[noreturn]] void FailExisting() const;
 
  private:
-  virtual std::shared_ptr<CMetaDictionary2024> LoadElements() = 0;
+  void NoteIfEmpty(const CMetaDictionary2024& dictionary) const;
+  /// What it gives is complete only where there are no faults.
+  virtual std::shared_ptr<CMetaDictionary2024> LoadElements(CFaultTaker& faults) = 0;
 };

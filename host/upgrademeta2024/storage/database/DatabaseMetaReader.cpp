@@ -31,6 +31,7 @@ struct SOwner {
 };
 
 constexpr const char* kOrdinal = "ordinal";
+constexpr const char* kNameColumn = metamembers::kProperty.front().name;
 
 /// Takes the values of the current row.
 template <typename Members, typename Values>
@@ -44,18 +45,7 @@ void Take(const CRows& rows, const Members& members, Values& values) {
 
 void RequireUnique(metarules::CUniqueNames& names, const CRows& rows, const std::string& name) {
   if (const std::string problem = names.Add({kOrdinal, rows.Ordinal(), name}); !problem.empty()) {
-    rows.Fail(metamembers::kProperty.front().name, problem);
-  }
-}
-
-/// `ordinals` are those of the properties, in their order.
-void RequireUnique(const CMetaPropertyTable2024& properties, const STable& table, std::uint64_t owner,
-                   const std::vector<std::uint64_t>& ordinals) {
-  if (const auto repeated = properties.FindRepeatedName()) {
-    const auto [first, second] = *repeated;
-    FailRow(table, {std::to_string(owner), std::to_string(ordinals[second])}, metamembers::kProperty.front().name,
-            metarules::RepeatedName(properties.At(second).GetInternalName(),
-                                    {kOrdinal, ordinals[first], properties.At(first).GetInternalName()}));
+    rows.Fail(kNameColumn, problem);
   }
 }
 
@@ -70,12 +60,14 @@ void RequireUnique(const CMetaPropertyTable2024& properties, const STable& table
 /// Where a row is wrong and the file is damaged, the damage is reported, not the row.
 class CReader {
  public:
-  CReader(soci::session& session, const CDatabase& database, std::string& activity, CLoadProgress& progress)
+  CReader(soci::session& session, const CDatabase& database, std::string& activity, CLoadProgress& progress,
+          const RowFaultHandler& onFault)
       : session_(session),
         database_(database),
         dialect_(database.Dialect(session)),
         activity_(activity),
-        progress_(progress) {}
+        progress_(progress),
+        onFault_(onFault) {}
 
   std::shared_ptr<CMetaDictionary2024> Read() {
     RequireTables();
@@ -148,8 +140,9 @@ class CReader {
     for (std::size_t i = 0; i < columns.size(); ++i) {
       const std::optional<std::uint64_t> count = ParseNumber(counts[i], kMaxInteger);
       if (!count) {
-        throw SContentError{"table " + std::string(kHeadTable) + ", row 1: " + columns[i] + ": " +
-                            metarules::WrongNumber(kMaxInteger, counts[i]) + "; store the metamodel anew"};
+        onFault_("table " + std::string(kHeadTable) + ", row 1: " + columns[i] + ": " +
+                 metarules::WrongNumber(kMaxInteger, counts[i]) + "; store the metamodel anew");
+        continue;
       }
       counts_[ListTables()[i]] = *count;
       total += *count;
@@ -205,12 +198,18 @@ class CReader {
   template <typename Values, typename Item>
   void ReadItems(const STable& table, std::vector<SOwner<Values>>& owners, const Item& item) {
     auto owner = owners.end();
+    std::optional<std::uint64_t> missing;
     ReadRows(table, [&](const CRows& rows) {
+      if (missing == rows.Owner()) {
+        return;
+      }
       if (owner == owners.end() || owner->ordinal != rows.Owner()) {
         owner = std::lower_bound(owners.begin(), owners.end(), rows.Owner(),
                                  [](const SOwner<Values>& a, std::uint64_t ordinal) { return a.ordinal < ordinal; });
         if (owner == owners.end() || owner->ordinal != rows.Owner()) {
           rows.Fail(table.ownerColumn, "table " + std::string(table.owner->name) + " has no row of this ordinal");
+          missing = rows.Owner();
+          return;
         }
       }
       item(*owner, rows);
@@ -224,7 +223,7 @@ class CReader {
     const auto finishLast = [&] {
       if (last != nullptr) {
         last->values.properties.Finish();
-        RequireUnique(last->values.properties, table, last->ordinal, ordinals);
+        RequireUniqueNames(last->values.properties, table, last->ordinal, ordinals);
       }
       ordinals.clear();
     };
@@ -245,18 +244,13 @@ class CReader {
   template <typename Row>
   void ReadRows(const STable& table, const Row& row) {
     BeginTable(table.name);
-    CRows rows(table);
-    try {
-      database_.ReadRows(session_, table, SelectStatement(table, dialect_), [&](const std::vector<SValue>& values) {
-        rows.Next(values);
+    CRows rows(table, onRowFault_);
+    database_.ReadRows(session_, table, SelectStatement(table, dialect_), [&](const std::vector<SValue>& values) {
+      if (rows.Next(values)) {
         row(rows);
-        progress_.SetDone(rowsBefore_ + rows.Count());
-      });
-    } catch (const SContentError&) {
-      // What a damaged page holds is nobody's mistake.
-      database_.RequireSound(session_);
-      throw;
-    }
+      }
+      progress_.SetDone(rowsBefore_ + rows.Count());
+    });
     RequireCount(table, rows.Count());
     rowsBefore_ += rows.Count();
   }
@@ -264,11 +258,34 @@ class CReader {
   /// A page that has lost rows, or one of another time or place, reads without an error.
   void RequireCount(const STable& table, std::uint64_t count) const {
     if (const auto expected = counts_.find(&table); expected != counts_.end() && expected->second != count) {
-      throw SFailure{kvx::kMalformedDocument,
-                     "the database is damaged or was edited: the table has " + std::to_string(count) +
-                         " rows, and table " + kHeadTable + " says " + std::to_string(expected->second),
-                     "restore it from a copy; after an edit, correct " + CountColumn(table) + " there"};
+      onFault_(activity_ + ": the database is damaged or was edited: the table has " + std::to_string(count) +
+               " rows, and table " + kHeadTable + " says " + std::to_string(expected->second) +
+               "; restore it from a copy; after an edit, correct " + CountColumn(table) + " there");
     }
+  }
+
+  /// `ordinals` are those of the properties, in their order.
+  void RequireUniqueNames(const CMetaPropertyTable2024& properties, const STable& table, std::uint64_t owner,
+                          const std::vector<std::uint64_t>& ordinals) {
+    if (!properties.FindRepeatedName()) {
+      return;
+    }
+    metarules::CUniqueNames names;
+    for (std::size_t i = 0; i < ordinals.size(); ++i) {
+      const std::string problem = names.Add({kOrdinal, ordinals[i], properties.At(i).GetInternalName()});
+      if (!problem.empty()) {
+        TellRowFault(RowFault(table, {std::to_string(owner), std::to_string(ordinals[i])}, kNameColumn, problem));
+      }
+    }
+  }
+
+  void TellRowFault(const std::string& message) {
+    // What a damaged page holds is nobody's mistake.
+    if (!isSound_) {
+      database_.RequireSound(session_);
+      isSound_ = true;
+    }
+    onFault_(message);
   }
 
   void BeginTable(const std::string& table) { activity_ = "table " + table + " cannot be read"; }
@@ -278,6 +295,10 @@ class CReader {
   const SDatabaseDialect dialect_;
   std::string& activity_;
   CLoadProgress& progress_;
+  const RowFaultHandler& onFault_;
+  const RowFaultHandler onRowFault_ = [this](const std::string& message) { TellRowFault(message); };
+  // Whether the file has been found undamaged.
+  bool isSound_ = false;
   std::uint64_t rowsBefore_ = 0;
   // Empty when the database does not say.
   std::map<const STable*, std::uint64_t> counts_;
@@ -286,8 +307,9 @@ class CReader {
 }  // namespace
 
 std::shared_ptr<CMetaDictionary2024> ReadMetamodel(soci::session& session, const CDatabase& database,
-                                                   std::string& activity, CLoadProgress& progress) {
-  return CReader(session, database, activity, progress).Read();
+                                                   std::string& activity, CLoadProgress& progress,
+                                                   const RowFaultHandler& onFault) {
+  return CReader(session, database, activity, progress, onFault).Read();
 }
 
 std::vector<std::string> MissingTables(soci::session& session, const SDatabaseDialect& dialect) {

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "upgrademeta2024/storage/database/DatabaseRows.h"
+
 class CLoadProgress;
 class CMetaDictionary2024;
 struct SDatabaseDialect;
@@ -16,9 +18,11 @@ class CDatabase;
 
 /// Reads the metamodel that a database holds, one ordered pass for each table, inside one transaction that sees all
 /// tables as of one moment. Throws soci::soci_error or SFailure when the database fails; SContentError for what is not
-/// a metamodel. Meanwhile `activity` says what is being done, for messages, and `progress` counts the rows.
+/// a metamodel at all. `onFault` hears of every row that is none of a metamodel's; if it returns, reading goes on.
+/// Meanwhile `activity` says what is being done, for messages, and `progress` counts the rows.
 std::shared_ptr<CMetaDictionary2024> ReadMetamodel(soci::session& session, const CDatabase& database,
-                                                   std::string& activity, CLoadProgress& progress);
+                                                   std::string& activity, CLoadProgress& progress,
+                                                   const RowFaultHandler& onFault);
 
 /// The names of those tables of a metamodel that the database does not have.
 std::vector<std::string> MissingTables(soci::session& session, const SDatabaseDialect& dialect);

@@ -20,12 +20,16 @@ namespace {
 constexpr const char* kStoreAnew = "store the metamodel anew";
 constexpr const char* kStoreElsewhere = "remove what is in the way, or store the metamodel in another place";
 
+std::string Message(const metadb::CDatabase& database, const std::string& problem) {
+  return CStringHelper::ToVisible(database.Describe() + ": " + problem);
+}
+
 /// Runs an operation on a database and turns its failures into one message. `activity` is what could not be done.
 template <typename Operation>
 auto Run(const metadb::CDatabase& database, const std::string& activity, const std::string& wayOut,
          const Operation& operation) {
   const auto fail = [&](std::uint32_t code, const std::string& message) {
-    return CKVXException(code, CStringHelper::ToVisible(database.Describe() + ": " + message));
+    return CKVXException(code, Message(database, message));
   };
   const auto explain = [&](const metadb::SFailure& failure) {
     return fail(failure.code,
@@ -78,11 +82,13 @@ std::string CDatabaseMetaStorage::Describe() const {
   return database_->Describe();
 }
 
-std::shared_ptr<CMetaDictionary2024> CDatabaseMetaStorage::LoadElements() {
+std::shared_ptr<CMetaDictionary2024> CDatabaseMetaStorage::LoadElements(CFaultTaker& faults) {
   CLoadProgress progress(Describe(), CLoadProgress::kRows);
   std::string activity = "cannot be opened";
-  return Read(*database_, activity, kStoreAnew,
-              [&](soci::session& session) { return metadb::ReadMetamodel(session, *database_, activity, progress); });
+  const auto onFault = [&](const std::string& message) { faults.Take([&] { return Message(*database_, message); }); };
+  return Read(*database_, activity, kStoreAnew, [&](soci::session& session) {
+    return metadb::ReadMetamodel(session, *database_, activity, progress, onFault);
+  });
 }
 
 bool CDatabaseMetaStorage::Exists() {

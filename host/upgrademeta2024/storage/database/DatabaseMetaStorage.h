@@ -22,7 +22,7 @@ class CDatabaseMetaStorage : public CMetaStorage {
   void Save(const CMetaDictionary2024& dictionary, EExistingMeta existing) override;
 
  private:
-  std::shared_ptr<CMetaDictionary2024> LoadElements() override;
+  std::shared_ptr<CMetaDictionary2024> LoadElements(CFaultTaker& faults) override;
 
   std::unique_ptr<metadb::CDatabase> database_;
 };

@@ -18,6 +18,7 @@
 #include "kvxsptstring/StringHelper.h"
 #include "upgrademeta2024/LoadProgress.h"
 #include "upgrademeta2024/MetaDictionary2024.h"
+#include "upgrademeta2024/storage/MetaFaults.h"
 #include "upgrademeta2024/storage/MetaMembers.h"
 #include "upgrademeta2024/storage/MetaRules.h"
 #include "upgrademeta2024/storage/document/DocumentMembers.h"
@@ -49,27 +50,31 @@ constexpr auto kPropertyNames = NamesOf(metamembers::kProperty);
 class CReader : private CJsonValueReader {
  public:
   /// `text` is what is read.
-  CReader(const simdjson::ondemand::parser& parser, std::string_view text, CLoadProgress& progress)
-      : CJsonValueReader(parser, text.size()), text_(text), progress_(progress) {}
+  CReader(const simdjson::ondemand::parser& parser, std::string_view text, CLoadProgress& progress,
+          JsonFaultHandler onFault)
+      : CJsonValueReader(parser, text.size(), std::move(onFault)), text_(text), progress_(progress) {}
 
-  std::shared_ptr<CMetaDictionary2024> Read(simdjson::ondemand::document& document) {
+  void Read(simdjson::ondemand::document& document, CMetaDictionary2024& dictionary) {
     if (const Type type = document.type(); type != Type::object) {
       FailType(Type::object, type);
+      return;
     }
-    auto dictionary = std::make_shared<CMetaDictionary2024>();
     Members(document.get_object(), kDictionaryNames, [&](std::size_t member, Value& value) {
       const std::string_view name = kDictionaryNames[member];
       if (name == kGenerationMember) {
         RequireGeneration(value);
       } else if (name == kClassesMember) {
-        ReadClasses<CMetaClass2024>(value, [&](const auto& element) { dictionary->AddClass(element); });
+        ReadClasses<CMetaClass2024>(value, [&](const auto& element) { dictionary.AddClass(element); });
       } else if (name == kLinksMember) {
-        ReadClasses<CMetaLink2024>(value, [&](const auto& element) { dictionary->AddLink(element); });
+        ReadClasses<CMetaLink2024>(value, [&](const auto& element) { dictionary.AddLink(element); });
       } else {
-        ReadBehaviors(value, *dictionary);
+        ReadBehaviors(value, dictionary);
       }
     });
-    return dictionary;
+    // A location is left only where text follows the root's end.
+    if (document.current_location().error() == simdjson::SUCCESS) {
+      throw simdjson::simdjson_error(simdjson::TRAILING_CONTENT);
+    }
   }
 
  private:
@@ -140,11 +145,14 @@ class CReader : private CJsonValueReader {
       properties.Add(values);
     });
     properties.Finish();
-    if (const auto repeated = properties.FindRepeatedName()) {
-      const auto [first, second] = *repeated;
-      Place().Enter(second, propertyStarts_[second]);
-      FailName(metarules::RepeatedName(properties.At(second).GetInternalName(),
-                                       {kItem, first, properties.At(first).GetInternalName()}));
+    if (!properties.FindRepeatedName()) {
+      return;
+    }
+    metarules::CUniqueNames names;
+    for (std::size_t i = 0; i < properties.GetSize(); ++i) {
+      Place().Enter(i, propertyStarts_[i]);
+      RequireUnique(names, i, properties.At(i).GetInternalName());
+      Place().Leave();
     }
   }
 
@@ -153,7 +161,9 @@ class CReader : private CJsonValueReader {
   template <std::size_t N, std::size_t M, typename Values, typename List>
   void Object(Value& value, const std::array<std::string_view, N>& names,
               const std::array<metamembers::SMember<Values>, M>& members, Values& values, const List& list) {
-    RequireType(value, Type::object);
+    if (!RequireType(value, Type::object)) {
+      return;
+    }
     Members(value.get_object(), names, [&](std::size_t i, Value& member) {
       if (i >= M) {
         list(names[i], member);
@@ -178,19 +188,14 @@ class CReader : private CJsonValueReader {
     return name;
   }
 
+  /// The current place is the item's.
   void RequireUnique(metarules::CUniqueNames& names, std::size_t index, const std::string& name) {
-    if (const std::string problem = names.Add({kItem, index, name}); !problem.empty()) {
-      FailName(problem);
+    if (const std::string problem = names.Add({"item", index, name}); !problem.empty()) {
+      Place().Enter(metamembers::kProperty.front().name, Place().Where());
+      Fail(problem);
+      Place().Leave();
     }
   }
-
-  /// The current place is the item's.
-  [[noreturn]] void FailName(const std::string& problem) {
-    Place().Enter(metamembers::kProperty.front().name, Place().Where());
-    Fail(problem);
-  }
-
-  static constexpr const char* kItem = "item";
 
   std::string_view text_;
   CLoadProgress& progress_;
@@ -200,7 +205,8 @@ class CReader : private CJsonValueReader {
 
 }  // namespace
 
-std::shared_ptr<CMetaDictionary2024> ReadMetaDocument(const std::string& path, CLoadProgress& progress) {
+std::shared_ptr<CMetaDictionary2024> ReadMetaDocument(const std::string& path, CLoadProgress& progress,
+                                                      CFaultTaker& faults) {
   constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
   kvx::SReading reading;
   reading.padding = simdjson::SIMDJSON_PADDING;
@@ -213,13 +219,17 @@ std::shared_ptr<CMetaDictionary2024> ReadMetaDocument(const std::string& path, C
   progress.SetTotal(2 * file.size());
   const std::size_t begin = file.compare(0, kByteOrderMark.size(), kByteOrderMark) == 0 ? kByteOrderMark.size() : 0;
   const std::string_view text = std::string_view(file).substr(begin);
-  const auto fault = [&](std::size_t offset, const std::string& problem) {
-    const std::string place = CStringHelper::ToVisible(path) + ":" + kvx::LineAndColumn(file.data(), begin + offset);
-    return CKVXException(kvx::kMalformedDocument, place + ": " + problem);
+  const auto words = [&](std::size_t offset, const std::string& problem) {
+    return CStringHelper::ToVisible(path) + ":" + kvx::LineAndColumn(file.data(), begin + offset) + ": " + problem;
   };
   if (kvx::IsUtf16(text)) {
-    throw fault(0, kvx::kUtf16Problem);
+    throw CKVXException(kvx::kMalformedDocument, words(0, kvx::kUtf16Problem));
   }
+
+  const auto onFault = [&](const std::string& message, const char* where) {
+    const auto offset = where == nullptr ? 0 : static_cast<std::size_t>(where - text.data());
+    faults.Take([&] { return words(offset, message); });
+  };
 
   simdjson::ondemand::parser parser;
   simdjson::ondemand::document document;
@@ -228,14 +238,9 @@ std::shared_ptr<CMetaDictionary2024> ReadMetaDocument(const std::string& path, C
   try {
     document = parser.iterate(text.data(), text.size(), file.capacity() - begin);
     iterating = true;
-    std::shared_ptr<CMetaDictionary2024> dictionary = CReader(parser, text, progress).Read(document);
-    // A location is left only where text follows the root's end.
-    if (document.current_location().error() == simdjson::SUCCESS) {
-      throw simdjson::simdjson_error(simdjson::TRAILING_CONTENT);
-    }
+    auto dictionary = std::make_shared<CMetaDictionary2024>();
+    CReader(parser, text, progress, onFault).Read(document, *dictionary);
     return dictionary;
-  } catch (const SJsonContentError& error) {
-    throw fault(error.where != nullptr ? static_cast<std::size_t>(error.where - text.data()) : 0, error.message);
   } catch (const simdjson::simdjson_error& error) {
     if (error.error() == simdjson::MEMALLOC) {
       // No fault of the document.
@@ -244,6 +249,6 @@ std::shared_ptr<CMetaDictionary2024> ReadMetaDocument(const std::string& path, C
     const char* location = nullptr;
     const bool located = iterating && document.current_location().get(location) == simdjson::SUCCESS;
     const std::size_t offset = FindJsonTextFault(text, error.error(), located ? location - text.data() : -1);
-    throw fault(offset, JsonTextFaultMessage(error.error()));
+    throw CKVXException(kvx::kMalformedDocument, words(offset, JsonTextFaultMessage(error.error())));
   }
 }

@@ -11,9 +11,9 @@ CDocumentMetaStorage::CDocumentMetaStorage(std::string path) : path_(std::move(p
 
 CDocumentMetaStorage::~CDocumentMetaStorage() = default;
 
-std::shared_ptr<CMetaDictionary2024> CDocumentMetaStorage::LoadElements() {
+std::shared_ptr<CMetaDictionary2024> CDocumentMetaStorage::LoadElements(CFaultTaker& faults) {
   CLoadProgress progress(Describe(), CLoadProgress::kBytes);
-  return ReadMetaDocument(path_, progress);
+  return ReadMetaDocument(path_, progress, faults);
 }
 
 bool CDocumentMetaStorage::Exists() {

@@ -18,7 +18,7 @@ class CDocumentMetaStorage : public CMetaStorage {
   void Save(const CMetaDictionary2024& dictionary, EExistingMeta existing) override;
 
  private:
-  std::shared_ptr<CMetaDictionary2024> LoadElements() override;
+  std::shared_ptr<CMetaDictionary2024> LoadElements(CFaultTaker& faults) override;
 
   std::string path_;
 };

@@ -34,7 +34,7 @@ std::string_view CJsonValueReader::Unescaped(simdjson::ondemand::raw_json_string
 }
 
 void CJsonValueReader::Fail(const std::string& problem) const {
-  throw SJsonContentError{place_.ToPointer() + ": " + problem, place_.Where()};
+  onFault_(place_.ToPointer() + ": " + problem, place_.Where());
 }
 
 void CJsonValueReader::FailType(Type expected, Type found) const {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <limits>
 #include <memory>
 #include <string>
@@ -15,21 +16,18 @@
 #include "upgrademeta2024/storage/MetaRules.h"
 #include "upgrademeta2024/storage/document/JsonPlace.h"
 
-/// A failure in a document's content. The file, line and column are added where it is caught.
-struct SJsonContentError {
-  /// Begins with the JSON pointer.
-  std::string message;
-  /// The character of the text at which it lies; null for the document as a whole.
-  const char* where;
-};
+/// What hears that something is not as expected. `message` begins with the JSON pointer; `where` is the character of
+/// the text at which it lies, null for the document as a whole.
+using JsonFaultHandler = std::function<void(const std::string& message, const char* where)>;
 
-/// Reads the values of a JSON document in their order. What is not as expected throws SJsonContentError with the place,
-/// or simdjson::simdjson_error where the text is not JSON. Everything read is valid as long as the reader and the text,
-/// which must be padded as simdjson asks for.
+/// Reads the values of a JSON document in their order. If the handler of a fault returns, reading goes on behind the
+/// value, which counts as empty or 0. Throws simdjson::simdjson_error where the text is not JSON. Everything read is
+/// valid as long as the reader and the text, which must be padded as simdjson asks for.
 class CJsonValueReader {
  protected:
   /// `size` is that of the text.
-  CJsonValueReader(const simdjson::ondemand::parser& parser, std::size_t size) : parser_(parser), size_(size) {}
+  CJsonValueReader(const simdjson::ondemand::parser& parser, std::size_t size, JsonFaultHandler onFault)
+      : parser_(parser), size_(size), onFault_(std::move(onFault)) {}
 
   using Type = simdjson::ondemand::json_type;
   using Value = simdjson::ondemand::value;
@@ -37,7 +35,9 @@ class CJsonValueReader {
   /// Calls `item(index, value)` for each item of an array.
   template <typename Item>
   void Items(Value& list, const Item& item) {
-    RequireType(list, Type::array);
+    if (!RequireType(list, Type::array)) {
+      return;
+    }
     std::size_t index = 0;
     for (simdjson::simdjson_result<Value> result : list.get_array()) {
       if (result.error() != simdjson::SUCCESS) {
@@ -80,16 +80,19 @@ class CJsonValueReader {
         if (position == N) {
           place_.Enter(key, where);
           FailUnknown(known.data(), N);
+          place_.Leave();
+          continue;
         }
       }
       place_.Enter(known[position], where);
       if ((seen & (1U << position)) != 0) {
         Fail("duplicate member");
+      } else {
+        member(position, field.value());
       }
+      place_.Leave();
       seen |= 1U << position;
       next = position + 1;
-      member(position, field.value());
-      place_.Leave();
     }
     if ((seen & 1U) == 0) {
       Fail("member \"" + std::string(known.front()) + "\" is missing");
@@ -102,7 +105,9 @@ class CJsonValueReader {
     // string can be used where it is.
     std::string_view token = value.raw_json_token();
     if (token.empty() || token.front() != '"') {
-      RequireType(value, Type::string);
+      if (!RequireType(value, Type::string)) {
+        return {};
+      }
     } else if (token.back() != '"') {
       token = Trimmed(token);
     }
@@ -121,11 +126,14 @@ class CJsonValueReader {
   template <typename Type>
   Type Number(Value& value) {
     constexpr std::uint64_t kMax = std::numeric_limits<Type>::max();
-    RequireType(value, simdjson::ondemand::json_type::number);
+    if (!RequireType(value, simdjson::ondemand::json_type::number)) {
+      return 0;
+    }
     const std::string_view token = value.raw_json_token();
     std::uint64_t number = 0;
     if (value.get_uint64().get(number) != simdjson::SUCCESS || number > kMax) {
       Fail(metarules::WrongNumber(kMax, std::string(Trimmed(token))));
+      return 0;
     }
     return static_cast<Type>(number);
   }
@@ -141,25 +149,28 @@ class CJsonValueReader {
 
   static bool IsSpace(char c) { return c == ' ' || c == '\n' || c == '\r' || c == '\t'; }
 
-  void RequireType(Value& value, Type expected) const {
+  /// Whether the value is of the type.
+  bool RequireType(Value& value, Type expected) const {
     const Type found = value.type();
     if (found != expected) {
       FailType(expected, found);
     }
+    return found == expected;
   }
 
-  [[noreturn]] void Fail(const std::string& problem) const;
-  [[noreturn]] void FailType(Type expected, Type found) const;
+  void Fail(const std::string& problem) const;
+  void FailType(Type expected, Type found) const;
 
   CJsonPlace& Place() { return place_; }
 
  private:
   /// A string without its escapes.
   std::string_view Unescaped(simdjson::ondemand::raw_json_string text);
-  [[noreturn]] void FailUnknown(const std::string_view* known, std::size_t count) const;
+  void FailUnknown(const std::string_view* known, std::size_t count) const;
 
   const simdjson::ondemand::parser& parser_;
   std::size_t size_;
+  JsonFaultHandler onFault_;
   // Strings without their escapes, one after the other; null before the first.
   std::unique_ptr<std::uint8_t, decltype(&kvx::CJsonAllocator::Free)> unescaped_{nullptr, &kvx::CJsonAllocator::Free};
   std::uint8_t* unescapedEnd_ = nullptr;

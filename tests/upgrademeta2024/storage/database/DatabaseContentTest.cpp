@@ -102,7 +102,7 @@ class DatabaseFaultTest : public DatabaseTest {
   }
 };
 
-TEST_P(DatabaseFaultTest, IsNamed) {
+TEST_P(DatabaseFaultTest, IsNamedByLoadAndCheck) {
   Loosen();
   storage_.Execute(case_.statements);
   try {
@@ -113,6 +113,8 @@ TEST_P(DatabaseFaultTest, IsNamed) {
     EXPECT_THAT(error.what(), testing::StartsWith(storage_.Location() + ": "));
     EXPECT_THAT(error.what(), testing::HasSubstr(case_.message));
     EXPECT_THAT(error.what(), testing::Not(testing::HasSubstr("\n")));
+    const SMetaFaults faults = OpenMetaStorage(storage_.Location())->Check();
+    EXPECT_EQ(faults.words.empty() ? "" : faults.words.front(), error.what()) << "what a check finds first";
   }
 }
 

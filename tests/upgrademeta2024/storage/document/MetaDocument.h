@@ -1,5 +1,7 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <memory>
 #include <ostream>
 #include <string>
@@ -18,11 +20,16 @@ inline std::shared_ptr<CMetaDictionary2024> LoadText(const std::string& text) {
   return OpenMetaStorage(directory.Write("meta.json", text))->Load();
 }
 
-/// The error that a metamodel document with that text gives, the directory taken from its message.
+/// The error that a metamodel document with that text gives, the directory taken from its message. What a check finds
+/// first must be the same.
 inline SError LoadError(const std::string& text) {
   const CTemporaryDirectory directory;
   const std::string path = directory.Write("meta.json", text);
   SError error = ErrorOf([&path] { OpenMetaStorage(path)->Load(); });
+  if (error.code == kvx::kMalformedDocument) {
+    const SMetaFaults faults = OpenMetaStorage(path)->Check();
+    EXPECT_EQ(faults.words.empty() ? "" : faults.words.front(), error.message);
+  }
   if (error.message.compare(0, directory.Path().size() + 1, directory.Path() + "/") == 0) {
     error.message.erase(0, directory.Path().size() + 1);
   }
