@@ -24,18 +24,21 @@ TEST_P(RefusedCommandTest, IsOneErrorThatLeadsToTheHelp) {
 INSTANTIATE_TEST_SUITE_P(
     Commands, RefusedCommandTest,
     testing::Values(
-        SRefused{"None",
-                 {},
-                 "no command is given; the commands are run, review, decide, explain, metamodel; run \"upgradesrv "
-                 "--help\" for details"},
+        SRefused{
+            "None",
+            {},
+            "no command is given; the commands are init, run, review, decide, explain, metamodel; run \"upgradesrv "
+            "--help\" for details"},
         SRefused{"Unknown",
                  {"frob", "x"},
-                 "unknown command \"frob\"; the commands are run, review, decide, explain, metamodel; run \"upgradesrv "
+                 "unknown command \"frob\"; the commands are init, run, review, decide, explain, metamodel; run "
+                 "\"upgradesrv "
                  "--help\" for details"},
-        SRefused{"Empty",
-                 {""},
-                 "unknown command \"\"; the commands are run, review, decide, explain, metamodel; run \"upgradesrv "
-                 "--help\" for details"},
+        SRefused{
+            "Empty",
+            {""},
+            "unknown command \"\"; the commands are init, run, review, decide, explain, metamodel; run \"upgradesrv "
+            "--help\" for details"},
         SRefused{"UnknownOption", {"--frob"}, "unknown option --frob; run \"upgradesrv --help\" for details"},
         SRefused{"RunWithoutDirectory", {"run"}, "UPGRADE_DIR is required; run \"upgradesrv run --help\" for details"},
         SRefused{"RunWithEmptyDirectory",
@@ -47,13 +50,14 @@ INSTANTIATE_TEST_SUITE_P(
         SRefused{"RunWithoutValue",
                  {"run", ".", "--lang"},
                  "--lang needs a value: CODE; run \"upgradesrv run --help\" for details"},
-        SRefused{"MetamodelAlone",
-                 {"metamodel"},
-                 "no command is given; the commands are show, copy; run \"upgradesrv metamodel --help\" for details"},
         SRefused{
-            "MetamodelUnknown",
-            {"metamodel", "frob"},
-            "unknown command \"frob\"; the commands are show, copy; run \"upgradesrv metamodel --help\" for details"},
+            "MetamodelAlone",
+            {"metamodel"},
+            "no command is given; the commands are show, check, copy; run \"upgradesrv metamodel --help\" for details"},
+        SRefused{"MetamodelUnknown",
+                 {"metamodel", "frob"},
+                 "unknown command \"frob\"; the commands are show, check, copy; run \"upgradesrv metamodel --help\" "
+                 "for details"},
         SRefused{"ShowWithoutLocation",
                  {"metamodel", "show"},
                  "LOCATION is required; run \"upgradesrv metamodel show --help\" for details"},

@@ -19,8 +19,8 @@ struct SMetaFaults {
   bool isWhole = true;
 };
 
-/// Takes the faults that the readers of storages find in a metamodel's content. Loading ends with the first one; a check
-/// keeps them, and its reader goes on with whatever comes next.
+/// Takes the faults that the readers of storages find in a metamodel's content. Loading ends with the first one; a
+/// check keeps them, and its reader goes on with whatever comes next.
 class CFaultTaker {
  public:
   /// Ends the reading with the first fault.

@@ -34,6 +34,9 @@ class MetamodelCommandsTest : public testing::Test {
   static test::SProcessResult Show(const std::string& location, const std::string& format) {
     return test::RunTool({"metamodel", "show", "--format", format, location});
   }
+  static test::SProcessResult Check(const std::string& location) {
+    return test::RunTool({"metamodel", "check", location});
+  }
   static test::SProcessResult Copy(const std::string& source, const std::string& target) {
     return test::RunTool({"metamodel", "copy", source, target});
   }
@@ -94,6 +97,61 @@ TEST_F(MetamodelCommandsTest, ShowOfWhatIsNoMetamodelIsTrouble) {
     EXPECT_THAT(test::TroubleOf(Show("metamodel.txt", format)),
                 StartsWith("metamodel.txt: not a metamodel location; "));
   }
+}
+
+TEST_F(MetamodelCommandsTest, CheckOfASoundMetamodelSaysSo) {
+  const test::SProcessResult result = Check(source_);
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.output, source_ + ": no faults\n");
+  EXPECT_EQ(result.errors, "");
+}
+
+TEST_F(MetamodelCommandsTest, CheckListsEveryFault) {
+  const std::string path = directory_.Write(
+      "bad.json", "{\"generation\": 2024,\n\"classes\": [{\"internal_name\": \"\", \"class_id\": -1}, {\"name\": 1}]}");
+  const test::SProcessResult result = Check(path);
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.output,
+            path + ":2:14: /classes/0/internal_name: the name is empty\n" + path +
+                ":2:35: /classes/0/class_id: expected a whole number from 0 to 4294967295, found -1\n" + path +
+                ":2:53: /classes/1/name: unknown member; known here: internal_name, display_name, class_id, "
+                "table_name, behaviors, properties\n" +
+                path + ":2:52: /classes/1: member \"internal_name\" is missing\n" + path + ": 4 faults\n");
+  EXPECT_EQ(result.errors, "");
+}
+
+TEST_F(MetamodelCommandsTest, CheckSaysHowManyFaultsItDoesNotList) {
+  std::string items = "1";
+  for (int i = 1; i < 102; ++i) {
+    items += ", 1";
+  }
+  const std::string path = directory_.Write("bad.json", "{\"generation\": 2024, \"links\": [" + items + "]}");
+  const test::SProcessResult result = Check(path);
+  EXPECT_EQ(result.status, 1);
+  EXPECT_THAT(result.output,
+              HasSubstr("/links/99: expected an object, found a number\nand 2 more\n" + path + ": 102 faults\n"));
+}
+
+TEST_F(MetamodelCommandsTest, CheckOfWhatIsNotJsonSaysThatItEndsThere) {
+  const std::string path = directory_.Write("bad.json", "{\"generation\": 2024,}");
+  const test::SProcessResult result = Check(path);
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.output,
+            path + ":1:21: not valid JSON\n" + path + ": 1 fault; what comes after it was not checked\n");
+}
+
+TEST_F(MetamodelCommandsTest, CheckOfAnEmptyMetamodelNotesIt) {
+  const std::string path = directory_.Write("empty.json", "{\"generation\": 2024}");
+  const test::SProcessResult result = Check(path);
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.output, path + ": no faults\n");
+  EXPECT_EQ(result.errors, "upgradesrv: " + path + ": the metamodel has no classes, links or behaviors\n");
+}
+
+TEST_F(MetamodelCommandsTest, CheckOfWhatCannotBeReadIsTrouble) {
+  EXPECT_EQ(test::TroubleOf(Check(directory_.File("absent.json"))),
+            directory_.File("absent.json") + ": cannot be read: No such file or directory");
+  EXPECT_THAT(test::TroubleOf(Check("metamodel.txt")), StartsWith("metamodel.txt: not a metamodel location; "));
 }
 
 TEST_F(MetamodelCommandsTest, CopyHoldsTheSameMetamodel) {

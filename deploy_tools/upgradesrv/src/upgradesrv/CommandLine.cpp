@@ -16,10 +16,12 @@
 #include "upgradesrv/ProgressLine.h"
 #include "upgradesrv/Trouble.h"
 #include "upgradesrv/UsageProblem.h"
+#include "upgradesrv/commands/CheckCommand.h"
 #include "upgradesrv/commands/CommandOptions.h"
 #include "upgradesrv/commands/CopyCommand.h"
 #include "upgradesrv/commands/DecideCommand.h"
 #include "upgradesrv/commands/ExplainCommand.h"
+#include "upgradesrv/commands/InitCommand.h"
 #include "upgradesrv/commands/ReviewCommand.h"
 #include "upgradesrv/commands/RunCommand.h"
 #include "upgradesrv/commands/ShowCommand.h"
@@ -33,7 +35,7 @@ struct SGroup {
 };
 
 constexpr SGroup kNoGroup = {"", ""};
-constexpr SGroup kMetamodel = {"metamodel", "Show and copy metamodels"};
+constexpr SGroup kMetamodel = {"metamodel", "Show, check and copy metamodels"};
 
 struct SCommand {
   const SGroup* group;
@@ -41,12 +43,14 @@ struct SCommand {
 };
 
 /// All commands, in the order of the help. Those of a group follow its name on the command line.
-constexpr std::array<SCommand, 6> kCommands = {{
+constexpr std::array<SCommand, 8> kCommands = {{
+    {&kNoGroup, &DefineInit},
     {&kNoGroup, &DefineRun},
     {&kNoGroup, &DefineReview},
     {&kNoGroup, &DefineDecide},
     {&kNoGroup, &DefineExplain},
     {&kMetamodel, &DefineMetamodelShow},
+    {&kMetamodel, &DefineMetamodelCheck},
     {&kMetamodel, &DefineMetamodelCopy},
 }};
 

@@ -63,8 +63,9 @@ TEST_P(DatabaseCheckTest, EveryFaultIsToldWithItsRow) {
       "INSERT INTO meta_methods VALUES (0, NULL, 'Lost', '')",
   });
   const std::string number = "expected a whole number from 0 to ";
-  const std::string rows = ": the database is damaged or was edited: the table has 4 rows, and table metamodel says 3; "
-                           "restore it from a copy";
+  const std::string rows =
+      ": the database is damaged or was edited: the table has 4 rows, and table metamodel says 3; "
+      "restore it from a copy";
   const SMetaFaults faults = Check();
   std::vector<std::string> words = faults.words;
   ASSERT_EQ(words.size(), 10U) << testing::PrintToString(words);
@@ -75,19 +76,19 @@ TEST_P(DatabaseCheckTest, EveryFaultIsToldWithItsRow) {
   words.erase(found);
   EXPECT_THAT(
       words,
-      ElementsAre("table meta_classes, row ordinal 0: internal_name: the name is empty",
-                  "table meta_classes, row ordinal 0: display_name: must not be NULL",
-                  "table meta_classes, row ordinal 0: class_id: " + number + "4294967295, found -1",
-                  "table meta_class_properties, row class_ordinal 0, ordinal 1: length: must not be NULL",
-                  "table meta_class_properties, row class_ordinal 0, ordinal 1: precision: " + number +
-                      "65535, found 65536",
-                  "table meta_class_properties, row class_ordinal 1, ordinal 1: internal_name: the name \"CODE\" "
-                  "repeats \"Code\" of ordinal 0 of the same list; names must differ in more than letter case",
-                  "table meta_class_properties, row class_ordinal 1, ordinal 2: internal_name: the name \"CODE\" "
-                  "repeats \"Code\" of ordinal 0 of the same list; names must differ in more than letter case",
-                  "table meta_methods, row behavior_ordinal 0, ordinal 2: internal_name: the name \"revise\" repeats "
-                  "\"Revise\" of ordinal 0 of the same list; names must differ in more than letter case",
-                  "table meta_methods cannot be read" + rows));
+      ElementsAre(
+          "table meta_classes, row ordinal 0: internal_name: the name is empty",
+          "table meta_classes, row ordinal 0: display_name: must not be NULL",
+          "table meta_classes, row ordinal 0: class_id: " + number + "4294967295, found -1",
+          "table meta_class_properties, row class_ordinal 0, ordinal 1: length: must not be NULL",
+          "table meta_class_properties, row class_ordinal 0, ordinal 1: precision: " + number + "65535, found 65536",
+          "table meta_class_properties, row class_ordinal 1, ordinal 1: internal_name: the name \"CODE\" "
+          "repeats \"Code\" of ordinal 0 of the same list; names must differ in more than letter case",
+          "table meta_class_properties, row class_ordinal 1, ordinal 2: internal_name: the name \"CODE\" "
+          "repeats \"Code\" of ordinal 0 of the same list; names must differ in more than letter case",
+          "table meta_methods, row behavior_ordinal 0, ordinal 2: internal_name: the name \"revise\" repeats "
+          "\"Revise\" of ordinal 0 of the same list; names must differ in more than letter case",
+          "table meta_methods cannot be read" + rows));
   EXPECT_TRUE(faults.isWhole);
 }
 

@@ -81,11 +81,14 @@ TEST(DocumentMetaCheckTest, EveryRepeatedNameIsTold) {
       faults.words,
       ElementsAre(
           "meta.json:3:1: /classes/0/properties/2/internal_name: the name \"A\" repeats \"a\" of item 0 of the same "
-          "list" + more,
+          "list" +
+              more,
           "meta.json:4:1: /classes/0/properties/3/internal_name: the name \"B\" repeats \"b\" of item 1 of the same "
-          "list" + more,
+          "list" +
+              more,
           "meta.json:5:1: /classes/0/properties/4/internal_name: the name \"a\" repeats \"a\" of item 0 of the same "
-          "list" + more,
+          "list" +
+              more,
           "meta.json:6:1: /classes/1/internal_name: the name \"c\" repeats \"C\" of item 0 of the same list" + more,
           "meta.json:6:25: /classes/2/internal_name: the name \"C\" repeats \"C\" of item 0 of the same list" + more));
 }
@@ -105,8 +108,8 @@ TEST_P(FaultsInAPlaceTest, WhatIsInTheWayHidesNoFaultBehindIt) {
     if (value[0] != '{') {
       EXPECT_EQ(Check(With(GetParam(), value + R"(, {"internal_name": ""})")).count, 2U);
     }
-    EXPECT_EQ(Check(With(GetParam(), R"({"internal_name": "A", "unknown": )" + value + R"(, "display_name": 1})")).count,
-              2U);
+    EXPECT_EQ(
+        Check(With(GetParam(), R"({"internal_name": "A", "unknown": )" + value + R"(, "display_name": 1})")).count, 2U);
     EXPECT_EQ(Check(With(GetParam(), R"({"internal_name": "A", "internal_name": )" + value + "}, 1")).count, 2U);
     if (value[0] != '"') {
       EXPECT_EQ(Check(With(GetParam(), R"({"internal_name": "A", "display_name": )" + value + "}, 1")).count, 2U);
