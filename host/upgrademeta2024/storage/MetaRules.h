@@ -4,13 +4,15 @@
 #include <string>
 #include <unordered_map>
 
+#include "upgrademeta2024/upgrademeta2024_export.h"
+
 /// What every storage refuses in a metamodel, in words for its user.
 namespace metarules {
 
 inline constexpr const char* kEmptyName = "the name is empty";
 
-std::string WrongGeneration(const std::string& found);
-std::string WrongNumber(std::uint64_t max, const std::string& found);
+UPGRADEMETA2024_EXPORT std::string WrongGeneration(const std::string& found);
+UPGRADEMETA2024_EXPORT std::string WrongNumber(std::uint64_t max, const std::string& found);
 
 /// An item of a list: its number, and what the storage calls that.
 struct SItem {
@@ -19,10 +21,10 @@ struct SItem {
   std::string name;
 };
 /// Of two items whose names are the same but for ASCII case.
-std::string RepeatedName(const std::string& name, const SItem& earlier);
+UPGRADEMETA2024_EXPORT std::string RepeatedName(const std::string& name, const SItem& earlier);
 
 /// The names of one list.
-class CUniqueNames {
+class UPGRADEMETA2024_EXPORT CUniqueNames {
  public:
   /// Empty, or what is wrong with the item: an earlier one has its name. No name, which is a fault of its own, is never
   /// an earlier one's.

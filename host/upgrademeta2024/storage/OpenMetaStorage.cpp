@@ -7,11 +7,10 @@
 
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptexception/KVXException.h"
+#include "kvxsptfile/OwnLibrary.h"
 #include "kvxsptstring/StringHelper.h"
 #include "upgrademeta2024/storage/MetaLocation.h"
-#include "upgrademeta2024/storage/database/DatabaseMetaStorage.h"
-#include "upgrademeta2024/storage/database/postgresql/PostgresqlDatabase.h"
-#include "upgrademeta2024/storage/database/sqlite/SqliteDatabase.h"
+#include "upgrademeta2024/storage/database/OpenDatabase.h"
 #include "upgrademeta2024/storage/document/DocumentMetaStorage.h"
 
 namespace {
@@ -31,6 +30,13 @@ void RequireSimdjson() {
   }
 }
 
+std::unique_ptr<CMetaStorage> LoadAndOpen(const std::string& library, const std::string& location,
+                                          const std::string& name) {
+  // POSIX wants a pointer to a function to be readable from what dlsym returns.
+  auto* const open = reinterpret_cast<decltype(&OpenDatabase)>(kvx::FindInOwnLibrary(library, "OpenDatabase"));
+  return std::unique_ptr<CMetaStorage>(open(location, name));
+}
+
 }  // namespace
 
 std::unique_ptr<CMetaStorage> OpenMetaStorage(const std::string& location) {
@@ -40,9 +46,9 @@ std::unique_ptr<CMetaStorage> OpenMetaStorage(const std::string& location) {
     case SMetaLocation::kDocument:
       return std::make_unique<CDocumentMetaStorage>(parsed.name);
     case SMetaLocation::kSqlite:
-      return std::make_unique<CDatabaseMetaStorage>(std::make_unique<metadb::CSqliteDatabase>(location, parsed.name));
+      return LoadAndOpen("libupgrademeta2024sqlite.so", location, parsed.name);
     case SMetaLocation::kPostgresql:
-      return std::make_unique<CDatabaseMetaStorage>(std::make_unique<metadb::CPostgresqlDatabase>(parsed.name));
+      return LoadAndOpen("libupgrademeta2024postgresql.so", location, parsed.name);
     default:
       break;
   }

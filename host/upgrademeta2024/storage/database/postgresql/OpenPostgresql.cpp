@@ -1,0 +1,9 @@
+#include <memory>
+
+#include "upgrademeta2024/storage/database/DatabaseMetaStorage.h"
+#include "upgrademeta2024/storage/database/OpenDatabase.h"
+#include "upgrademeta2024/storage/database/postgresql/PostgresqlDatabase.h"
+
+CMetaStorage* OpenDatabase(const std::string& /*location*/, const std::string& name) {
+  return std::make_unique<CDatabaseMetaStorage>(std::make_unique<metadb::CPostgresqlDatabase>(name)).release();
+}
