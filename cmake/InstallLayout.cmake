@@ -4,8 +4,8 @@ include(GNUInstallDirs)
 
 # The host libraries belong to this project alone: no other program finds them by accident, and no linker's cache needs to
 # know them.
-set(UPGRADESRV_LIBRARY_DIR lib/upgradesrv)
-set(UPGRADESRV_MODULE_DIR ${UPGRADESRV_LIBRARY_DIR}/modules)
+set(UPGRADESRV_LIBRARY_DIR lib/upgradesrv/host)
+set(UPGRADESRV_MODULE_DIR lib/upgradesrv/modules)
 set(UPGRADESRV_CMAKE_DIR lib/cmake/upgradesrv)
 set(UPGRADESRV_HEADER_DIR include/upgradesrv)
 # Not below share/doc, which small systems leave out when they install packages.

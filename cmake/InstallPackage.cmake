@@ -8,6 +8,8 @@ install(
   NAMESPACE upgradesrv::
   DESTINATION ${UPGRADESRV_CMAKE_DIR}
   COMPONENT dev)
+set(prefix .)
+cmake_path(RELATIVE_PATH prefix BASE_DIRECTORY ${UPGRADESRV_CMAKE_DIR} OUTPUT_VARIABLE UPGRADESRV_PREFIX_FROM_CMAKE_DIR)
 configure_package_config_file(
   ${PROJECT_SOURCE_DIR}/cmake/upgradesrvConfig.cmake.in ${PROJECT_BINARY_DIR}/upgradesrvConfig.cmake
   INSTALL_DESTINATION ${UPGRADESRV_CMAKE_DIR}
@@ -28,6 +30,11 @@ install(
   DESTINATION ${UPGRADESRV_EXAMPLE_DIR}
   COMPONENT dev)
 
+# Where Debian looks for them.
+file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/debian)
+file(CREATE_LINK ../../upgradesrv/examples ${PROJECT_BINARY_DIR}/debian/examples SYMBOLIC)
+install(FILES ${PROJECT_BINARY_DIR}/debian/examples DESTINATION share/doc/upgradesrv)
+
 # The manual.
 install(
   DIRECTORY ${PROJECT_SOURCE_DIR}/docs/
@@ -35,3 +42,9 @@ install(
   FILES_MATCHING
   PATTERN *.md
   PATTERN *.json)
+
+# Manual pages and completion of shells. Pages are compressed: upgradesrv_install_compressed(<page> DESTINATION share/man/man1).
+include(InstallCompressed)
+
+include(ApiReference)
+include(DebianPackages)

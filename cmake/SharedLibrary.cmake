@@ -33,6 +33,7 @@ function(upgradesrv_add_library name)
     DESTINATION ${header_dir}
     COMPONENT dev)
   foreach(header ${ARG_HEADERS})
+    set_property(GLOBAL APPEND PROPERTY UPGRADESRV_PUBLIC_HEADERS ${CMAKE_CURRENT_SOURCE_DIR}/${header})
     cmake_path(GET header PARENT_PATH folder)
     install(
       FILES ${header}
