@@ -15,7 +15,7 @@ struct SMetaLocation {
 
 /// Takes a location apart: "sqlite3://PATH" or a path ending in ".db" or ".sqlite", "postgresql://…" or "postgres://…",
 /// or a path ending in ".json", capital letters or small ones. Anything else is of unknown kind.
-SMetaLocation ParseMetaLocation(const std::string& location);
+UPGRADEMETA2024_EXPORT SMetaLocation ParseMetaLocation(const std::string& location);
 
 /// The location with a relative path in it, which is taken to start at `directory`, made to start there. Connections
 /// to a server stay as they are.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -10,6 +11,8 @@
 #include "metareview2024/Terms.h"
 
 namespace metareview {
+
+struct SLookups;
 
 /// A decision that accepts nothing because the values are others now.
 struct SOutdated {
@@ -68,6 +71,8 @@ struct SReview {
   std::vector<std::string> equal;
   /// What is peculiar about the metamodels. Not part of a saved review.
   std::vector<ENote> notes;
+  /// Which stored values are to be counted; null where nobody asked. Not part of a saved review.
+  std::shared_ptr<const SLookups> lookups;
 };
 
 }  // namespace metareview

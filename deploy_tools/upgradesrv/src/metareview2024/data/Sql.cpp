@@ -161,8 +161,7 @@ std::string UnionAll(const std::vector<std::string>& queries) {
 std::vector<std::string> BeginReading(EDialect dialect, std::chrono::seconds limit) {
   const std::string seconds = std::to_string(limit.count());
   if (dialect == EDialect::kSqlite) {
-    return {"PRAGMA query_only = ON;", "PRAGMA trusted_schema = OFF;",
-            "PRAGMA busy_timeout = " + std::to_string(std::chrono::milliseconds(limit).count()) + ";", "BEGIN;"};
+    return {"PRAGMA query_only = ON;", "PRAGMA trusted_schema = OFF;", "BEGIN;"};
   }
   // Compiling many counts would take longer than counting.
   // With row_security off the server refuses to count what a policy would hide a part of.

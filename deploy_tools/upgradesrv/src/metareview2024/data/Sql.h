@@ -62,8 +62,8 @@ METAREVIEW2024_EXPORT std::vector<STableQuery> TableQueries(EDialect dialect, co
 /// is not ended.
 METAREVIEW2024_EXPORT std::string UnionAll(const std::vector<std::string>& queries);
 
-/// Statements that make a session unable to change anything, let it see one moment, and end what takes longer than
-/// `limit`; SQLite knows such a limit for waiting only. Then those that leave that again. A line each.
+/// Statements without results that make a session unable to change anything, let it see one moment, and end what takes
+/// longer than `limit`, for which SQLite has no statement. Then those that leave that again. A line each.
 METAREVIEW2024_EXPORT std::vector<std::string> BeginReading(EDialect dialect, std::chrono::seconds limit);
 METAREVIEW2024_EXPORT std::vector<std::string> EndReading(EDialect dialect);
 

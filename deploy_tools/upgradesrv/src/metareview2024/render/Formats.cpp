@@ -7,8 +7,9 @@ namespace metareview {
 
 const std::vector<SFormat>& Formats() {
   static const std::vector<SFormat> formats = {
-      {"text", WriteText},         {"json", WriteJson}, {"ndjson", WriteNdjson}, {"csv", WriteCsv},
-      {"markdown", WriteMarkdown}, {"html", WriteHtml}, {"junit", WriteJunit},   {"sarif", WriteSarif}};
+      {"text", WriteText},   {"json", WriteJson},         {"ndjson", WriteNdjson},
+      {"csv", WriteCsv},     {"markdown", WriteMarkdown}, {"html", WriteHtml},
+      {"junit", WriteJunit}, {"sarif", WriteSarif},       {"sql", WriteSql}};
   return formats;
 }
 

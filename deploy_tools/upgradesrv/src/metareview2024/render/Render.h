@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <functional>
 #include <optional>
@@ -7,6 +8,7 @@
 #include <vector>
 
 #include "metareview2024/Review.h"
+#include "metareview2024/data/Sql.h"
 #include "metareview2024/words/Words.h"
 
 /// Reviews as text in a format. A review that failed is written as one that says so, in every format.
@@ -24,6 +26,9 @@ struct SRenderOptions {
   /// Which findings are failures to a test server: those that count for the exit status, see Counts().
   std::optional<ERisk> failOn = ERisk::kSafe;
   bool onlyNew = false;
+  /// For whom the script is that counts stored values, and how long it may take for each table.
+  EDialect dialect = EDialect::kPostgresql;
+  std::chrono::seconds timeout{30};
 };
 
 struct SFormat {

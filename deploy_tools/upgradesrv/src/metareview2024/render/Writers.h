@@ -13,5 +13,6 @@ void WriteMarkdown(const SReview& review, const SRenderOptions& options, const S
 void WriteHtml(const SReview& review, const SRenderOptions& options, const Sink& sink);
 void WriteJunit(const SReview& review, const SRenderOptions& options, const Sink& sink);
 void WriteSarif(const SReview& review, const SRenderOptions& options, const Sink& sink);
+void WriteSql(const SReview& review, const SRenderOptions& options, const Sink& sink);
 
 }  // namespace metareview

@@ -110,16 +110,20 @@ CLI::Option* AddFormats(CLI::App& command, const std::string& name, std::vector<
       ->allow_extra_args(false);
 }
 
-void AddLoadingOptions(CLI::App& command, SRequest& request) {
-  command.add_flag("--quiet", request.quiet, "Show no progress while metamodels are loaded");
-  command
+CLI::Option* AddSeconds(CLI::App& command, const std::string& name, std::optional<Milliseconds>& value,
+                        const std::string& help) {
+  return command
       .add_option_function<std::string>(
-          "--timeout", [&request](const std::string& seconds) { request.timeout = ParseSeconds(seconds); },
-          "Give up when loading takes longer; default: no limit")
+          name, [&value](const std::string& seconds) { value = ParseSeconds(seconds); }, help)
       ->type_name("SECONDS")
       ->check([](const std::string& seconds) {
         return std::string(ParseSeconds(seconds) ? "" : "must be a number of seconds above 0, for example 60 or 0.5");
       });
+}
+
+void AddLoadingOptions(CLI::App& command, SRequest& request) {
+  command.add_flag("--quiet", request.quiet, "Show no progress while metamodels are loaded");
+  AddSeconds(command, "--timeout", request.timeout, "Give up when loading takes longer; default: no limit");
 }
 
 void RequireValues(CLI::App& command) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <optional>
 #include <string>
 #include <vector>
@@ -31,6 +32,10 @@ void AddKinds(CLI::App& command, std::optional<std::vector<std::string>>& kinds,
 
 /// An option that asks for outputs of a review; see CReviewOutputs. `help` is what the format is of.
 CLI::Option* AddFormats(CLI::App& command, const std::string& name, std::vector<std::string>& outputs,
+                        const std::string& help);
+
+/// An option with a number of seconds, for example 0.5, that may be left out.
+CLI::Option* AddSeconds(CLI::App& command, const std::string& name, std::optional<std::chrono::milliseconds>& value,
                         const std::string& help);
 
 /// Adds the options of every command that loads metamodels.

@@ -25,6 +25,15 @@ void DefineReview(CLI::App& parent, SRequest& request) {
   AddKinds(review, arguments.elements, "Kinds to compare; default: class,link,behavior");
   AddText(review, "--against", arguments.against, "An earlier review, saved as JSON, to mark what is new since")
       ->type_name("REVIEW.json");
+  AddText(review, "--data", arguments.data.location,
+          "What the script of -o sql has counted in the installation's database, saved as CSV")
+      ->type_name("NAME.csv");
+  AddSeconds(review, "--data-timeout", arguments.data.timeout,
+             "How long the script of -o sql may take for each table, on PostgreSQL; default: 30");
+  AddText(review, "--dialect", arguments.data.dialect,
+          "Of the script of -o sql: sqlite or postgresql; default: that of the client metamodel's database, else "
+          "postgresql")
+      ->type_name("DIALECT");
   CLI::Option* from =
       AddText(review, "--from", arguments.from, "A review saved as JSON, to write it again; nothing else is read")
           ->type_name("REVIEW.json");
@@ -51,8 +60,8 @@ void DefineReview(CLI::App& parent, SRequest& request) {
       "\n" +
       std::string(kLocationHelp));
   review.callback([&review, &request, owner, directory, from] {
-    for (const char* other :
-         {"UPGRADE_DIR", "--original", "--client", "--base", "--decisions", "--today", "--elements", "--against"}) {
+    for (const char* other : {"UPGRADE_DIR", "--original", "--client", "--base", "--decisions", "--today", "--elements",
+                              "--against", "--data", "--data-timeout", "--dialect"}) {
       if (from->count() != 0 && review.get_option(other)->count() != 0) {
         throw CLI::ExcludesError("--from", other);
       }

@@ -64,7 +64,7 @@ EExitStatus DecideFindings(const SDecideArguments& arguments) {
     throw CTrouble("decide --prune: takes no path; it drops every entry that matches nothing");
   }
   const CReviewSources sources(arguments.sources);
-  metareview::SReview review = sources.Compare({metareview::kKinds.begin(), metareview::kKinds.end()});
+  metareview::SReview review = sources.Compare({metareview::kKinds.begin(), metareview::kKinds.end()}).review;
 
   const std::string& file = sources.GetDecisionsFile();
   const CDecisionsLock lock(file);

@@ -119,6 +119,11 @@ void CReviewOutputs::RequireValid() const {
   }
 }
 
+bool CReviewOutputs::Has(const std::string& format) const {
+  return std::any_of(outputs_.begin(), outputs_.end(),
+                     [&format](const SOutput& output) { return output.format->name == format; });
+}
+
 void CReviewOutputs::Write(const metareview::SReview& review, const metareview::SRenderOptions& options) const {
   std::vector<std::unique_ptr<kvx::CAtomicFile>> files;
   for (const SOutput& output : outputs_) {

@@ -23,6 +23,9 @@ class CReviewOutputs {
   /// twice.
   void RequireValid() const;
 
+  /// Whether one of them is in this format.
+  bool Has(const std::string& format) const;
+
   /// Writes them all, or throws CTrouble or CKVXException. Files are replaced as a whole, and none before all could be
   /// written.
   void Write(const metareview::SReview& review, const metareview::SRenderOptions& options) const;

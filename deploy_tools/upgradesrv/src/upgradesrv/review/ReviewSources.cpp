@@ -7,6 +7,7 @@
 #include <memory>
 #include <system_error>
 #include <thread>
+#include <utility>
 
 #include "kvxsptexception/KVXException.h"
 #include "kvxsptfile/ReadFile.h"
@@ -103,7 +104,7 @@ metareview::SDecisions CReviewSources::ReadDecisionsSoFar() const {
   return isThere ? metareview::ParseDecisions(kvx::ReadFile(decisionsFile_), decisionsFile_) : metareview::SDecisions();
 }
 
-metareview::SReview CReviewSources::Compare(const std::vector<metareview::EKind>& kinds,
+SComparedMetamodels CReviewSources::Compare(const std::vector<metareview::EKind>& kinds,
                                             const LoadedMetamodels2024& loaded) const {
   std::future<Metamodel> original = BeginLoad("original", originalLocation_, loaded);
   std::future<Metamodel> base;
@@ -125,7 +126,7 @@ metareview::SReview CReviewSources::Compare(const std::vector<metareview::EKind>
   if (baseLocation_) {
     review.base = OpenMetaStorage(*baseLocation_)->Describe();
   }
-  return review;
+  return {std::move(review), metamodels.client};
 }
 
 }  // namespace upgradesrv

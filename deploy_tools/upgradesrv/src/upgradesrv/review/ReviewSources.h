@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -24,6 +25,12 @@ struct SReviewSources {
   std::optional<std::string> today;
 };
 
+/// A review, and the client's metamodel that it is made from.
+struct SComparedMetamodels {
+  metareview::SReview review;
+  std::shared_ptr<const CMetaDictionary2024> client;
+};
+
 /// The metamodels of an upgrade and the decisions about it: upgrade.json read, nothing else.
 class CReviewSources {
  public:
@@ -34,6 +41,7 @@ class CReviewSources {
   const std::string& GetToday() const { return today_; }
   /// The decisions file, whether it is there or not.
   const std::string& GetDecisionsFile() const { return decisionsFile_; }
+  const std::string& GetClientLocation() const { return clientLocation_; }
   /// All files that the review is made from, so that no output takes their place.
   std::vector<std::string> GetFiles() const;
 
@@ -44,7 +52,7 @@ class CReviewSources {
 
   /// Loads the metamodels that are not loaded yet, all at once where the machine allows, and compares them; no
   /// decisions are applied yet.
-  metareview::SReview Compare(const std::vector<metareview::EKind>& kinds,
+  SComparedMetamodels Compare(const std::vector<metareview::EKind>& kinds,
                               const LoadedMetamodels2024& loaded = {}) const;
 
  private:

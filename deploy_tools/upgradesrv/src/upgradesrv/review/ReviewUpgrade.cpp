@@ -1,10 +1,13 @@
 #include "upgradesrv/review/ReviewUpgrade.h"
 
 #include <algorithm>
+#include <chrono>
 #include <exception>
 #include <filesystem>
+#include <memory>
 #include <new>
 #include <system_error>
+#include <utility>
 
 #include "kvxsptfile/ReadFile.h"
 #include "metareview2024/Totals.h"
@@ -73,6 +76,8 @@ std::vector<std::string> FilesNamedBy(const std::string& argument) {
   return files;
 }
 
+constexpr const char* kScript = "sql";
+
 class CReview {
  public:
   explicit CReview(const SReviewArguments& arguments)
@@ -93,6 +98,10 @@ class CReview {
  private:
   SReview ReadAgain() {
     ProtectInputs({*arguments_.from});
+    if (outputs_.Has(kScript)) {
+      throw CTrouble(arguments_.outputOption + " " + kScript +
+                     ": a saved review does not say where values are stored; leave out --from");
+    }
     words_ = &WordsFor(arguments_.sources.overrides.lang.value_or("en"));
     return metareview::ReadReview(kvx::ReadFile(*arguments_.from), *arguments_.from);
   }
@@ -100,9 +109,13 @@ class CReview {
   SReview Make() {
     const std::string directory = arguments_.sources.directory;
     ProtectInputs({directory + kConfigurationFile, arguments_.sources.decisions.value_or(directory + kDecisionsFile),
-                   directory + kDisplayTextsFile, directory + kLogConfigurationFile, arguments_.against.value_or("")});
+                   directory + kDisplayTextsFile, directory + kLogConfigurationFile, arguments_.against.value_or(""),
+                   arguments_.data.location.value_or("")});
     const CReviewSources sources(arguments_.sources);
     ProtectInputs(sources.GetFiles());
+    RequireUse();
+    stored_.emplace(arguments_.data, sources.GetClientLocation());
+    ProtectInputs(stored_->GetFiles());
     if (arguments_.foregoing) {
       ProtectInputs(arguments_.foregoing->getFiles());
     }
@@ -114,17 +127,35 @@ class CReview {
     }
 
     const LoadedMetamodels2024 loaded = arguments_.foregoing ? arguments_.foregoing->run() : LoadedMetamodels2024();
-    SReview review = sources.Compare(ParseKinds(arguments_.elements), loaded);
+    SComparedMetamodels compared = sources.Compare(ParseKinds(arguments_.elements), loaded);
+    SReview& review = compared.review;
     for (const metareview::ENote note : review.notes) {
       WriteNote(metareview::NoteSentence(*words_, note));
     }
     SetRuleRisks(decisions, review);
+    if (stored_->IsWanted() || outputs_.Has(kScript)) {
+      review.lookups = std::make_shared<const metareview::SLookups>(MakeLookups(review, *compared.client));
+    }
+    if (stored_->IsWanted()) {
+      stored_->Count(*review.lookups, review);
+    }
     ApplyDecisions(decisions, sources.GetToday(), review);
     if (earlier) {
       review.against = arguments_.against;
       CompareWithEarlier(*earlier, review);
     }
-    return review;
+    return std::move(review);
+  }
+
+  /// An option that has nothing to do may be meant for something that is missing.
+  void RequireUse() const {
+    const bool hasScript = outputs_.Has(kScript);
+    if (arguments_.data.dialect && !hasScript) {
+      throw CTrouble("--dialect: there is no script; ask for one with -o sql=FILE");
+    }
+    if (arguments_.data.timeout && !hasScript) {
+      throw CTrouble("--data-timeout: there is no script; ask for one with -o sql=FILE");
+    }
   }
 
   /// What cannot be granted is refused before the inputs are read.
@@ -143,6 +174,10 @@ class CReview {
     options.isTableOnly = arguments_.isTableOnly;
     options.failOn = level_;
     options.onlyNew = arguments_.onlyNew;
+    if (stored_) {
+      options.dialect = stored_->GetDialect();
+      options.timeout = std::chrono::ceil<std::chrono::seconds>(stored_->GetTimeout());
+    }
     outputs_.Write(review, options);
     const bool counts = std::any_of(
         review.findings.begin(), review.findings.end(),
@@ -153,6 +188,7 @@ class CReview {
   const SReviewArguments& arguments_;
   CReviewOutputs outputs_;
   std::optional<metareview::ERisk> level_;
+  std::optional<CStoredValues> stored_;
   const CWords* words_ = &CWords::English();
 };
 

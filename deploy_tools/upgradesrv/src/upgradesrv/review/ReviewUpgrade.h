@@ -7,6 +7,7 @@
 
 #include "upgradesrv/ExitStatus.h"
 #include "upgradesrv/review/ReviewSources.h"
+#include "upgradesrv/review/StoredValues.h"
 
 namespace upgradesrv {
 
@@ -24,6 +25,7 @@ struct SReviewArguments {
   std::optional<std::string> from;
   /// An earlier review, saved as JSON.
   std::optional<std::string> against;
+  SStoredValues data;
   /// Kinds to compare; without it all.
   std::optional<std::vector<std::string>> elements;
   /// The least bad risk that counts for the exit status, or "never".
