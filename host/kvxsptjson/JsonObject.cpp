@@ -2,6 +2,8 @@
 
 #include <rapidjson/document.h>
 
+#include <algorithm>
+#include <array>
 #include <string_view>
 #include <utility>
 
@@ -37,13 +39,81 @@ Value Copy(const std::string& text, Document::AllocatorType& allocator) {
   return {text.data(), static_cast<SizeType>(text.size()), allocator};
 }
 
-/// As RapidJSON's own copy, which takes memory for its stack without a look whether it got any.
-Value DeepCopy(const Value& value, Document::AllocatorType& allocator) {
-  Document copy(&allocator);
-  const auto write = [&value](Document& document) { return value.Accept(document); };
-  copy.Populate(write);
-  return std::move(static_cast<Value&>(copy));
-}
+/// Copies values into the document that allocates them. Objects of a list mostly repeat the names and many texts of the
+/// object before: a long text that is the same as the last one at its place is stored once.
+class CDeepCopy {
+ public:
+  explicit CDeepCopy(Document::AllocatorType& allocator) : allocator_(allocator), target_(&allocator) {}
+
+  Value Copy(const Value& value) {
+    const auto put = [&](Document& /*target*/) { return Put(value); };
+    target_.Populate(put);
+    return std::move(static_cast<Value&>(target_));
+  }
+
+ private:
+  /// Of the last object's members at one place.
+  struct SPlace {
+    std::string_view name;
+    std::string_view text;
+  };
+
+  bool Put(const Value& value) {
+    switch (value.GetType()) {
+      case rapidjson::kObjectType:
+        return PutObject(value);
+      case rapidjson::kArrayType:
+        target_.StartArray();
+        for (const Value& item : value.GetArray()) {
+          Put(item);
+        }
+        return target_.EndArray(value.Size());
+      case rapidjson::kStringType: {
+        std::string_view none;
+        return PutText(value, none);
+      }
+      default:
+        return value.Accept(target_);
+    }
+  }
+
+  bool PutObject(const Value& object) {
+    target_.StartObject();
+    std::size_t i = 0;
+    for (const auto& member : object.GetObject()) {
+      SPlace& place = places_[std::min(i++, places_.size() - 1)];
+      PutText(member.name, place.name);
+      if (member.value.IsString()) {
+        PutText(member.value, place.text);
+      } else {
+        Put(member.value);
+      }
+    }
+    return target_.EndObject(object.MemberCount());
+  }
+
+  bool PutText(const Value& value, std::string_view& last) {
+    const std::string_view text(value.GetString(), value.GetStringLength());
+    const auto size = static_cast<SizeType>(text.size());
+    if (size <= kShort) {
+      return target_.String(text.data(), size, /*copy=*/true);
+    }
+    if (text != last) {
+      auto* const stored = static_cast<char*>(allocator_.Malloc(size + 1));
+      last = {stored, size};
+      text.copy(stored, size);
+      stored[size] = 0;
+    }
+    return target_.String(last.data(), size, /*copy=*/false);
+  }
+
+  /// What RapidJSON stores inside a value.
+  static constexpr SizeType kShort = 13;
+
+  Document::AllocatorType& allocator_;
+  Document target_;
+  std::array<SPlace, 16> places_;
+};
 
 std::string Text(const Value& string) {
   return {string.GetString(), string.GetStringLength()};
@@ -297,8 +367,9 @@ void CJsonObject::SetObjectArrayValue(const std::string& key, const std::list<st
   Document::AllocatorType& allocator = document_->GetAllocator();
   Value array(rapidjson::kArrayType);
   array.Reserve(static_cast<SizeType>(objects.size()), allocator);
+  CDeepCopy copy(allocator);
   for (const std::shared_ptr<CJsonObject>& object : objects) {
-    array.PushBack(object != nullptr ? DeepCopy(*object->value_, allocator) : Value(), allocator);
+    array.PushBack(object != nullptr ? copy.Copy(*object->value_) : Value(), allocator);
   }
   SetMember(key, array);
 }
@@ -307,7 +378,7 @@ void CJsonObject::SetObjectValue(const std::string& key, const std::shared_ptr<C
   RequireObject();
   Document::AllocatorType& allocator = document_->GetAllocator();
   // The copy comes first: the object may be a view on the very member that is removed.
-  Value copy = object != nullptr ? DeepCopy(*object->value_, allocator) : Value();
+  Value copy = object != nullptr ? CDeepCopy(allocator).Copy(*object->value_) : Value();
   const Value name(Reference(key));
   while (value_->EraseMember(name)) {
     // A parsed object may hold the member more than once.

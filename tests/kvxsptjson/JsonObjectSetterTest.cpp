@@ -149,6 +149,29 @@ TEST(JsonObjectSetterTest, CopyBetweenDocumentsIsDeep) {
   EXPECT_EQ(Compact(target), R"({"object":)" + list + R"(,"objects":[)" + list + "]}");
 }
 
+// Long texts that copied objects have in common are stored once.
+TEST(JsonObjectSetterTest, ChangeOfATextThatCopiesShareLeavesTheOthers) {
+  const auto source = Json(R"({"a member of a long name": "a text that needs memory", "n": "1"})");
+  CJsonObject target;
+  target.SetObjectArrayValue("list", {source, source, source});
+  const auto copies = target.GetPropertyObjectArrayValue("list").second;
+  (*std::next(copies.begin()))->SetStringValue("a member of a long name", "another text that needs memory");
+  const auto same = R"({"amemberofalongname":"atextthatneedsmemory","n":"1"})"s;
+  EXPECT_EQ(Compact(target),
+            R"({"list":[)" + same + R"(,{"amemberofalongname":"anothertextthatneedsmemory","n":"1"},)" + same + "]}");
+}
+
+TEST(JsonObjectSetterTest, CopiesOfTextsThatBeginAlikeDiffer) {
+  const auto first = Json(R"({"t": "fifteen letters", "u": "fifteen letters\u0000and more"})");
+  const auto second = Json(R"({"t": "fifteen letters\u0000and less", "u": "fifteen letters"})");
+  const auto third = Json(R"({"u": "", "t": ["fifteen letters\u0000and less"]})");
+  CJsonObject target;
+  target.SetObjectArrayValue("list", {first, second, third});
+  EXPECT_EQ(Compact(target), R"({"list":[{"t":"fifteenletters","u":"fifteenletters\u0000andmore"},)"
+                             R"({"t":"fifteenletters\u0000andless","u":"fifteenletters"},)"
+                             R"({"u":"","t":["fifteenletters\u0000andless"]}]})");
+}
+
 TEST(JsonObjectSetterTest, ChangeOfTheCopyLeavesTheSource) {
   const auto source = Json(R"({"n": "1"})");
   CJsonObject target;

@@ -24,8 +24,9 @@ namespace {
 
 // Holds an object's first sixteen members and a property's texts.
 constexpr std::size_t kFirstChunk = 1024;
-// With its head a little less than 8 KiB. In small chunks, a good part of each is left over when a value does not fit.
-constexpr std::size_t kLaterChunks = 8000;
+// With its head a little less than 32 KiB. In small chunks, a good part of each is left over when a value does not fit;
+// what jemalloc counts as small is not used again for other sizes.
+constexpr std::size_t kLaterChunks = 32000;
 // RapidJSON copies, writes and compares values by recursion, so depth is bounded where a document enters.
 constexpr unsigned kMaxDepth = 512;
 constexpr const char* kByteOrderMark = "\xEF\xBB\xBF";
