@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "kvxsptfile/detail/InputFile.h"
+#include "kvxsptfile/InputFile.h"
 
 namespace kvx {
 

@@ -2,13 +2,9 @@
 
 #include <simdjson.h>
 
-#include <array>
-#include <list>
 #include <new>
 #include <string_view>
-#include <type_traits>
 #include <utility>
-#include <vector>
 
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptexception/KVXException.h"
@@ -17,58 +13,30 @@
 #include "kvxsptfile/ReadFile.h"
 #include "kvxsptstring/StringHelper.h"
 #include "upgrademeta2024/LoadProgress.h"
-#include "upgrademeta2024/MetaDictionary2024.h"
 #include "upgrademeta2024/storage/MetaFaults.h"
-#include "upgrademeta2024/storage/MetaMembers.h"
-#include "upgrademeta2024/storage/MetaRules.h"
-#include "upgrademeta2024/storage/document/DocumentMembers.h"
+#include "upgrademeta2024/storage/document/DocumentListReader.h"
+#include "upgrademeta2024/storage/document/DocumentWindows.h"
 #include "upgrademeta2024/storage/document/JsonTextFault.h"
-#include "upgrademeta2024/storage/document/JsonValueReader.h"
 
 namespace {
 
-/// The names of an object's members: first those that hold one value, then those that hold a list.
-template <std::size_t N, typename Member, typename... Lists>
-constexpr std::array<std::string_view, N + sizeof...(Lists)> NamesOf(const std::array<Member, N>& members,
-                                                                     Lists... lists) {
-  std::array<std::string_view, N + sizeof...(Lists)> names{};
-  std::size_t count = 0;
-  for (const Member& member : members) {
-    names[count++] = member.name;
-  }
-  ((names[count++] = lists), ...);
-  return names;
-}
-
-constexpr std::array<std::string_view, 4> kDictionaryNames = {kGenerationMember, kClassesMember, kLinksMember,
-                                                              kBehaviorsMember};
-constexpr auto kClassNames = NamesOf(metamembers::kClass, kBehaviorsMember, kPropertiesMember);
-constexpr auto kBehaviorNames = NamesOf(metamembers::kBehavior, kMethodsMember, kPropertiesMember);
-constexpr auto kMethodNames = NamesOf(metamembers::kMethod);
-constexpr auto kPropertyNames = NamesOf(metamembers::kProperty);
-
-class CReader : private CJsonValueReader {
+class CReader : private CDocumentListReader {
  public:
   /// `text` is what is read.
-  CReader(const simdjson::ondemand::parser& parser, std::string_view text, CLoadProgress& progress,
-          JsonFaultHandler onFault)
-      : CJsonValueReader(parser, text.size(), std::move(onFault)), text_(text), progress_(progress) {}
+  CReader(const simdjson::ondemand::parser& parser, std::string_view text, SDocumentLists& lists,
+          CLoadProgress& progress, JsonFaultHandler onFault)
+      : CDocumentListReader(parser, text.size(), lists, std::move(onFault)), text_(text), progress_(progress) {}
 
-  void Read(simdjson::ondemand::document& document, CMetaDictionary2024& dictionary) {
+  void Read(simdjson::ondemand::document& document) {
     if (const Type type = document.type(); type != Type::object) {
       FailType(Type::object, type);
       return;
     }
     Members(document.get_object(), kDictionaryNames, [&](std::size_t member, Value& value) {
-      const std::string_view name = kDictionaryNames[member];
-      if (name == kGenerationMember) {
+      if (kDictionaryNames[member] == kGenerationMember) {
         RequireGeneration(value);
-      } else if (name == kClassesMember) {
-        ReadClasses<CMetaClass2024>(value, [&](const auto& element) { dictionary.AddClass(element); });
-      } else if (name == kLinksMember) {
-        ReadClasses<CMetaLink2024>(value, [&](const auto& element) { dictionary.AddLink(element); });
       } else {
-        ReadBehaviors(value, dictionary);
+        ReadList(kDictionaryNames[member], value);
       }
     });
     // A location is left only where text follows the root's end.
@@ -85,128 +53,17 @@ class CReader : private CJsonValueReader {
     }
   }
 
-  template <typename Element, typename Add>
-  void ReadClasses(Value& list, const Add& add) {
-    metarules::CUniqueNames names;
-    Items(list, [&](std::size_t index, Value& item) {
-      CountUpTo(item);
-      SMetaClassValues2024 values;
-      Object(item, kClassNames, metamembers::kClass, values, [&](std::string_view name, Value& value) {
-        if (name == kBehaviorsMember) {
-          Items(value, [&](std::size_t, Value& behavior) { values.behaviors.emplace_back(Text(behavior)); });
-        } else {
-          ReadProperties(value, values.properties);
-        }
-      });
-      RequireUnique(names, index, values.internalName);
-      add(std::make_shared<Element>(std::move(values)));
-    });
-  }
-
-  void ReadBehaviors(Value& list, CMetaDictionary2024& dictionary) {
-    metarules::CUniqueNames names;
-    Items(list, [&](std::size_t index, Value& item) {
-      CountUpTo(item);
-      SMetaBehaviorValues2024 values;
-      Object(item, kBehaviorNames, metamembers::kBehavior, values, [&](std::string_view name, Value& value) {
-        if (name == kMethodsMember) {
-          ReadMethods(value, values.methods);
-        } else {
-          ReadProperties(value, values.properties);
-        }
-      });
-      RequireUnique(names, index, values.internalName);
-      dictionary.AddBehavior(std::make_shared<CMetaBehavior2024>(std::move(values)));
-    });
-  }
-
   /// All of the text has been read, and is taken apart up to an element.
-  void CountUpTo(Value& element) {
-    progress_.SetDone(text_.size() + static_cast<std::size_t>(element.raw_json_token().data() - text_.data()));
-  }
-
-  void ReadMethods(Value& list, std::list<std::shared_ptr<CMetaMethod2024>>& methods) {
-    metarules::CUniqueNames names;
-    Items(list, [&](std::size_t index, Value& item) {
-      metamembers::SMethodValues values;
-      Object(item, kMethodNames, metamembers::kMethod, values);
-      RequireUnique(names, index, values.internalName);
-      methods.push_back(
-          std::make_shared<CMetaMethod2024>(std::move(values.internalName), std::move(values.displayName)));
-    });
-  }
-
-  void ReadProperties(Value& list, CMetaPropertyTable2024& properties) {
-    propertyStarts_.clear();
-    Items(list, [&](std::size_t, Value& item) {
-      propertyStarts_.push_back(Place().Where());
-      SMetaPropertyValues2024 values;
-      Object(item, kPropertyNames, metamembers::kProperty, values);
-      properties.Add(values);
-    });
-    properties.Finish();
-    if (!properties.FindRepeatedName()) {
-      return;
-    }
-    metarules::CUniqueNames names;
-    for (std::size_t i = 0; i < properties.GetSize(); ++i) {
-      Place().Enter(i, propertyStarts_[i]);
-      RequireUnique(names, i, properties.At(i).GetInternalName());
-      Place().Leave();
-    }
-  }
-
-  /// An object of which the first member is required and holds a name. Values go to where the member's table says,
-  /// lists to `list(name of the member, value)`.
-  template <std::size_t N, std::size_t M, typename Values, typename List>
-  void Object(Value& value, const std::array<std::string_view, N>& names,
-              const std::array<metamembers::SMember<Values>, M>& members, Values& values, const List& list) {
-    if (!RequireType(value, Type::object)) {
-      return;
-    }
-    Members(value.get_object(), names, [&](std::size_t i, Value& member) {
-      if (i >= M) {
-        list(names[i], member);
-        return;
-      }
-      metamembers::Visit(
-          members[i], values, [&](auto& text) { text = i == 0 ? Name(member) : Text(member); },
-          [&](auto& number) { number = Number<std::decay_t<decltype(number)>>(member); });
-    });
-  }
-  template <std::size_t N, typename Values>
-  void Object(Value& value, const std::array<std::string_view, N>& names,
-              const std::array<metamembers::SMember<Values>, N>& members, Values& values) {
-    Object(value, names, members, values, [](std::string_view, Value&) {});
-  }
-
-  std::string_view Name(Value& value) {
-    const std::string_view name = Text(value);
-    if (name.empty()) {
-      Fail(metarules::kEmptyName);
-    }
-    return name;
-  }
-
-  /// The current place is the item's.
-  void RequireUnique(metarules::CUniqueNames& names, std::size_t index, const std::string& name) {
-    if (const std::string problem = names.Add({"item", index, name}); !problem.empty()) {
-      Place().Enter(metamembers::kProperty.front().name, Place().Where());
-      Fail(problem);
-      Place().Leave();
-    }
+  void ElementBegins(const char* where) override {
+    progress_.SetDone(text_.size() + static_cast<std::size_t>(where - text_.data()));
   }
 
   std::string_view text_;
   CLoadProgress& progress_;
-  // Of the list that is being read: whether names repeat is known only once it has ended.
-  std::vector<const char*> propertyStarts_;
 };
 
-}  // namespace
-
-std::shared_ptr<CMetaDictionary2024> ReadMetaDocument(const std::string& path, CLoadProgress& progress,
-                                                      CFaultTaker& faults) {
+/// The text as a whole, so that every fault can be shown with its place.
+std::shared_ptr<CMetaDictionary2024> ReadAtOnce(const std::string& path, CLoadProgress& progress, CFaultTaker& faults) {
   constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
   kvx::SReading reading;
   reading.padding = simdjson::SIMDJSON_PADDING;
@@ -238,9 +95,9 @@ std::shared_ptr<CMetaDictionary2024> ReadMetaDocument(const std::string& path, C
   try {
     document = parser.iterate(text.data(), text.size(), file.capacity() - begin);
     iterating = true;
-    auto dictionary = std::make_shared<CMetaDictionary2024>();
-    CReader(parser, text, progress, onFault).Read(document, *dictionary);
-    return dictionary;
+    SDocumentLists lists;
+    CReader(parser, text, lists, progress, onFault).Read(document);
+    return lists.dictionary;
   } catch (const simdjson::simdjson_error& error) {
     if (error.error() == simdjson::MEMALLOC) {
       // No fault of the document.
@@ -251,4 +108,12 @@ std::shared_ptr<CMetaDictionary2024> ReadMetaDocument(const std::string& path, C
     const std::size_t offset = FindJsonTextFault(text, error.error(), located ? location - text.data() : -1);
     throw CKVXException(kvx::kMalformedDocument, words(offset, JsonTextFaultMessage(error.error())));
   }
+}
+
+}  // namespace
+
+std::shared_ptr<CMetaDictionary2024> ReadMetaDocument(const std::string& path, CLoadProgress& progress,
+                                                      CFaultTaker& faults) {
+  const std::shared_ptr<CMetaDictionary2024> dictionary = ReadDocumentInWindows(path, progress);
+  return dictionary != nullptr ? dictionary : ReadAtOnce(path, progress, faults);
 }

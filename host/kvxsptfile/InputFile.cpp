@@ -1,4 +1,4 @@
-#include "kvxsptfile/detail/InputFile.h"
+#include "kvxsptfile/InputFile.h"
 
 #include <fcntl.h>
 #include <poll.h>

@@ -6,13 +6,14 @@
 
 #include "kvxsptfile/FileDescriptor.h"
 #include "kvxsptfile/ReadFile.h"
+#include "kvxsptfile/kvxsptfile_export.h"
 
 namespace kvx {
 
 /// A file that is open for reading: a regular one, or a pipe if that is allowed. Throws what ReadFile() throws.
-class CInputFile {
+class KVXSPTFILE_EXPORT CInputFile {
  public:
-  CInputFile(const std::string& path, bool mayBePipe, const SPipeWait& wait);
+  CInputFile(const std::string& path, bool mayBePipe, const SPipeWait& wait = {});
 
   /// 0 when that is not known.
   std::size_t GetSize() const { return size_; }
