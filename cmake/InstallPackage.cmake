@@ -22,7 +22,7 @@ install(
 
 # Examples.
 install(
-  DIRECTORY ${PROJECT_SOURCE_DIR}/examples/upgrade
+  DIRECTORY ${PROJECT_SOURCE_DIR}/examples/upgrade ${PROJECT_SOURCE_DIR}/examples/exporters
   DESTINATION ${UPGRADESRV_EXAMPLE_DIR}
   PATTERN checkMetaError.json EXCLUDE)
 install(
