@@ -3,13 +3,21 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <sstream>
+#include <string>
+#include <vector>
+
 #include "RefusedArguments.h"
 #include "UpgradeDirectory.h"
+#include "support/Process.h"
+#include "support/TemporaryDirectory.h"
 
 namespace {
 
 using SRefused = test::SRefusedArguments;
 using testing::AllOf;
+using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
 
@@ -24,21 +32,21 @@ TEST_P(RefusedCommandTest, IsOneErrorThatLeadsToTheHelp) {
 INSTANTIATE_TEST_SUITE_P(
     Commands, RefusedCommandTest,
     testing::Values(
-        SRefused{
-            "None",
-            {},
-            "no command is given; the commands are init, run, review, decide, explain, metamodel; run \"upgradesrv "
-            "--help\" for details"},
-        SRefused{"Unknown",
-                 {"frob", "x"},
-                 "unknown command \"frob\"; the commands are init, run, review, decide, explain, metamodel; run "
+        SRefused{"None",
+                 {},
+                 "no command is given; the commands are init, run, review, decide, explain, metamodel, help; run "
                  "\"upgradesrv "
                  "--help\" for details"},
-        SRefused{
-            "Empty",
-            {""},
-            "unknown command \"\"; the commands are init, run, review, decide, explain, metamodel; run \"upgradesrv "
-            "--help\" for details"},
+        SRefused{"Unknown",
+                 {"frob", "x"},
+                 "unknown command \"frob\"; the commands are init, run, review, decide, explain, metamodel, help; run "
+                 "\"upgradesrv "
+                 "--help\" for details"},
+        SRefused{"Empty",
+                 {""},
+                 "unknown command \"\"; the commands are init, run, review, decide, explain, metamodel, help; run "
+                 "\"upgradesrv "
+                 "--help\" for details"},
         SRefused{"UnknownOption", {"--frob"}, "unknown option --frob; run \"upgradesrv --help\" for details"},
         SRefused{"RunWithoutDirectory", {"run"}, "UPGRADE_DIR is required; run \"upgradesrv run --help\" for details"},
         SRefused{"RunWithEmptyDirectory",
@@ -78,8 +86,55 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(CommandLineTest, VersionGoesToStandardOutput) {
   const test::SProcessResult result = test::RunTool({"--version"});
   EXPECT_EQ(result.status, 0);
-  EXPECT_EQ(result.output, "upgradesrv " UPGRADESRV_VERSION "\n");
+  std::vector<std::string> lines;
+  std::istringstream output(result.output);
+  for (std::string line; std::getline(output, line);) {
+    lines.push_back(line);
+  }
+  const std::string modules = std::filesystem::path(UPGRADESRV_MODULE_DIRECTORY).string();
+  EXPECT_THAT(lines, ElementsAre("upgradesrv " UPGRADESRV_VERSION,
+                                 testing::MatchesRegex("commit:     ([0-9a-f]{7,40}([+]changes)?|unknown)"),
+                                 "generation: 2024", "schema:     2", "modules:    checkmeta2024 in " + modules));
   EXPECT_EQ(result.errors, "");
+}
+
+TEST(CommandLineTest, VersionSaysWhereItHasFoundNoModules) {
+  const test::CTemporaryDirectory directory;
+  namespace fs = std::filesystem;
+  fs::create_directory(directory.File("bin"));
+  fs::copy(UPGRADESRV_EXECUTABLE, directory.File("bin/upgradesrv"));
+  fs::create_directories(directory.File("lib/upgradesrv"));
+  for (const auto& entry : fs::directory_iterator(fs::path(UPGRADESRV_MODULE_DIRECTORY).parent_path())) {
+    if (entry.path() != UPGRADESRV_MODULE_DIRECTORY) {
+      fs::create_symlink(entry.path(), fs::path(directory.File("lib/upgradesrv")) / entry.path().filename());
+    }
+  }
+  const test::SProcessResult result = test::Run({directory.File("bin/upgradesrv"), "--version"});
+  EXPECT_EQ(result.status, 0) << result.errors;
+  EXPECT_THAT(result.output, HasSubstr("\nmodules:    none in " + directory.File("lib/upgradesrv/modules") + "\n"));
+}
+
+TEST(CommandLineTest, HelpOfACommandIsWhatItsOptionPrints) {
+  for (const std::vector<std::string>& command : std::vector<std::vector<std::string>>{
+           {}, {"run"}, {"review"}, {"metamodel"}, {"metamodel", "check"}, {"help"}}) {
+    std::vector<std::string> words = {"help"};
+    words.insert(words.end(), command.begin(), command.end());
+    std::vector<std::string> option = command;
+    option.emplace_back("--help");
+    const test::SProcessResult result = test::RunTool(words);
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.output, test::RunTool(option).output);
+    EXPECT_EQ(result.errors, "");
+  }
+}
+
+TEST(CommandLineTest, HelpOfNoCommandIsTrouble) {
+  EXPECT_EQ(test::TroubleOf(test::RunTool({"help", "frob"})),
+            "unknown command \"frob\"; the commands are init, run, review, decide, explain, metamodel, help");
+  EXPECT_EQ(test::TroubleOf(test::RunTool({"help", "metamodel", "frob"})),
+            "unknown command \"frob\"; the commands are show, check, copy");
+  EXPECT_EQ(test::TroubleOf(test::RunTool({"help", "run", "frob"})),
+            "\"upgradesrv run\" has no commands of its own; run \"upgradesrv run --help\" for details");
 }
 
 TEST(CommandLineTest, HelpNamesTheCommands) {

@@ -27,12 +27,12 @@ INSTANTIATE_TEST_SUITE_P(
         SRefused{"NoDirectory",
                  {"run", "--client", "postgresql://u:geheim@h/d"},
                  "UPGRADE_DIR is required; run \"upgradesrv run --help\" for details"},
-        SRefused{
-            "UnknownCommand",
-            {"postgres://u:geheim@h/d"},
-            "unknown command \"postgres://u:***@h/d\"; the commands are init, run, review, decide, explain, metamodel; "
-            "run \"upgradesrv --help\" "
-            "for details"},
+        SRefused{"UnknownCommand",
+                 {"postgres://u:geheim@h/d"},
+                 "unknown command \"postgres://u:***@h/d\"; the commands are init, run, review, decide, explain, "
+                 "metamodel, help; "
+                 "run \"upgradesrv --help\" "
+                 "for details"},
         SRefused{"LocationInAnUnknownOption",
                  {"run", "--clint=postgresql://host=h password=ge heim dbname=d", "d"},
                  "unknown option --clint=postgresql://host=h password=*** dbname=d; run \"upgradesrv run --help\" for "

@@ -16,11 +16,13 @@
 #include "upgradesrv/ProgressLine.h"
 #include "upgradesrv/Trouble.h"
 #include "upgradesrv/UsageProblem.h"
+#include "upgradesrv/VersionText.h"
 #include "upgradesrv/commands/CheckCommand.h"
 #include "upgradesrv/commands/CommandOptions.h"
 #include "upgradesrv/commands/CopyCommand.h"
 #include "upgradesrv/commands/DecideCommand.h"
 #include "upgradesrv/commands/ExplainCommand.h"
+#include "upgradesrv/commands/HelpCommand.h"
 #include "upgradesrv/commands/InitCommand.h"
 #include "upgradesrv/commands/ReviewCommand.h"
 #include "upgradesrv/commands/RunCommand.h"
@@ -43,7 +45,7 @@ struct SCommand {
 };
 
 /// All commands, in the order of the help. Those of a group follow its name on the command line.
-constexpr std::array<SCommand, 8> kCommands = {{
+constexpr std::array<SCommand, 9> kCommands = {{
     {&kNoGroup, &DefineInit},
     {&kNoGroup, &DefineRun},
     {&kNoGroup, &DefineReview},
@@ -52,6 +54,7 @@ constexpr std::array<SCommand, 8> kCommands = {{
     {&kMetamodel, &DefineMetamodelShow},
     {&kMetamodel, &DefineMetamodelCheck},
     {&kMetamodel, &DefineMetamodelCopy},
+    {&kNoGroup, &DefineHelp},
 }};
 
 CLI::App* AddGroup(CLI::App& app, const SGroup& group) {
@@ -74,9 +77,9 @@ void DefineCommands(CLI::App& app, SRequest& request) {
 
 EExitStatus ParseAndRun(int argumentCount, const char* const* argumentValues) {
   CLI::App app("Checks and reviews the metamodels of an upgrade.", "upgradesrv");
-  app.set_version_flag("--version", std::string("upgradesrv ") + UPGRADESRV_VERSION);
+  app.set_version_flag("--version", &VersionText, "Print the version, and what was built and is found");
   app.require_subcommand(1);
-  app.footer("Run \"upgradesrv SUBCOMMAND --help\" for details.");
+  app.footer("Run \"upgradesrv help COMMAND\" for details.");
   SRequest request;
   AddLoadingOptions(app, request);
   DefineCommands(app, request);

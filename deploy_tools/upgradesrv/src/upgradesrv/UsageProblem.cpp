@@ -52,14 +52,6 @@ std::string Quoted(const Arguments& arguments, const std::string& argument) {
   return "\"" + ArgumentWithoutPassword(argument) + "\"";
 }
 
-std::string CommandNames(const CLI::App& command) {
-  std::string names;
-  for (const CLI::App* known : command.get_subcommands([](const CLI::App*) { return true; })) {
-    names += (names.empty() ? "" : ", ") + known->get_name();
-  }
-  return names;
-}
-
 /// For a command that is missing or unknown, or an argument that has no place. Empty for anything else.
 std::string UnexpectedProblem(const CLI::App& command, const Arguments& unexpected, const Arguments& arguments,
                               const SRequest& request) {
@@ -108,6 +100,14 @@ std::string Problem(const CLI::App& app, const CLI::App& command, const CLI::Par
 }
 
 }  // namespace
+
+std::string CommandNames(const CLI::App& command) {
+  std::string names;
+  for (const CLI::App* known : command.get_subcommands([](const CLI::App*) { return true; })) {
+    names += (names.empty() ? "" : ", ") + known->get_name();
+  }
+  return names;
+}
 
 std::string UsageProblem(const CLI::App& app, const CLI::ParseError& error, const std::vector<std::string>& arguments,
                          const SRequest& request) {
