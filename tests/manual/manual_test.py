@@ -8,6 +8,7 @@ import os
 import re
 import subprocess
 import sys
+import tempfile
 import unittest
 
 HERE = os.path.dirname(os.path.abspath(__file__))
@@ -191,6 +192,34 @@ class ZshCompletionTest(unittest.TestCase):
         self.assertEqual(zsh_offers("decide " + EXAMPLE + " class/Plant/"), ["class/Plant/table_name"])
         self.assertEqual(zsh_offers("review -o j"), ["json", "junit"])
         self.assertEqual(sorted(zsh_offers("review --fail-on ")), ["attention", "block", "loss", "never", "safe"])
+
+
+class FirstStepsTest(unittest.TestCase):
+    def test_every_step_of_the_first_page_works_as_written(self):
+        with open(os.path.join(SOURCE, "docs/first-steps.md"), encoding="utf-8") as file:
+            commands = re.findall(r"^    (upgradesrv .*)$", file.read(), re.M)
+        # A server is for other tests.
+        commands = [command for command in commands if "postgresql:" not in command]
+        self.assertEqual(
+            [command.split()[1] for command in commands],
+            ["init", "metamodel", "metamodel", "metamodel", "run", "review", "review", "explain", "decide"],
+        )
+        with tempfile.TemporaryDirectory() as directory:
+            for command in commands:
+                line = command.replace("SHIPPED", EXAMPLE + "/2024/metamodel.json")
+                line = line.replace("INSTALLED", EXAMPLE + "/installation.json")
+                result = subprocess.run(
+                    ["sh", "-c", line],
+                    cwd=directory,
+                    env=dict(os.environ, PATH=os.path.dirname(TOOL) + ":" + os.environ["PATH"]),
+                    capture_output=True,
+                    text=True,
+                )
+                expected = 1 if command.split()[1] in ("run", "review") else 0
+                self.assertEqual(result.returncode, expected, command + "\n" + result.stderr)
+            with open(directory + "/up/decisions.json", encoding="utf-8") as file:
+                self.assertIn("class/Part/property/Code/length", file.read())
+            self.assertTrue(os.path.exists(directory + "/review.html"))
 
 
 unittest.main(argv=sys.argv[:1])

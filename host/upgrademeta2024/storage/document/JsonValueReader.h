@@ -87,12 +87,13 @@ class CJsonValueReader {
       place_.Enter(known[position], where);
       if ((seen & (1U << position)) != 0) {
         Fail("duplicate member");
-      } else {
-        member(position, field.value());
+        place_.Leave();
+        continue;
       }
-      place_.Leave();
       seen |= 1U << position;
       next = position + 1;
+      member(position, field.value());
+      place_.Leave();
     }
     if ((seen & 1U) == 0) {
       Fail("member \"" + std::string(known.front()) + "\" is missing");
