@@ -162,7 +162,8 @@ class CDocumentListReader : protected CJsonValueReader {
 
   std::string_view Name(Value& value) {
     const std::string_view name = Text(value);
-    if (name.empty()) {
+    // What is no text at all has been told.
+    if (name.empty() && name.data() != nullptr) {
       Fail(metarules::kEmptyName);
     }
     return name;

@@ -100,7 +100,7 @@ class CJsonValueReader {
     }
   }
 
-  /// The content of a string; valid until the reader's end.
+  /// The content of a string; valid until the reader's end. Without data for what is no string.
   std::string_view Text(Value& value) {
     // A token reaches up to the next one. The parser has validated its characters, so without an escape in it the
     // string can be used where it is.

@@ -93,6 +93,12 @@ TEST(DocumentMetaCheckTest, EveryRepeatedNameIsTold) {
           "meta.json:6:25: /classes/2/internal_name: the name \"C\" repeats \"C\" of item 0 of the same list" + more));
 }
 
+TEST(DocumentMetaCheckTest, ANameOfTheWrongTypeIsOneFault) {
+  EXPECT_THAT(Check("{\"generation\": 2024, \"links\": [{\"internal_name\": 5}, {\"internal_name\": null}]}").words,
+              ElementsAre("meta.json:1:33: /links/0/internal_name: expected a string, found a number",
+                          "meta.json:1:55: /links/1/internal_name: expected a string, found null"));
+}
+
 TEST(DocumentMetaCheckTest, ElementsWithoutANameAreNoRepetition) {
   EXPECT_EQ(Check(R"({"generation": 2024, "classes": [{}, {}, {"internal_name": ""}, {"internal_name": ""}]})").count,
             4U);
