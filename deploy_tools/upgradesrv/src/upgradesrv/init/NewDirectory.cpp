@@ -79,8 +79,9 @@ void CNewDirectory::Keep() {
 
 void CNewDirectory::FailMaking(const std::string& path, int error) {
   std::string wayOut;
-  if (error == ENOENT) {
-    wayOut = "; make the directory " + fs::path(path).parent_path().string() + " first";
+  const fs::path parent = fs::path(path).parent_path();
+  if (std::error_code ignored; error == ENOENT && !fs::exists(parent, ignored)) {
+    wayOut = "; make the directory " + parent.string() + " first";
   }
   throw CTrouble(path + ": cannot be made: " + std::strerror(error) + wayOut + "; nothing was changed");
 }
