@@ -45,6 +45,12 @@ void CMetaStorage::FailExisting() const {
   throw CKVXException(kvx::kMetamodelExists, CStringHelper::ToVisible(Describe()) + ": exists already");
 }
 
+std::unique_ptr<CDatabaseQueries> CMetaStorage::OpenQueries(std::chrono::milliseconds /*limit*/) {
+  throw CKVXException(kvx::kFileError, CStringHelper::ToVisible(Describe()) +
+                                           ": not a database; give the path of a .db or .sqlite database, "
+                                           "sqlite3://PATH or postgresql://CONNECTION");
+}
+
 void CMetaStorage::RequireNothingThere() {
   if (Exists()) {
     FailExisting();

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <chrono>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "upgrademeta2024/storage/DatabaseQueries.h"
 #include "upgrademeta2024/storage/MetaFaults.h"
 #include "upgrademeta2024/upgrademeta2024_export.h"
 
@@ -46,6 +48,10 @@ class UPGRADEMETA2024_EXPORT CMetaStorage {
   void Save(const CMetaDictionary2024& dictionary) { Save(dictionary, EExistingMeta::kReplace); }
   /// With kRefuse throws what RequireNothingThere() does, and replaces nothing that comes while it writes either.
   virtual void Save(const CMetaDictionary2024& dictionary, EExistingMeta existing) = 0;
+
+  /// Opens the database, whatever it holds, to be asked; no query takes longer than `limit`. Throws CKVXException for
+  /// one that cannot be opened, and for a location that is no database.
+  virtual std::unique_ptr<CDatabaseQueries> OpenQueries(std::chrono::milliseconds limit);
 
  protected:
   CMetaStorage();

@@ -2,6 +2,7 @@
 
 #include <soci/soci.h>
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -9,6 +10,7 @@
 #include <vector>
 
 #include "kvxsptexception/ErrorCodes.h"
+#include "upgrademeta2024/storage/DatabaseQueries.h"
 #include "upgrademeta2024/storage/database/DatabaseDialect.h"
 #include "upgrademeta2024/storage/database/DatabaseValue.h"
 
@@ -50,6 +52,8 @@ class CDatabase {
   /// soci::soci_error or SFailure; writing throws CKVXException for a file that cannot be saved.
   virtual std::shared_ptr<soci::session> OpenForReading() = 0;
   virtual std::unique_ptr<soci::session> OpenForWriting() = 0;
+  /// Opens it to be asked, each query no longer than `limit`. Throws as OpenForReading() does.
+  virtual std::unique_ptr<CDatabaseQueries> OpenQueries(std::chrono::milliseconds limit) const = 0;
   /// Looks where the metamodel is, or, if there is none, where it is to be.
   virtual SDatabaseDialect Dialect(soci::session& session) const = 0;
   /// Lets the metamodel's tables be dropped without any change to rows of other tables that refer to theirs. What it

@@ -113,3 +113,8 @@ void CDatabaseMetaStorage::Save(const CMetaDictionary2024& dictionary, EExisting
     throw metadb::SFailure{kvx::kFileError, "another program has created the file meanwhile"};
   });
 }
+
+std::unique_ptr<CDatabaseQueries> CDatabaseMetaStorage::OpenQueries(std::chrono::milliseconds limit) {
+  return Run(*database_, "cannot be opened", "give the database of the installation",
+             [&] { return database_->OpenQueries(limit); });
+}

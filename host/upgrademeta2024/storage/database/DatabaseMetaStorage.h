@@ -20,6 +20,7 @@ class CDatabaseMetaStorage : public CMetaStorage {
   bool Exists() override;
   using CMetaStorage::Save;
   void Save(const CMetaDictionary2024& dictionary, EExistingMeta existing) override;
+  std::unique_ptr<CDatabaseQueries> OpenQueries(std::chrono::milliseconds limit) override;
 
  private:
   std::shared_ptr<CMetaDictionary2024> LoadElements(CFaultTaker& faults) override;

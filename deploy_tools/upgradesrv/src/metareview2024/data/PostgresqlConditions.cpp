@@ -23,12 +23,9 @@ std::string NumberOfText(const std::string& column) {
          " = '-Infinity' THEN -1e400 END)";
 }
 
-bool IsAny(EColumnKind kind) {
-  return kind == EColumnKind::kAny;
-}
-
+/// What a float32 is shown as is the number that is meant: as a float64 it has digits that nobody has entered.
 std::string Number(const std::string& column, EColumnKind kind) {
-  return IsAny(kind) ? NumberOfText(column) : column;
+  return kind == EColumnKind::kAny || kind == EColumnKind::kSingle ? NumberOfText(column) : column;
 }
 
 /// Bytes, which are counted faster, are never fewer than characters.
@@ -62,10 +59,7 @@ std::string IsIntegerOutsideFloat(const std::string& column, int digits) {
          " THEN true ELSE " + (digits == 53 ? "false" : HasDigitsOfFloat64(real)) + " END";
 }
 
-std::string IsFloatOutsideFloat(const std::string& column, int digits) {
-  if (digits == 53) {
-    return "false";
-  }
+std::string IsFloat64OutsideFloat32(const std::string& column) {
   const std::string real = column + "::float8";
   return "CASE WHEN " + real + " IN (0, 'Infinity', '-Infinity', 'NaN') THEN false WHEN " + IsOutsideFloat32(real) +
          " THEN true ELSE " + HasDigitsOfFloat64(real) + " END";
@@ -96,7 +90,9 @@ std::string IsOutside(const std::string& column, EColumnKind kind, const std::st
     case EColumnKind::kInteger:
       return IsIntegerOutsideFloat(column, type.digits);
     case EColumnKind::kFloat:
-      return IsFloatOutsideFloat(column, type.digits);
+      return type.digits == 53 ? "false" : IsFloat64OutsideFloat32(column);
+    case EColumnKind::kSingle:
+      return "false";
     default:
       return IsDecimalOutsideFloat(number, type.digits);
   }
@@ -123,7 +119,7 @@ SCondition PostgresqlCondition(const std::string& column, EColumnKind kind, EMea
     return {IsLonger(column, limit), ""};
   }
   return {NumberCondition(column, kind, measure, limit),
-          IsAny(kind) ? Text(column) + " <> '' AND " + NumberOfText(column) + " IS NULL" : ""};
+          kind == EColumnKind::kAny ? Text(column) + " <> '' AND " + NumberOfText(column) + " IS NULL" : ""};
 }
 
 }  // namespace metareview

@@ -158,15 +158,26 @@ std::string UnionAll(const std::vector<std::string>& queries) {
   return UnionAll(groups);
 }
 
+const std::vector<std::string>& ReadingSettings(EDialect dialect) {
+  static const std::vector<std::string> none;
+  // With row_security off the server refuses to count what a policy would hide a part of. Compiling many counts would
+  // take longer than counting.
+  static const std::vector<std::string> postgresql = {"SET LOCAL row_security = off",
+                                                      "SET LOCAL extra_float_digits = 1", "SET LOCAL jit = off"};
+  return dialect == EDialect::kSqlite ? none : postgresql;
+}
+
 std::vector<std::string> BeginReading(EDialect dialect, std::chrono::seconds limit) {
   const std::string seconds = std::to_string(limit.count());
   if (dialect == EDialect::kSqlite) {
     return {"PRAGMA query_only = ON;", "PRAGMA trusted_schema = OFF;", "BEGIN;"};
   }
-  // Compiling many counts would take longer than counting.
-  // With row_security off the server refuses to count what a policy would hide a part of.
-  return {"BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY;", "SET LOCAL statement_timeout = '" + seconds + "s';",
-          "SET LOCAL row_security = off;", "SET LOCAL extra_float_digits = 1;", "SET LOCAL jit = off;"};
+  std::vector<std::string> statements = {"BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY;",
+                                         "SET LOCAL statement_timeout = '" + seconds + "s';"};
+  for (const std::string& setting : ReadingSettings(dialect)) {
+    statements.push_back(setting + ";");
+  }
+  return statements;
 }
 
 std::vector<std::string> EndReading(EDialect /*dialect*/) {

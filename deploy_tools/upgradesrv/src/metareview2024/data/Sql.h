@@ -21,7 +21,9 @@ enum class EColumnKind {
   kInteger,
   /// Exact decimal numbers.
   kDecimal,
-  kFloat
+  /// float64 and float32.
+  kFloat,
+  kSingle
 };
 
 /// A column as the database spells it.
@@ -61,6 +63,9 @@ METAREVIEW2024_EXPORT std::vector<STableQuery> TableQueries(EDialect dialect, co
 /// Several such queries, each with comments before it if need be, as one that gives all their rows; empty for none. It
 /// is not ended.
 METAREVIEW2024_EXPORT std::string UnionAll(const std::vector<std::string>& queries);
+
+/// What else a session is told so that counts are right.
+METAREVIEW2024_EXPORT const std::vector<std::string>& ReadingSettings(EDialect dialect);
 
 /// Statements without results that make a session unable to change anything, let it see one moment, and end what takes
 /// longer than `limit`, for which SQLite has no statement. Then those that leave that again. A line each.

@@ -20,6 +20,7 @@
 #include "upgrademeta2024/storage/database/DatabaseRows.h"
 #include "upgrademeta2024/storage/database/DatabaseSchema.h"
 #include "upgrademeta2024/storage/database/Statements.h"
+#include "upgrademeta2024/storage/database/postgresql/PostgresqlQueries.h"
 #include "upgrademeta2024/storage/database/postgresql/PostgresqlRows.h"
 
 namespace metadb {
@@ -256,6 +257,10 @@ std::shared_ptr<soci::session> CPostgresqlDatabase::OpenForReading() {
 
 std::unique_ptr<soci::session> CPostgresqlDatabase::OpenForWriting() {
   return Open(std::nullopt);
+}
+
+std::unique_ptr<CDatabaseQueries> CPostgresqlDatabase::OpenQueries(std::chrono::milliseconds limit) const {
+  return std::make_unique<CPostgresqlQueries>(Open(std::nullopt), limit);
 }
 
 SDatabaseDialect CPostgresqlDatabase::Dialect(soci::session& session) const {

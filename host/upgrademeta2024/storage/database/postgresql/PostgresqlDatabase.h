@@ -23,6 +23,7 @@ class CPostgresqlDatabase : public CDatabase {
   bool Exists() const override { return true; }
   std::shared_ptr<soci::session> OpenForReading() override;
   std::unique_ptr<soci::session> OpenForWriting() override;
+  std::unique_ptr<CDatabaseQueries> OpenQueries(std::chrono::milliseconds limit) const override;
   SDatabaseDialect Dialect(soci::session& session) const override;
   std::function<void()> ReleaseReferences(soci::session& session) const override;
   void ReadRows(soci::session& session, const STable& table, const std::string& select,

@@ -25,6 +25,7 @@
 #include "kvxsptstring/StringHelper.h"
 #include "upgrademeta2024/storage/database/DatabaseSchema.h"
 #include "upgrademeta2024/storage/database/Statements.h"
+#include "upgrademeta2024/storage/database/sqlite/SqliteQueries.h"
 #include "upgrademeta2024/storage/database/sqlite/SqliteRows.h"
 
 namespace metadb {
@@ -208,6 +209,19 @@ std::shared_ptr<soci::session> CSqliteDatabase::OpenForReading() {
   }
   RequireWholePages(*session);
   return session;
+}
+
+std::unique_ptr<CDatabaseQueries> CSqliteDatabase::OpenQueries(std::chrono::milliseconds limit) const {
+  RequireReadableFile();
+  try {
+    return std::make_unique<CSqliteQueries>(path_, limit);
+  } catch (const CSqliteQueries::SOpenFailure& failure) {
+    if (failure.code == SQLITE_READONLY_ROLLBACK) {
+      throw SFailure{kvx::kFileError, "a change of the database was interrupted and has to be undone first",
+                     "open it once with its own program"};
+    }
+    throw soci::sqlite3_soci_error(sqlite_api::sqlite3_errstr(failure.code), failure.code);
+  }
 }
 
 std::unique_ptr<soci::session> CSqliteDatabase::OpenForWriting() {

@@ -25,6 +25,7 @@ class CSqliteDatabase : public CDatabase {
   bool Exists() const override;
   std::shared_ptr<soci::session> OpenForReading() override;
   std::unique_ptr<soci::session> OpenForWriting() override;
+  std::unique_ptr<CDatabaseQueries> OpenQueries(std::chrono::milliseconds limit) const override;
   SDatabaseDialect Dialect(soci::session& session) const override;
   std::function<void()> ReleaseReferences(soci::session& session) const override;
   bool Publish() override;
