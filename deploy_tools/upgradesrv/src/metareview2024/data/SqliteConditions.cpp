@@ -67,7 +67,8 @@ SCondition SqliteCondition(const std::string& column, EMeasure measure, const st
   if (measure == EMeasure::kLongerThan) {
     return {IsLonger(column, limit), ""};
   }
-  return {IsNumber(column) + " AND (" + NumberCondition(column, measure, limit) + ")",
+  // Few values get as far as the second condition.
+  return {"(" + NumberCondition(column, measure, limit) + ") AND " + IsNumber(column),
           "NOT " + IsNumber(column) + " AND " + column + " <> ''"};
 }
 
