@@ -1,7 +1,6 @@
-#!/usr/bin/env python3
 """Writes the metamodel of an invented platform as a document for upgradesrv.
 
-    export-document CATALOGUE.db METAMODEL.json
+    python3 export-document.py CATALOGUE.db METAMODEL.json
 
 CATALOGUE.db is an SQLite database with the tables of catalogue.sql. With another module than sqlite3 the same statements
 read another database. Python's own library is all that it needs.
