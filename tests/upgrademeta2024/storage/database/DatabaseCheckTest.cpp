@@ -41,7 +41,7 @@ class DatabaseCheckTest : public testing::TestWithParam<EStorage> {
     SMetaFaults faults = OpenMetaStorage(storage_.Location())->Check();
     for (std::string& words : faults.words) {
       words.erase(0, storage_.Location().size() + 2);
-      words = words.substr(0, words.rfind("; "));
+      words.resize(std::min(words.size(), words.rfind("; ")));
     }
     return faults;
   }
