@@ -233,6 +233,15 @@ TEST_F(InitCommandTest, MakesNothingForMetamodelsThatCannotBeLoaded) {
   EXPECT_THAT(Entries(), ElementsAre("bad.json"));
 }
 
+TEST_F(InitCommandTest, APasswordIsNotWrittenDown) {
+  for (const char* location : {"postgresql://host=h password=secret", "postgresql://u:secret@h/d"}) {
+    EXPECT_EQ(test::TroubleOf(Init({"--client", location, "up"})),
+              "--client: the location holds a password, which whoever reads upgrade.json would see; put it into the "
+              "password file (PGPASSFILE)");
+  }
+  EXPECT_THAT(Entries(), IsEmpty());
+}
+
 TEST_F(InitCommandTest, APipeIsNoPlaceThatCanBeReadAgain) {
   ASSERT_EQ(mkfifo(directory_.File("pipe.json").c_str(), 0600), 0);
   EXPECT_EQ(test::TroubleOf(Init({"--client", "pipe.json", "up"})),

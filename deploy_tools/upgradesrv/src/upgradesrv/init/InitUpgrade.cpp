@@ -11,6 +11,7 @@
 #include "upgrademeta2024/storage/MetaLocation.h"
 #include "upgrademeta2024/storage/OpenMetaStorage.h"
 #include "upgradesrv/Output.h"
+#include "upgradesrv/Passwords.h"
 #include "upgradesrv/Trouble.h"
 #include "upgradesrv/chain/CheckStrategy.h"
 #include "upgradesrv/chain/UpgradeFiles.h"
@@ -62,6 +63,11 @@ void RequireLanguage(const std::string& lang) {
 void RequireMetamodel(const char* option, const std::optional<std::string>& location) {
   if (!location) {
     return;
+  }
+  if (WithoutPasswords(*location) != *location) {
+    throw CTrouble(std::string(option) +
+                   ": the location holds a password, which whoever reads upgrade.json would see; put it into the "
+                   "password file (PGPASSFILE)");
   }
   std::error_code error;
   if (std::filesystem::is_fifo(*location, error)) {
