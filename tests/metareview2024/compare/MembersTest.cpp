@@ -109,6 +109,28 @@ TEST(CompareMetamodelsTest, AnIdentityIsTakenWhicheverKindsAreCompared) {
   EXPECT_THAT(test::Judgements(review), ElementsAre("class/New deleted class-identity-taken"));
 }
 
+TEST(TakenTest, AClassHoldsBeforeALink) {
+  const SModel client = {{{"Held", {}, {}, "", 8, "T_X"}}, {{"Own", {}, {}, "", 7, "T_X"}}, {}};
+  const SModel original = {{{"New", {}, {}, "", 9, "T_X"}}, {}, {}};
+  EXPECT_EQ(FindingAt(Review(client, original), "class/New").taken->by, "class/Held");
+}
+
+TEST(TakenTest, AnIdentifierOfZeroIsNone) {
+  const SModel client = {{{"Own", {}, {}, "", 0, "T_X"}}, {}, {}};
+  const SModel original = {{{"New", {}, {}, "", 0, "T_X"}}, {}, {}};
+  const auto taken = FindingAt(Review(client, original), "class/New").taken;
+  EXPECT_EQ(taken->tableName, "T_X");
+  EXPECT_EQ(taken->classId, std::nullopt);
+}
+
+TEST(TakenTest, AnIdentifierOfOneIsHeld) {
+  const SModel client = {{{"Own", {}, {}, "", 1, "T_OWN"}}, {}, {}};
+  const SModel original = {{{"New", {}, {}, "", 1, "T_NEW"}}, {}, {}};
+  const auto taken = FindingAt(Review(client, original), "class/New").taken;
+  EXPECT_EQ(taken->classId, 1U);
+  EXPECT_EQ(taken->tableName, std::nullopt);
+}
+
 TEST(CompareMetamodelsTest, AReviewIsCompleteAndKnowsNoPlaces) {
   const auto review = Review({}, {});
   EXPECT_TRUE(review.complete);

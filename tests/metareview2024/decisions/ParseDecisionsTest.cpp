@@ -224,4 +224,24 @@ TEST(DateTest, OtherTextsAreNoDays) {
   }
 }
 
+TEST(DateTest, EachMonthEndsWithItsLastDay) {
+  for (const char* last : {"2026-01-31", "2026-02-28", "2026-03-31", "2026-04-30", "2026-05-31", "2026-06-30",
+                           "2026-07-31", "2026-08-31", "2026-09-30", "2026-10-31", "2026-11-30", "2026-12-31"}) {
+    EXPECT_TRUE(IsDate(last)) << last;
+    std::string next = last;
+    ++next.back();
+    EXPECT_FALSE(IsDate(next)) << next;
+  }
+}
+
+TEST(DateTest, FebruaryHasADayMoreInLeapYears) {
+  for (const char* year : {"2024", "2028", "2000", "2400", "0004"}) {
+    EXPECT_TRUE(IsDate(std::string(year) + "-02-29")) << year;
+    EXPECT_FALSE(IsDate(std::string(year) + "-02-30")) << year;
+  }
+  for (const char* year : {"2023", "2025", "2026", "1900", "2100", "2005"}) {
+    EXPECT_FALSE(IsDate(std::string(year) + "-02-29")) << year;
+  }
+}
+
 }  // namespace

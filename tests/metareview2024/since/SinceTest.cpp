@@ -72,6 +72,14 @@ TEST(SinceTest, EarlierFindingsThatAreNoMoreAreGoneInTheirOrder) {
   EXPECT_EQ(now.gone[1].id, metareview::FindingId("class/A", metareview::EChange::kInserted));
 }
 
+TEST(SinceTest, WhatIsGoneIsOfTheLastComparison) {
+  const SReview earlier = Review({{{"A", {}, {}}}, {}, {}}, {});
+  SReview now = Review({}, {});
+  CompareWithEarlier(earlier, now);
+  CompareWithEarlier(earlier, now);
+  EXPECT_EQ(now.gone.size(), 1U);
+}
+
 TEST(SinceTest, FindingsOfKindsThatAreNotComparedNowAreNotGone) {
   const SReview earlier = Review({{{"A", {}, {}}}, {{"L", {}, {}}}, {}}, {});
   metareview::SMetamodels metamodels;
