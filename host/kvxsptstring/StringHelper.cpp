@@ -3,41 +3,9 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "kvxsptstring/Utf8.h"
+
 namespace {
-
-unsigned char Byte(const std::string& text, std::size_t position) {
-  return static_cast<unsigned char>(text[position]);
-}
-
-std::uint32_t CodePoint(const std::string& text, std::size_t position, std::size_t size) {
-  const std::uint32_t first = Byte(text, position);
-  std::uint32_t code = size == 1 ? first : first & (0x7FU >> size);
-  for (std::size_t i = 1; i < size; ++i) {
-    code = code << 6U | (Byte(text, position + i) & 0x3FU);
-  }
-  return code;
-}
-
-/// How many bytes the UTF-8 character at a position takes; 0 when there is none.
-std::size_t CharacterSize(const std::string& text, std::size_t position) {
-  const unsigned char first = Byte(text, position);
-  if (first < 0x80) {
-    return 1;
-  }
-  const std::size_t size = first >= 0xC2 && first < 0xE0 ? 2 : first >= 0xE0 && first < 0xF0 ? 3 : 4;
-  if (first < 0xC2 || first > 0xF4 || size > text.size() - position) {
-    return 0;
-  }
-  for (std::size_t i = 1; i < size; ++i) {
-    if ((Byte(text, position + i) & 0xC0U) != 0x80U) {
-      return 0;
-    }
-  }
-  const std::uint32_t code = CodePoint(text, position, size);
-  const bool isShortest = size == 2 || (size == 3 && code >= 0x800) || (size == 4 && code >= 0x10000);
-  const bool isSurrogate = code >= 0xD800 && code < 0xE000;
-  return isShortest && !isSurrogate && code <= 0x10FFFF ? size : 0;
-}
 
 /// Controls that no terminal shows, but that make it show a text in another order than it is written, or on more lines.
 bool IsInvisibleControl(std::uint32_t code) {
@@ -80,13 +48,13 @@ std::string CStringHelper::ToVisible(const std::string& text) {
   std::string visible;
   visible.reserve(text.size());
   for (std::size_t i = 0; i < text.size();) {
-    const std::size_t size = CharacterSize(text, i);
+    const std::size_t size = kvx::Utf8CharacterSize(text, i);
     if (size == 0) {
       AppendHexadecimal(visible, "\\x", static_cast<unsigned char>(text[i]), 2);
       ++i;
       continue;
     }
-    const std::uint32_t code = CodePoint(text, i, size);
+    const std::uint32_t code = kvx::Utf8CodePoint(text, i, size);
     if (code == '\n') {
       visible += "\\n";
     } else if (code == '\t') {

@@ -163,6 +163,12 @@ TEST(DecideTest, AnEmptyReasonIsRefused) {
             Refused("the reason is empty; say why the findings are accepted"));
 }
 
+TEST(DecideTest, AReasonOrANameThatIsNotUtf8IsRefused) {
+  const std::string way = " is not UTF-8; give it in UTF-8, for example from a terminal that uses it";
+  EXPECT_EQ(Refusal("{}", {kLength}, {"a\xFF", {}, {}}), Refused("the reason \"a\\xFF\"" + way));
+  EXPECT_EQ(Refusal("{}", {kLength}, {"r", "M\xFCller", {}}), Refused("the name \"M\\xFCller\"" + way));
+}
+
 TEST(DecideTest, ALastDayMustBeADayThatHasNotPassed) {
   EXPECT_EQ(Refusal("{}", {"class/Old"}, {"r", {}, "30.6.2027"}), Refused("30.6.2027: not a day, written YYYY-MM-DD"));
   EXPECT_EQ(Refusal("{}", {"class/Old"}, {"r", {}, "2026-11-21"}),

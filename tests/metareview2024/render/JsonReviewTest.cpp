@@ -1,11 +1,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <string>
 
 #include "kvxsptfile/ReadFile.h"
+#include "kvxsptstring/Utf8.h"
 #include "metareview2024/MadeReview.h"
 #include "metareview2024/render/RenderedReview.h"
+#include "metareview2024/render/ReviewReader.h"
 
 namespace metareview {
 namespace {
@@ -63,6 +66,31 @@ TEST(JsonReviewTest, WritesTextsWithNulBytesWhole) {
   const SFinding finding =
       test::MadeChange("class/Part/display_name", "display-name", std::string("a\0b", 3), std::string("c"));
   EXPECT_THAT(test::Rendered("json", test::MadeReview({finding})), HasSubstr(R"("client":"a\u0000b")"));
+}
+
+TEST(JsonReviewTest, IsUtf8WhateverBytesTheNamesOfFilesHave) {
+  SFinding finding = test::MadeChange("class/Part/property/Code/length", "length-shrinks", 48U, 32U);
+  auto data = std::make_shared<SData>();
+  data->problem = "no table \xFC";
+  finding.data = data;
+  SReview review = test::MadeReview({finding});
+  review.directory = "ex\xFF";
+  review.client = "cl\xFE.json";
+  review.against = "M\xFCller\n.json";
+  for (const char* format : {"json", "ndjson"}) {
+    const std::string text = test::Rendered(format, review);
+    EXPECT_TRUE(kvx::IsUtf8(text));
+    EXPECT_THAT(text, HasSubstr(R"(no table \\xFC)"));
+    EXPECT_THAT(text, HasSubstr(R"("ex\\xFF")"));
+    EXPECT_THAT(text, HasSubstr(R"("cl\\xFE.json")"));
+    EXPECT_THAT(text, HasSubstr(R"("M\\xFCller\\n.json")"));
+  }
+  const std::string text = test::Rendered("json", review);
+  EXPECT_EQ(test::Rendered("json", ReadReview(text, "review.json")), text);
+  review.complete = false;
+  review.problem = "ex\xFF: no such directory";
+  EXPECT_TRUE(kvx::IsUtf8(test::Rendered("json", review)));
+  EXPECT_TRUE(kvx::IsUtf8(test::Rendered("ndjson", review)));
 }
 
 TEST(JsonReviewTest, WritesLargeNumbersExactly) {

@@ -161,6 +161,15 @@ TEST(FindingSentenceTest, SaysThatADecisionWithAWildcardExpired) {
   EXPECT_EQ(Say(review), std::string(kDefault) + " The decision on record expired on 2026-10-31.");
 }
 
+TEST(FindingSentenceTest, ADecisionWithAWildcardHasNeverBeenAboutALoss) {
+  SReview review = MadeReview({Shortened()});
+  SDecision decision;
+  decision.path = "class/*/property/Code/length";
+  decision.acceptance.until = "2026-10-31";
+  review.expired.push_back(decision);
+  EXPECT_EQ(Say(review), std::string(kShortened) + " Stored values were not counted.");
+}
+
 TEST(FindingSentenceTest, AnAcceptedFindingNeedsNoOtherDecision) {
   SReview review = MadeReview({test::Accepted(Default(), {"known", {}, {}})});
   SDecision decision;

@@ -26,6 +26,11 @@ inline bool operator==(const SDecision& a, const SDecision& b) {
          a.acceptance == b.acceptance;
 }
 
+/// Whether an entry with a "*" accepts findings of that risk.
+inline bool PatternMayAccept(ERisk risk) {
+  return risk != ERisk::kLoss && risk != ERisk::kBlock;
+}
+
 /// An entry that sets the risk of a rule.
 struct SRuleDecision {
   const SRule* rule = nullptr;

@@ -34,9 +34,7 @@ class CEntry {
   }
 
  private:
-  bool MayAccept(const SFinding& finding) const {
-    return !hasWildcard_ || (finding.risk != ERisk::kLoss && finding.risk != ERisk::kBlock);
-  }
+  bool MayAccept(const SFinding& finding) const { return !hasWildcard_ || PatternMayAccept(finding.risk); }
 
   const SDecision* decision_;
   std::shared_ptr<const SAcceptance> acceptance_;

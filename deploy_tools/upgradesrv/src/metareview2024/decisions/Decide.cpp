@@ -8,6 +8,7 @@
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptexception/KVXException.h"
 #include "kvxsptstring/StringHelper.h"
+#include "kvxsptstring/Utf8.h"
 #include "metareview2024/DecisionsFile.h"
 #include "metareview2024/Path.h"
 #include "metareview2024/decisions/DecisionIndex.h"
@@ -26,10 +27,21 @@ std::string KeyOf(const SDecision& decision) {
   throw CKVXException(kvx::kRefused, CStringHelper::ToVisible(what) + ": " + problem);
 }
 
+/// A decisions file is in UTF-8, as it is read again.
+void RequireUtf8(const std::string& what, const std::string& text) {
+  if (!kvx::IsUtf8(text)) {
+    throw CKVXException(kvx::kRefused,
+                        "the " + what + " \"" + CStringHelper::ToVisible(text) +
+                            "\" is not UTF-8; give it in UTF-8, for example from a terminal that uses it");
+  }
+}
+
 void RequireAcceptance(const SAcceptance& acceptance, const std::string& today) {
   if (IsBlank(acceptance.reason)) {
     throw CKVXException(kvx::kRefused, "the reason is empty; say why the findings are accepted");
   }
+  RequireUtf8("reason", acceptance.reason);
+  RequireUtf8("name", acceptance.by.value_or(""));
   if (acceptance.until && !IsDate(*acceptance.until)) {
     Refuse(*acceptance.until, "not a day, written YYYY-MM-DD");
   }
@@ -101,7 +113,7 @@ std::vector<SDecision> EntriesFor(const std::string& path, const CFindings& find
   std::vector<SDecision> entries;
   for (const EChange change : kChanges) {
     const bool accepts = std::any_of(found.begin(), found.end(), [change](const SFinding* finding) {
-      return finding->change == change && finding->risk != ERisk::kLoss && finding->risk != ERisk::kBlock;
+      return finding->change == change && PatternMayAccept(finding->risk);
     });
     if (accepts) {
       entries.push_back({path, change, std::nullopt, std::nullopt, acceptance});

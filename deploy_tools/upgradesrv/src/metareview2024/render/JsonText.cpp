@@ -3,11 +3,18 @@
 #include <functional>
 #include <optional>
 
+#include "kvxsptstring/StringHelper.h"
+#include "kvxsptstring/Utf8.h"
 #include "metareview2024/Totals.h"
 
 namespace metareview {
 
 namespace {
+
+/// Names of files and messages of others may have any bytes; a document is UTF-8.
+std::string Utf8Text(const std::string& text) {
+  return kvx::IsUtf8(text) ? text : CStringHelper::ToVisible(text);
+}
 
 using Writer = kvx::JsonWriter<kvx::JsonTextBuffer>;
 
@@ -83,7 +90,7 @@ void PutData(Writer& writer, const SData& data) {
     Member(writer, "tables", data.tables);
   }
   if (!data.problem.empty()) {
-    Member(writer, "problem", data.problem);
+    Member(writer, "problem", Utf8Text(data.problem));
   }
 }
 
@@ -213,7 +220,9 @@ std::string_view CFindingJson::Of(const SFinding& finding) {
 std::vector<SJsonMember> MembersBeforeFindings(const SReview& review) {
   std::vector<SJsonMember> members = {Simple("format", kReviewFormat), Simple("version", kReviewVersion),
                                       Simple("complete", review.complete)};
-  const auto add = [&](std::string_view name, std::string_view text) { members.push_back(Simple(name, text)); };
+  const auto add = [&](std::string_view name, const std::string& text) {
+    members.push_back(Simple(name, std::string_view(Utf8Text(text))));
+  };
   const auto addOptional = [&](std::string_view name, const std::optional<std::string>& text) {
     if (text.has_value()) {
       add(name, *text);

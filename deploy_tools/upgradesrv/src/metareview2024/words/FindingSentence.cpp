@@ -194,6 +194,9 @@ const SDecision* CFindingSentences::FindExpired(const SFinding& finding) const {
   if (const auto found = expired_.find(finding.id); found != expired_.end()) {
     return found->second;
   }
+  if (!PatternMayAccept(finding.risk)) {
+    return nullptr;
+  }
   const auto found = std::find_if(expiredPatterns_.begin(), expiredPatterns_.end(), [&](const SDecision* decision) {
     return decision->change == finding.change && MatchesPath(decision->path, finding.path);
   });
