@@ -61,6 +61,12 @@ TEST_F(DecideCommandTest, RefusesToGoWithoutAReason) {
   EXPECT_FALSE(HasDecisions());
 }
 
+TEST_F(DecideCommandTest, WritesNothingThatItCouldNotReadAgain) {
+  EXPECT_THAT(test::TroubleOf(Decide({"--reason", "a\xFF"}, {kDocument})), HasSubstr("not UTF-8"));
+  EXPECT_THAT(test::TroubleOf(Decide({"--reason", "r", "--by", "M\xFC"}, {kDocument})), HasSubstr("not UTF-8"));
+  EXPECT_FALSE(HasDecisions());
+}
+
 TEST_F(DecideCommandTest, RefusesAnEntryThatStillAccepts) {
   ASSERT_EQ(Decide({"--reason", "r"}, {kDocument}).status, 0);
   const std::string before = Decisions();
@@ -122,6 +128,25 @@ TEST_F(DecideCommandTest, MakesTheFileThatDecisionsNames) {
   EXPECT_EQ(Decide({"--decisions", file, "--reason", "r"}, {kDocument}).status, 0);
   EXPECT_THAT(test::ReadFile(file), HasSubstr("\"path\": \"class/Document\""));
   EXPECT_FALSE(HasDecisions());
+}
+
+TEST_F(DecideCommandTest, TakesABareNameOfAFileThatIsNotThereYet) {
+  const auto decide = [this](std::vector<std::string> options) {
+    options.insert(options.begin(), "decide");
+    return test::RunTool(options, upgrade_.Path());
+  };
+  EXPECT_THAT(test::TroubleOf(decide({"--decisions", "nope.json", "--prune", "."})),
+              testing::StartsWith("nope.json: cannot be read: "));
+  const test::SProcessResult result = decide({"--decisions", "own.json", "--reason", "r", ".", kDocument});
+  EXPECT_EQ(result.status, 0) << result.errors;
+  EXPECT_THAT(test::ReadFile(upgrade_.File("own.json")), HasSubstr("\"path\": \"class/Document\""));
+}
+
+TEST_F(DecideCommandTest, WritesNothingWhereOnePathIsWrong) {
+  const std::string before = R"({"accepted": [{"path": "link/Uses", "change": "deleted", "reason": "r"}]})";
+  upgrade_.Write("decisions.json", before);
+  EXPECT_THAT(test::TroubleOf(Decide({"--reason", "r"}, {kDocument, "class/Nothing"})), HasSubstr("class/Nothing"));
+  EXPECT_EQ(Decisions(), before);
 }
 
 TEST_F(DecideCommandTest, TwoAtOnceLoseNothing) {

@@ -166,6 +166,50 @@ TEST_F(ReviewCommandTest, OutputNeverReplacesAMetamodel) {
   EXPECT_EQ(Output("2024/metamodel.json"), kOriginal);
 }
 
+TEST_F(ReviewCommandTest, NamesOfFilesThatAreNotThereYetAreComparedFromTheCurrentDirectory) {
+  const auto trouble = [this](const std::vector<std::string>& arguments) {
+    return test::TroubleOf(test::RunTool(arguments, upgrade_.Path()));
+  };
+  const std::string twice = "the file ./a.json is named twice; give each format a file of its own";
+  EXPECT_EQ(trouble({"review", "-o", "json=a.json", "-o", "csv=./a.json", "."}), "-o: " + twice);
+  EXPECT_THAT(Output("a.json"), HasSubstr("\"complete\": false"));
+  EXPECT_EQ(trouble({"run", "--review", "json=a.json", "--review", "csv=./a.json", "."}), "--review: " + twice);
+  EXPECT_EQ(trouble({"review", "-o", "json=decisions.json", "."}),
+            "-o: the file decisions.json is one that the review is made from; give another file");
+  EXPECT_FALSE(std::filesystem::exists(upgrade_.File("decisions.json")));
+}
+
+TEST_F(ReviewCommandTest, ADirectoryThatIsNotUtf8IsInADocumentThatIs) {
+  const std::string directory = upgrade_.File("ex\xFF");
+  std::filesystem::create_directory(directory);
+  for (const char* part : {"upgrade.json", "installation.json", "2024"}) {
+    std::filesystem::copy(upgrade_.File(part), directory + "/" + part, std::filesystem::copy_options::recursive);
+  }
+  EXPECT_EQ(test::RunTool({"review", "-o", Into("json", "r.json"), directory}).status, 1);
+  EXPECT_THAT(Output("r.json"), HasSubstr("ex\\\\xFF\""));
+  EXPECT_EQ(test::RunTool({"review", "--from", upgrade_.File("r.json"), "-o", "json"}).output, Output("r.json"));
+  EXPECT_EQ(test::RunTool({"review", "--against", upgrade_.File("r.json"), "--new", directory}).status, 0);
+}
+
+TEST_F(ReviewCommandTest, OutputNeverReplacesAnEarlierReviewABaseOrDecisions) {
+  upgrade_.Write("base.json", kOriginal);
+  upgrade_.Write("own.json", "{}");
+  ASSERT_EQ(Review({"-o", Into("json", "r.json")}).status, 1);
+  std::filesystem::create_hard_link(upgrade_.File("r.json"), upgrade_.File("hard.json"));
+  const std::string review = Output("r.json");
+  const std::string refused = "is one that the review is made from";
+  for (const char* file : {"r.json", "hard.json"}) {
+    EXPECT_THAT(Trouble({"--against", upgrade_.File("r.json"), "-o", Into("csv", file)}), HasSubstr(refused));
+    EXPECT_THAT(test::TroubleOf(test::RunTool({"review", "--from", upgrade_.File("r.json"), "-o", Into("csv", file)})),
+                HasSubstr(refused));
+  }
+  EXPECT_THAT(Trouble({"--base", upgrade_.File("base.json"), "-o", Into("csv", "base.json")}), HasSubstr(refused));
+  EXPECT_THAT(Trouble({"--decisions", upgrade_.File("own.json"), "-o", Into("csv", "own.json")}), HasSubstr(refused));
+  EXPECT_EQ(Output("r.json"), review);
+  EXPECT_EQ(Output("base.json"), kOriginal);
+  EXPECT_EQ(Output("own.json"), "{}");
+}
+
 TEST_F(ReviewCommandTest, TroubleReplacesEveryFileByOneThatSaysSo) {
   ASSERT_EQ(Review({"-o", Into("json", "r.json"), "-o", Into("text", "r.txt")}).status, 1);
   upgrade_.Write("installation.json", "{");

@@ -8,6 +8,7 @@
 #include <filesystem>
 
 #include "kvxsptfile/AtomicFile.h"
+#include "kvxsptfile/CanonicalPath.h"
 #include "kvxsptfile/FileDescriptor.h"
 #include "metareview2024/words/NoteSentence.h"
 #include "upgradesrv/Output.h"
@@ -21,9 +22,7 @@ namespace {
 class CDecisionsLock {
  public:
   explicit CDecisionsLock(const std::string& file) {
-    std::error_code error;
-    const std::filesystem::path target = std::filesystem::weakly_canonical(file, error);
-    const std::string directory = error ? "." : target.parent_path().string();
+    const std::string directory = std::filesystem::path(kvx::CanonicalPath(file)).parent_path().string();
     directory_ = kvx::CFileDescriptor(open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     int problem = directory_.IsOpen() ? 0 : errno;
     while (problem == 0 && flock(directory_.Get(), LOCK_EX) != 0) {

@@ -5,12 +5,11 @@
 #include <algorithm>
 #include <cstdlib>
 #include <exception>
-#include <filesystem>
 #include <string_view>
-#include <system_error>
 #include <utility>
 
 #include "kvxsptfile/AtomicFile.h"
+#include "kvxsptfile/CanonicalPath.h"
 #include "upgradesrv/Output.h"
 #include "upgradesrv/Trouble.h"
 
@@ -25,16 +24,6 @@ std::string FormatNames() {
     names += (names.empty() ? "" : ", ") + std::string(format.name);
   }
   return names;
-}
-
-/// Whether two paths lead to one file, which need not be there yet.
-bool IsSameFile(const std::string& a, const std::string& b) {
-  std::error_code error;
-  if (std::filesystem::equivalent(a, b, error)) {
-    return true;
-  }
-  const std::filesystem::path whole = std::filesystem::weakly_canonical(a, error);
-  return !error && whole == std::filesystem::weakly_canonical(b, error) && !error;
 }
 
 void WriteTo(kvx::CAtomicFile& file, const SFormat& format, const metareview::SReview& review,
@@ -85,7 +74,7 @@ CReviewOutputs::CReviewOutputs(const std::vector<std::string>& requests, std::st
       }
     }
     const auto same = std::find_if(outputs_.begin(), outputs_.end(), [&output](const SOutput& other) {
-      return output.file.empty() ? other.file.empty() : !other.file.empty() && IsSameFile(other.file, output.file);
+      return output.file.empty() ? other.file.empty() : !other.file.empty() && kvx::IsSameFile(other.file, output.file);
     });
     if (same != outputs_.end()) {
       fail(output.file.empty()
@@ -103,7 +92,7 @@ CReviewOutputs::CReviewOutputs(const std::vector<std::string>& requests, std::st
 void CReviewOutputs::Protect(const std::vector<std::string>& inputs) {
   const auto isInput = [&inputs](const SOutput& output) {
     return !output.file.empty() && std::any_of(inputs.begin(), inputs.end(), [&output](const std::string& input) {
-      return IsSameFile(input, output.file);
+      return kvx::IsSameFile(input, output.file);
     });
   };
   const auto found = std::find_if(outputs_.begin(), outputs_.end(), isInput);
