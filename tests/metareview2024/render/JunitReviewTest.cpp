@@ -16,8 +16,8 @@ using testing::HasSubstr;
 using testing::Not;
 
 const char* kReviewSuite =
-    "    <testsuite name=\"review\" tests=\"1\" failures=\"0\" errors=\"0\" skipped=\"0\" time=\"0\">\n"
-    "        <testcase classname=\"review\" name=\"complete\" time=\"0\"/>\n"
+    "    <testsuite name=\"upgrade: review\" tests=\"1\" failures=\"0\" errors=\"0\" skipped=\"0\" time=\"0\">\n"
+    "        <testcase classname=\"upgrade: review\" name=\"complete\" time=\"0\"/>\n"
     "    </testsuite>\n";
 
 SFinding Own() {
@@ -25,7 +25,7 @@ SFinding Own() {
 }
 
 std::string Document(const std::string& counts, const std::string& suites) {
-  return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<testsuites name=\"upgradesrv review\" " + counts +
+  return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<testsuites name=\"upgradesrv review: upgrade\" " + counts +
          " time=\"0\">\n" + suites + "</testsuites>\n";
 }
 
@@ -51,17 +51,19 @@ TEST(JunitReviewTest, HasATestCasePerElementPassingOnesToo) {
       Document(
           "tests=\"4\" failures=\"1\" errors=\"0\" skipped=\"0\"",
           std::string(kReviewSuite) +
-              "    <testsuite name=\"class\" tests=\"2\" failures=\"1\" errors=\"0\" skipped=\"0\" time=\"0\">\n"
-              "        <testcase classname=\"class\" name=\"Own\" time=\"0\">\n"
+              "    <testsuite name=\"upgrade: class\" tests=\"2\" failures=\"1\" errors=\"0\" skipped=\"0\" "
+              "time=\"0\">\n"
+              "        <testcase classname=\"upgrade: class\" name=\"Own\" time=\"0\">\n"
               "            <failure message=\"Only this installation has class Own. The upgrade leaves it alone.\" "
               "type=\"safe\">[safe] class/Own\n"
               "    Only this installation has class Own. The upgrade leaves it alone.\n"
               "</failure>\n"
               "        </testcase>\n"
-              "        <testcase classname=\"class\" name=\"Part\" time=\"0\"/>\n"
+              "        <testcase classname=\"upgrade: class\" name=\"Part\" time=\"0\"/>\n"
               "    </testsuite>\n"
-              "    <testsuite name=\"behavior\" tests=\"1\" failures=\"0\" errors=\"0\" skipped=\"0\" time=\"0\">\n"
-              "        <testcase classname=\"behavior\" name=\"Versioned\" time=\"0\"/>\n"
+              "    <testsuite name=\"upgrade: behavior\" tests=\"1\" failures=\"0\" errors=\"0\" skipped=\"0\" "
+              "time=\"0\">\n"
+              "        <testcase classname=\"upgrade: behavior\" name=\"Versioned\" time=\"0\"/>\n"
               "    </testsuite>\n"));
 }
 
@@ -83,6 +85,17 @@ TEST(JunitReviewTest, AnElementWithAnAcceptedFindingAndOneThatCountsFails) {
       test::Rendered("junit", test::MadeReview({test::Accepted(Own(), {"ours", "jo", {}}), counts}));
   EXPECT_THAT(text, HasSubstr("tests=\"2\" failures=\"1\" errors=\"0\" skipped=\"0\""));
   EXPECT_THAT(text, HasSubstr("<system-out>[safe] class/Own\n"));
+}
+
+TEST(JunitReviewTest, AnElementWithAnAcceptedFindingAndOneThatMerelyDoesNotCountPasses) {
+  const SFinding open = test::MadeChange("class/Own/table_name", "table-moved", "T_A", "T_B");
+  const SReview review = test::MadeReview({test::Accepted(Own(), {"ours", "jo", {}}), open});
+  SRenderOptions options;
+  options.failOn = std::nullopt;
+  const std::string text = test::Rendered("junit", review, options);
+  EXPECT_THAT(text, HasSubstr("tests=\"2\" failures=\"0\" errors=\"0\" skipped=\"0\""));
+  EXPECT_THAT(text, Not(HasSubstr("<skipped")));
+  EXPECT_THAT(text, HasSubstr("[loss] class/Own/table_name"));
 }
 
 TEST(JunitReviewTest, TheMessageIsOfTheWorstFindingThatCounts) {
@@ -118,6 +131,20 @@ TEST(JunitReviewTest, AFailedReviewIsAnError) {
   const std::string text = test::Rendered("junit", review);
   EXPECT_THAT(text, HasSubstr("tests=\"1\" failures=\"0\" errors=\"1\" skipped=\"0\""));
   EXPECT_THAT(text, HasSubstr("<error message=\"base.json: &lt;is&gt; not there\" type=\"failed\">"));
+}
+
+TEST(JunitReviewTest, EveryNameOfASuiteBeginsWithTheDirectory) {
+  SReview review = test::MadeReview({Own()});
+  review.directory = "a\"<b>\xFF\u202E";
+  const std::string text = test::Rendered("junit", review);
+  const std::string shown = R"(a&quot;&lt;b&gt;\xFF\u202E)";
+  EXPECT_THAT(text, HasSubstr("<testsuites name=\"upgradesrv review: " + shown + "\""));
+  for (const char* suite : {"review", "class"}) {
+    EXPECT_THAT(text, HasSubstr("<testsuite name=\"" + shown + ": " + suite + "\""));
+    EXPECT_THAT(text, HasSubstr("<testcase classname=\"" + shown + ": " + suite + "\""));
+  }
+  review.directory = "";
+  EXPECT_THAT(test::Rendered("junit", review), HasSubstr("<testsuite name=\"class\""));
 }
 
 TEST(JunitReviewTest, NamesThatLookTheSameGetANumber) {

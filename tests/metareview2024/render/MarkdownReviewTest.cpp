@@ -96,6 +96,9 @@ TEST(MarkdownTextTest, AValueIsCodeWhateverItHolds) {
   EXPECT_EQ(MarkdownCode(" a ", false), "`  a  `");
   EXPECT_EQ(MarkdownCode("a|b", false), "`a|b`");
   EXPECT_EQ(MarkdownCode("a|b", true), "`a\\|b`");
+  // In a table a backslash is taken off before "|" and nowhere else.
+  EXPECT_EQ(MarkdownCode("a\\|b", true), "`a\\\\|b`");
+  EXPECT_EQ(MarkdownCode("a\\\\|b", true), "`a\\\\\\|b`");
   EXPECT_EQ(MarkdownCode("a\nb", false), "`a\\nb`");
 }
 

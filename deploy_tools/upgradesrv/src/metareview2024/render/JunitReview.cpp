@@ -78,7 +78,8 @@ class CJunit {
     const std::size_t errors = review_.complete ? 0 : 1;
     printer_.PushDeclaration(R"(xml version="1.0" encoding="UTF-8")");
     printer_.OpenElement("testsuites");
-    PushCounts("upgradesrv review", tests, failures, errors, skipped);
+    PushCounts(review_.directory.empty() ? "upgradesrv review" : "upgradesrv review: " + XmlText(review_.directory),
+               tests, failures, errors, skipped);
     WriteReview(errors);
     for (const SSuite& suite : suites) {
       WriteSuite(suite);
@@ -89,6 +90,11 @@ class CJunit {
   }
 
  private:
+  /// Of a directory: a server may collect the files of several.
+  std::string SuiteName(std::string_view name) const {
+    return (review_.directory.empty() ? "" : XmlText(review_.directory) + ": ") + std::string(name);
+  }
+
   /// A suite per kind that has elements.
   std::vector<SSuite> Suites() const {
     std::map<EKind, std::unordered_set<std::string>> names;
@@ -100,7 +106,7 @@ class CJunit {
       one.outcome = OutcomeOf(findings);
       one.findings = std::move(findings);
       SSuite& suite = suites[path.kind];
-      suite.name = NameOf(path.kind);
+      suite.name = SuiteName(NameOf(path.kind));
       suite.cases.push_back(std::move(one));
     };
     for (Findings& element : GroupsByElement(AllFindings(review_))) {
@@ -134,8 +140,8 @@ class CJunit {
       return EOutcome::kFailed;
     }
     const bool isAccepted =
-        std::any_of(findings.begin(), findings.end(), [](const SFinding* one) { return one->accepted != nullptr; });
-    return isAccepted ? EOutcome::kSkipped : EOutcome::kPassed;
+        std::all_of(findings.begin(), findings.end(), [](const SFinding* one) { return one->accepted != nullptr; });
+    return isAccepted && !findings.empty() ? EOutcome::kSkipped : EOutcome::kPassed;
   }
 
   void PushCounts(const std::string& name, std::size_t tests, std::size_t failures, std::size_t errors,
@@ -159,8 +165,8 @@ class CJunit {
   /// nothing was.
   void WriteReview(std::size_t errors) {
     printer_.OpenElement("testsuite");
-    PushCounts("review", 1, 0, errors, 0);
-    OpenCase("review", "complete");
+    PushCounts(SuiteName("review"), 1, 0, errors, 0);
+    OpenCase(SuiteName("review"), "complete");
     if (!review_.complete) {
       const std::string problem = XmlText(review_.problem);
       printer_.OpenElement("error");
@@ -225,10 +231,8 @@ class CJunit {
   }
 
   void WriteSkipped(const SCase& one) {
-    const auto accepted = std::find_if(one.findings.begin(), one.findings.end(),
-                                       [](const SFinding* finding) { return finding->accepted != nullptr; });
     printer_.OpenElement("skipped");
-    printer_.PushAttribute("message", XmlText(AcceptanceSentence(words_, *(*accepted)->accepted)).c_str());
+    printer_.PushAttribute("message", XmlText(AcceptanceSentence(words_, *one.findings.front()->accepted)).c_str());
     printer_.CloseElement();
   }
 
