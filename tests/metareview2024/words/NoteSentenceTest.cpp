@@ -28,7 +28,8 @@ TEST(NoteSentenceTest, SaysHowManyEntriesWereWrittenOrDropped) {
 }
 
 TEST(NoteSentenceTest, SaysThatThereAreNoWordsInALanguage) {
-  EXPECT_EQ(LanguageNote("it\x1B"), "There are no words for language it\\x1B; the review is in English.");
+  EXPECT_EQ(LanguageNote("it\x1B"), "There are no words for language it\\x1B; English ones are used.");
+  EXPECT_EQ(LanguageNote("DE"), "There are no words for language DE; English ones are used; did you mean de?");
 }
 
 }  // namespace

@@ -49,6 +49,13 @@ TEST_F(StrategyModuleTest, ThatIsMissingIsTrouble) {
                                              "name its directory with --module-dir");
 }
 
+TEST_F(StrategyModuleTest, DirectoryThatIsNotThereIsNoted) {
+  const test::SProcessResult result = upgrade_.Run({"--module-dir", upgrade_.File("absent")});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_THAT(result.errors, StartsWith("upgradesrv: --module-dir " + upgrade_.File("absent") +
+                                        ": there is no such directory; modules are searched in the others\n"));
+}
+
 TEST_F(StrategyModuleTest, ThatEveryoneMayWriteToIsRefusedToRootAndNotedOnceOtherwise) {
   const std::string directory = upgrade_.File("modules");
   fs::create_directories(directory);

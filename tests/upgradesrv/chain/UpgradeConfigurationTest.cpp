@@ -133,6 +133,19 @@ TEST(UpgradeDirectoryTest, ThatIsMissingIsTrouble) {
             "upgrade.json");
 }
 
+TEST(UpgradeDirectoryTest, ThatIsADanglingLinkIsCalledOne) {
+  const test::CUpgradeDirectory upgrade;
+  std::filesystem::create_symlink("gone", upgrade.File("link"));
+  EXPECT_EQ(test::TroubleOf(test::RunTool({"run", upgrade.File("link")})),
+            upgrade.File("link") +
+                ": is a symbolic link to gone, which leads nowhere; give the upgrade configuration directory, which "
+                "holds upgrade.json");
+  upgrade.WriteUpgrade({{"version", "\"link\""}});
+  EXPECT_EQ(upgrade.Trouble(),
+            upgrade.File("upgrade.json") + ": /version: " + upgrade.File("link") +
+                " is a symbolic link to gone, which leads nowhere; create it or correct the version");
+}
+
 TEST(UpgradeDirectoryTest, ThatIsAFileIsTrouble) {
   const test::CUpgradeDirectory upgrade;
   EXPECT_EQ(test::TroubleOf(test::RunTool({"run", upgrade.File("upgrade.json")})),

@@ -177,6 +177,14 @@ TEST(ExplainCommandTest, SaysWhatHappensWhyAndWhatToDo) {
   EXPECT_THAT(result.output, HasSubstr("What to do\n"));
 }
 
+TEST(ExplainCommandTest, LangChoosesTheLanguage) {
+  const std::string german = test::RunTool({"explain", "--lang", "de", "length-shrinks"}).output;
+  EXPECT_NE(german, "");
+  EXPECT_NE(german, test::RunTool({"explain", "length-shrinks"}).output);
+  EXPECT_EQ(test::RunTool({"explain", "--lang", "DE", "length-shrinks"}).errors,
+            "upgradesrv: There are no words for language DE; English ones are used; did you mean de?\n");
+}
+
 TEST(ExplainCommandTest, HelpHasExamples) {
   EXPECT_THAT(test::RunTool({"explain", "--help"}).output, HasSubstr("  upgradesrv explain length-shrinks "));
 }

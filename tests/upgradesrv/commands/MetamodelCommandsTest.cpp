@@ -182,6 +182,8 @@ TEST_F(MetamodelCommandsTest, CopyOfWhatIsNotThereIsTroubleBeforeATargetThatExis
   EXPECT_EQ(test::TroubleOf(Copy(directory_.File("absent.json"), target)),
             directory_.File("absent.json") + ": cannot be read: No such file or directory");
   EXPECT_THAT(test::TroubleOf(Copy(directory_.File("absent.db"), target)), StartsWith(directory_.File("absent.db")));
+  const std::string bad = directory_.Write("bad.json", "{");
+  EXPECT_THAT(test::TroubleOf(Copy(bad, target)), StartsWith(bad + ":1:"));
   EXPECT_EQ(test::ReadFile(target), kOther);
 }
 
@@ -210,7 +212,8 @@ TEST_F(MetamodelCommandsTest, CopyOfWhatCannotBeReadLeavesTheTargetAlone) {
 
 TEST_F(MetamodelCommandsTest, CopyOntoItselfNeedsReplaceAndKeepsTheMetamodel) {
   const std::string before = directory_.Write("before.json", kMetamodel);
-  EXPECT_EQ(test::TroubleOf(Copy(source_, source_)), source_ + ": exists already; give --replace to replace it");
+  EXPECT_EQ(test::TroubleOf(Copy(source_, source_)),
+            source_ + ": exists already; it is the source itself, so there is nothing to copy");
   EXPECT_EQ(test::ReadFile(source_), kMetamodel);
   EXPECT_EQ(Replace(source_, source_).status, 0);
   EXPECT_EQ(Compare(before, source_), 0);

@@ -99,7 +99,16 @@ TEST_F(ReviewCommandTest, BaseTellsWhoMadeADifference) {
 }
 
 TEST_F(ReviewCommandTest, BaseThatEqualsAnotherMetamodelIsNoted) {
-  EXPECT_THAT(Review({"--base", upgrade_.File("installation.json")}).errors, Not(testing::IsEmpty()));
+  const std::string note = "Base and client are equal";
+  EXPECT_THAT(Review({"--base", upgrade_.File("installation.json"), "-o", Into("json", "r.json"), "-o",
+                      Into("markdown", "r.md"), "-o", Into("html", "r.html"), "-o", Into("text", "r.txt")})
+                  .errors,
+              StartsWith("upgradesrv: " + note));
+  // Every output for people has it; a saved review has not.
+  for (const char* file : {"r.md", "r.html", "r.txt"}) {
+    EXPECT_THAT(Output(file), HasSubstr(note)) << file;
+  }
+  EXPECT_THAT(Output("r.json"), Not(HasSubstr(note)));
 }
 
 TEST_F(ReviewCommandTest, BaseThatCannotBeReadIsTrouble) {
@@ -252,8 +261,52 @@ TEST_F(ReviewCommandTest, ARefusedCommandLineReplacesNothingThatItMayNameAsInput
 
 TEST_F(ReviewCommandTest, FileThatCannotBeWrittenFailsTheOthers) {
   const std::string problem = Trouble({"-o", Into("json", "r.json"), "-o", Into("csv", "none/r.csv")});
-  EXPECT_THAT(problem, HasSubstr("none/r.csv: cannot be saved: "));
+  EXPECT_EQ(problem, upgrade_.File("none/r.csv") + ": cannot be saved: No such file or directory; there is no review");
   EXPECT_THAT(Output("r.json"), HasSubstr("\"complete\": false"));
+}
+
+TEST_F(ReviewCommandTest, AFullStandardOutputFailsTheFiles) {
+  if (!std::filesystem::exists("/dev/full")) {
+    GTEST_SKIP() << "NOT TESTED: there is no /dev/full";
+  }
+  upgrade_.Write("r.json", "of an earlier call");
+  const test::SProcessResult result =
+      test::RunInShell("exec \"$0\" review -o text -o json=\"$1/r.json\" \"$1\" >/dev/full", upgrade_.Path());
+  EXPECT_THAT(test::TroubleOf(result), StartsWith("standard output cannot be written: "));
+  EXPECT_THAT(Output("r.json"), HasSubstr("\"complete\": false"));
+}
+
+TEST_F(ReviewCommandTest, StandardOutputIsNeverReplacedByAFile) {
+  for (const std::string file : {"/dev/stdout", "out.txt", "/dev/stderr"}) {
+    upgrade_.Write("out.txt", "");
+    const test::SProcessResult result = test::RunInShell(
+        "cd \"$1\"; echo begun >out.txt; exec \"$0\" review -o json=" + file + " . >>out.txt 2>&1", upgrade_.Path());
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(Output("out.txt"),
+              "begun\nupgradesrv: error: -o json=" + file +
+                  ": the file is the command's own standard output or standard error; leave out \"=" + file +
+                  "\" for standard output\n");
+  }
+}
+
+TEST_F(ReviewCommandTest, AFileOfAnUnknownFormatSaysThatTheReviewFailed) {
+  upgrade_.Write("a.json", "of an earlier call");
+  EXPECT_THAT(Trouble({"-o", Into("jsn", "a.json")}), HasSubstr("unknown format"));
+  EXPECT_THAT(Output("a.json"), StartsWith("No answer."));
+  EXPECT_THAT(Output("a.json"), HasSubstr("unknown format"));
+}
+
+TEST_F(ReviewCommandTest, TroubleThatComesEarlyReplacesNoInput) {
+  Trouble({"-o", "xml", "-o", Into("json", "installation.json")});
+  Trouble({"-o", Into("jsn", "installation.json")});
+  Trouble({"--today", "1.7.2026", "-o", Into("json", "2024/metamodel.json")});
+  upgrade_.Write("own.json", kClient);
+  Trouble({"--client", upgrade_.File("own.json"), "-o", Into("jsn", "own.json")});
+  EXPECT_EQ(Output("own.json"), kClient);
+  upgrade_.WriteUpgrade({{"version", "\"2025\""}});
+  Trouble({"-o", Into("json", "installation.json")});
+  EXPECT_EQ(Output("installation.json"), kClient);
+  EXPECT_EQ(Output("2024/metamodel.json"), kOriginal);
 }
 
 TEST_F(ReviewCommandTest, UnknownLevelIsRefused) {
@@ -276,6 +329,11 @@ TEST_F(ReviewCommandTest, AgainstTellsWhatIsNew) {
 
 TEST_F(ReviewCommandTest, NewNeedsAnEarlierReview) {
   EXPECT_EQ(Trouble({"--new"}), "--new: there is no earlier review; name it with --against REVIEW.json");
+}
+
+TEST_F(ReviewCommandTest, NewWithoutAnEarlierReviewIsRefusedBeforeAnythingIsLoaded) {
+  upgrade_.Write("installation.json", "not JSON");
+  EXPECT_THAT(Trouble({"--new"}), StartsWith("--new: "));
 }
 
 TEST_F(ReviewCommandTest, AgainstTakesWholeReviewsOnly) {
@@ -301,9 +359,45 @@ TEST_F(ReviewCommandTest, FromGoesWithoutADirectory) {
   EXPECT_THAT(Trouble({"--from", upgrade_.File("r.json")}), HasSubstr("--from"));
 }
 
+TEST_F(ReviewCommandTest, FromRefusesEveryOptionOfAComparison) {
+  ASSERT_EQ(Review({"-o", Into("json", "r.json")}).status, 1);
+  const std::vector<std::vector<std::string>> others = {
+      {"--original", "o.json"},  {"--client", "c.json"},  {"--base", "b.json"},    {"--decisions", "d.json"},
+      {"--today", "2026-11-22"}, {"--elements", "class"}, {"--against", "r.json"}, {"."}};
+  for (const std::vector<std::string>& other : others) {
+    std::vector<std::string> arguments = {"review", "--from", "r.json"};
+    arguments.insert(arguments.end(), other.begin(), other.end());
+    const std::string name = other.front() == "." ? "UPGRADE_DIR" : other.front();
+    EXPECT_THAT(test::TroubleOf(test::RunTool(arguments, upgrade_.Path())),
+                testing::AllOf(HasSubstr("--from"), HasSubstr(name)));
+  }
+}
+
+TEST_F(ReviewCommandTest, FromCountsAsTheCallWouldHave) {
+  ASSERT_EQ(Review({"-o", Into("json", "first.json")}).status, 1);
+  upgrade_.Write("2024/metamodel.json", test::Replaced(kOriginal, "32", "24"));
+  ASSERT_EQ(Review({"--against", upgrade_.File("first.json"), "-o", Into("json", "r.json")}).status, 1);
+  const auto again = [this](std::vector<std::string> options) {
+    options.insert(options.begin(), {"review", "--from", upgrade_.File("r.json")});
+    return test::RunTool(options).status;
+  };
+  // The loss has changed; what only the installation has was known.
+  EXPECT_EQ(again({"--new"}), 1);
+  EXPECT_EQ(again({"--new", "--fail-on", "loss"}), 1);
+  EXPECT_EQ(again({"--fail-on", "never"}), 0);
+  EXPECT_THAT(test::TroubleOf(test::RunTool({"review", "--new", "--from", upgrade_.File("first.json")})),
+              StartsWith("--new: "));
+}
+
+TEST_F(ReviewCommandTest, LanguageIsThatOfTheUpgradeFile) {
+  upgrade_.WriteUpgrade({{"lang", "\"de\""}});
+  EXPECT_THAT(Review().output, StartsWith("Noch nicht"));
+  EXPECT_THAT(Review({"--lang", "en"}).output, StartsWith("Not yet."));
+}
+
 TEST_F(ReviewCommandTest, UnknownLanguageIsNotedAndEnglishIsUsed) {
   const test::SProcessResult result = Review({"--lang", "xx"});
-  EXPECT_EQ(result.errors, "upgradesrv: There are no words for language xx; the review is in English.\n");
+  EXPECT_EQ(result.errors, "upgradesrv: There are no words for language xx; English ones are used.\n");
   EXPECT_THAT(result.output, StartsWith("Not yet."));
 }
 

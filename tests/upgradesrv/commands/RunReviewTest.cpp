@@ -89,6 +89,14 @@ TEST_F(RunReviewTest, GoesToStandardOutputAfterTheReports) {
   EXPECT_EQ(result.output, test::kFullReport + ReviewCommand());
 }
 
+TEST_F(RunReviewTest, StandardOutputIsNeverReplacedByAFile) {
+  const test::SProcessResult result =
+      test::RunInShell("cd \"$1\"; exec \"$0\" run --review text=/dev/stdout . >out.txt", upgrade_.Path());
+  EXPECT_THAT(test::TroubleOf(result), HasSubstr("--review text=/dev/stdout: the file is the command's own standard"));
+  EXPECT_EQ(Output("out.txt"), "");
+  EXPECT_TRUE(upgrade_.HasEarlierDocument());
+}
+
 TEST_F(RunReviewTest, MetamodelsOfTheCheckAreNotReadAgain) {
   const std::string expected = ReviewCommand();
   for (const char* metamodel : {"installation.json", "2024/metamodel.json"}) {

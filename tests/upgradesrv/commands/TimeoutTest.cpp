@@ -45,6 +45,15 @@ TEST_F(TimeoutTest, EndsTheLoadingOfEveryCommand) {
   EXPECT_TRUE(upgrade_.HasEarlierDocument());
 }
 
+TEST_F(TimeoutTest, FailsTheFilesOfAReview) {
+  upgrade_.WriteUpgrade({{"client_metamodel", R"("pipe.json")"}});
+  upgrade_.Write("r.json", "of an earlier call");
+  test::TroubleOf(
+      test::RunTool({"review", "--timeout", "0.2", "-o", "json=" + upgrade_.File("r.json"), upgrade_.Path()}));
+  EXPECT_THAT(test::ReadFile(upgrade_.File("r.json")), HasSubstr("\"complete\": false"));
+  EXPECT_THAT(test::ReadFile(upgrade_.File("r.json")), HasSubstr("the time allowed for loading is over"));
+}
+
 TEST_F(TimeoutTest, IsForEverythingThatIsLoadedTogether) {
   upgrade_.WriteUpgrade({{"original_metamodel", R"("pipe.json")"}});
   // Half of the time is gone when the second metamodel is waited for; each alone would have had its turn.

@@ -11,6 +11,7 @@
 #include "metareview2024/render/Writers.h"
 #include "metareview2024/words/DecisionSentence.h"
 #include "metareview2024/words/FindingSentence.h"
+#include "metareview2024/words/NoteSentence.h"
 #include "metareview2024/words/Subject.h"
 #include "metareview2024/words/Verdict.h"
 
@@ -27,6 +28,9 @@ class CTextReview {
     WriteAnswer();
     output_.EmptyLine();
     output_.Paragraph(ToVisible(SubjectSentence(words_, review_)));
+    for (const ENote note : review_.notes) {
+      output_.Paragraph(NoteSentence(words_, note));
+    }
     output_.EmptyLine();
     WriteTotals(review_, words_, output_);
     WriteLegend();

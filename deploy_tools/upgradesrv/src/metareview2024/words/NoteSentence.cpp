@@ -1,5 +1,6 @@
 #include "metareview2024/words/NoteSentence.h"
 
+#include "kvxsptstring/StringHelper.h"
 #include "metareview2024/words/Sentence.h"
 
 namespace metareview {
@@ -32,7 +33,14 @@ std::string PrunedNote(const CWords& words, std::size_t count, std::string_view 
 }
 
 std::string LanguageNote(std::string_view code) {
-  return ToVisible(FillIn(CWords::English().Text("note.language"), {{"lang", AsValue(code)}}));
+  std::string note = ToVisible(FillIn(CWords::English().Text("note.language"), {{"lang", AsValue(code)}}));
+  for (const SLanguage& language : Languages()) {
+    if (CStringHelper::StringCompare(std::string(language.code), std::string(code), true) == 0) {
+      note.pop_back();
+      note.append("; did you mean ").append(language.code).append("?");
+    }
+  }
+  return note;
 }
 
 }  // namespace metareview

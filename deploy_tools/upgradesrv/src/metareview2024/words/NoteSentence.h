@@ -16,7 +16,8 @@ std::string NoteSentence(const CWords& words, ENote note);
 std::string WrittenNote(const CWords& words, std::size_t count, std::string_view file);
 std::string PrunedNote(const CWords& words, std::size_t count, std::string_view file);
 
-/// That there are no words in a language, in English; controls in its code are made visible.
+/// That there are no words in a language, in English, and which one may be meant; controls in its code are made
+/// visible.
 std::string LanguageNote(std::string_view code);
 
 }  // namespace metareview

@@ -1,6 +1,7 @@
 #include "upgradesrv/chain/UpgradeConfiguration.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <filesystem>
 #include <initializer_list>
 #include <list>
@@ -8,6 +9,7 @@
 #include <utility>
 
 #include "kvxsptexception/KVXException.h"
+#include "kvxsptfile/OpeningProblem.h"
 #include "kvxsptjson/JsonObject.h"
 #include "upgradecontext/UpgradeContext.h"
 #include "upgrademeta2024/storage/MetaLocation.h"
@@ -99,7 +101,8 @@ CUpgradeConfiguration::CUpgradeConfiguration(const std::string& directory, const
     : directory_(WithoutTrailingSeparator(directory)), file_(directory_ + kConfigurationFile) {
   std::error_code error;
   if (!std::filesystem::is_directory(directory_, error)) {
-    throw CTrouble(directory_ + ": " + (error ? error.message() : "not a directory") + "; " + kAdvice);
+    throw CTrouble(directory_ + ": " + (error ? kvx::OpeningProblem(directory_, error.value()) : "not a directory") +
+                   "; " + kAdvice);
   }
   CJsonObject root;
   try {
@@ -124,7 +127,10 @@ CUpgradeConfiguration::CUpgradeConfiguration(const std::string& directory, const
   }
   versionDirectory_ = directory_ + "/" + version;
   if (!std::filesystem::is_directory(versionDirectory_, error)) {
-    node.FailMember("version", "there is no directory " + versionDirectory_ + "; create it or correct the version");
+    const std::string problem = std::filesystem::is_symlink(versionDirectory_, error)
+                                    ? versionDirectory_ + " " + kvx::OpeningProblem(versionDirectory_, ENOENT)
+                                    : "there is no directory " + versionDirectory_;
+    node.FailMember("version", problem + "; create it or correct the version");
   }
   originalLocation_ =
       overrides.originalLocation.value_or(ResolveMetaLocation(node.ReadText("original_metamodel"), directory_));

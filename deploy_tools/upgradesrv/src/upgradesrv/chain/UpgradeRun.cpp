@@ -1,7 +1,9 @@
 #include "upgradesrv/chain/UpgradeRun.h"
 
+#include <filesystem>
 #include <list>
 #include <optional>
+#include <system_error>
 
 #include "kvxsptfile/ProtectedFiles.h"
 #include "kvxsptlog/Log.h"
@@ -23,6 +25,12 @@ using Chain = std::list<CLoadedStrategy>;
 /// All strategies, before the first one runs: what is wrong with a later one would otherwise show only after the work
 /// of those before it.
 Chain LoadChain(const CUpgradeConfiguration& configuration, std::vector<std::string> moduleDirectories) {
+  for (const std::string& directory : moduleDirectories) {
+    std::error_code error;
+    if (!std::filesystem::is_directory(directory, error)) {
+      WriteNote("--module-dir " + directory + ": there is no such directory; modules are searched in the others");
+    }
+  }
   moduleDirectories.push_back(DefaultModuleDirectory());
   Chain chain;
   for (const SStrategyConfiguration& strategy : configuration.GetStrategies()) {

@@ -32,15 +32,17 @@ EExitStatus CopyMetamodel(const SCopyArguments& arguments) {
   const bool isOntoItself = from->Describe() == to->Describe();
   const kvx::CProtectedFiles read(isOntoItself ? std::vector<std::string>() : from->GetFiles());
   try {
-    // Nobody is to wait for a long load only to be refused; Save() looks again. Where there is no source, loading says
-    // so: whoever gave --replace would only meet the next error.
-    if (!arguments.replace && from->Exists()) {
+    // The source first: whoever were advised --replace must not meet the next error.
+    const auto metamodel = from->Load();
+    if (!arguments.replace) {
+      // Nothing is to be written only to be refused; Save() looks again.
       to->RequireNothingThere();
     }
-    to->Save(*from->Load(), arguments.replace ? EExistingMeta::kReplace : EExistingMeta::kRefuse);
+    to->Save(*metamodel, arguments.replace ? EExistingMeta::kReplace : EExistingMeta::kRefuse);
   } catch (const CKVXException& error) {
     if (error.GetCode() == kvx::kMetamodelExists) {
-      throw CTrouble(std::string(error.what()) + "; give --replace to replace it");
+      throw CTrouble(error.what() + std::string(isOntoItself ? "; it is the source itself, so there is nothing to copy"
+                                                             : "; give --replace to replace it"));
     }
     throw;
   }

@@ -44,7 +44,8 @@ void DefineReview(CLI::App& parent, SRequest& request) {
       ->capture_default_str();
   review.add_flag("--new", arguments.onlyNew, "With --against: only new and changed findings count");
   CLI::Option* output = AddFormats(review, "-o,--output", arguments.outputs, "Format of the review");
-  review.add_flag("--stat", arguments.isTableOnly, "Only the table of counts, of the text report");
+  review.add_flag("--stat", arguments.isTableOnly,
+                  "Of the text report only the table of counts; other formats are written whole");
   AddLoadingOptions(review, request);
   RequireValues(review);
   review.footer(

@@ -1,13 +1,16 @@
 #include "upgradesrv/review/ReviewOutputs.h"
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <exception>
 #include <string_view>
 #include <utility>
 
+#include "kvxsptexception/KVXException.h"
 #include "kvxsptfile/AtomicFile.h"
 #include "kvxsptfile/CanonicalPath.h"
 #include "upgradesrv/Output.h"
@@ -24,6 +27,29 @@ std::string FormatNames() {
     names += (names.empty() ? "" : ", ") + std::string(format.name);
   }
   return names;
+}
+
+/// Whether a path leads to where the command writes anyway, as /dev/stdout does: a file would be replaced there, with
+/// everything that was written to it.
+bool IsStandardStream(const std::string& file) {
+  struct stat named {};
+  if (stat(file.c_str(), &named) != 0) {
+    return false;
+  }
+  const std::array<int, 2> streams = {STDOUT_FILENO, STDERR_FILENO};
+  return std::any_of(streams.begin(), streams.end(), [&named](int stream) {
+    struct stat status {};
+    return fstat(stream, &status) == 0 && status.st_dev == named.st_dev && status.st_ino == named.st_ino;
+  });
+}
+
+/// Why a file was not saved. That nothing was changed holds for this file, but others then say that the review failed.
+std::string SavingProblem(std::string problem) {
+  constexpr std::string_view kPromise = "; nothing was changed";
+  if (const std::size_t at = problem.rfind(kPromise); at != std::string::npos) {
+    problem.replace(at, kPromise.size(), "; there is no review");
+  }
+  return problem;
 }
 
 void WriteTo(kvx::CAtomicFile& file, const SFormat& format, const metareview::SReview& review,
@@ -64,12 +90,19 @@ CReviewOutputs::CReviewOutputs(const std::vector<std::string>& requests, std::st
     output.format = metareview::FindFormat(request.substr(0, equals));
     if (output.format == nullptr) {
       fail(option_ + " " + request + ": unknown format; the formats are " + FormatNames());
-      continue;
+      // Its file says as plain text that the review failed.
+      output.format = &metareview::Formats().front();
     }
     if (equals != std::string::npos) {
       output.file = request.substr(equals + 1);
       if (output.file.empty()) {
         fail(option_ + " " + request + ": the file's name is empty; leave out \"=\" for standard output");
+        continue;
+      }
+      if (IsStandardStream(output.file)) {
+        fail(option_ + " " + request +
+             ": the file is the command's own standard output or standard error; leave out \"=" + output.file +
+             "\" for standard output");
         continue;
       }
     }
@@ -114,6 +147,14 @@ bool CReviewOutputs::Has(const std::string& format) const {
 }
 
 void CReviewOutputs::Write(const metareview::SReview& review, const metareview::SRenderOptions& options) const {
+  try {
+    WriteAll(review, options);
+  } catch (const CKVXException& error) {
+    throw CTrouble(SavingProblem(error.what()));
+  }
+}
+
+void CReviewOutputs::WriteAll(const metareview::SReview& review, const metareview::SRenderOptions& options) const {
   std::vector<std::unique_ptr<kvx::CAtomicFile>> files;
   for (const SOutput& output : outputs_) {
     if (!output.file.empty()) {
@@ -149,8 +190,9 @@ void CReviewOutputs::WriteFailed(const std::string& problem, const std::string& 
       file.Commit();
     } catch (const std::exception& error) {
       // The review has failed already; this is why an earlier file may still be there.
-      if (CTrouble(error.what()).what() != problem) {
-        WriteError(error.what());
+      const std::string text = SavingProblem(error.what());
+      if (CTrouble(text).what() != problem) {
+        WriteError(text);
       }
     }
   }

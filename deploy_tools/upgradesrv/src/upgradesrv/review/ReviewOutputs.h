@@ -19,8 +19,8 @@ class CReviewOutputs {
   /// No output takes the place of one of these files from now on.
   void Protect(const std::vector<std::string>& inputs);
 
-  /// Throws CTrouble for an unknown format, a file that is named twice or is protected, and standard output asked for
-  /// twice.
+  /// Throws CTrouble for an unknown format, a file that is named twice, is protected or is where standard output or
+  /// standard error goes, and standard output asked for twice.
   void RequireValid() const;
 
   /// Whether one of them is in this format.
@@ -39,6 +39,8 @@ class CReviewOutputs {
     /// Empty for standard output.
     std::string file;
   };
+
+  void WriteAll(const metareview::SReview& review, const metareview::SRenderOptions& options) const;
 
   std::string option_;
   std::vector<SOutput> outputs_;

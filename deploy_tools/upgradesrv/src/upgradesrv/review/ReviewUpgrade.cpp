@@ -1,6 +1,7 @@
 #include "upgradesrv/review/ReviewUpgrade.h"
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <exception>
 #include <filesystem>
@@ -10,9 +11,11 @@
 #include <utility>
 
 #include "kvxsptfile/ReadFile.h"
+#include "kvxsptjson/JsonObject.h"
 #include "metareview2024/Totals.h"
 #include "metareview2024/render/ReviewReader.h"
 #include "metareview2024/words/NoteSentence.h"
+#include "upgrademeta2024/storage/MetaLocation.h"
 #include "upgrademeta2024/storage/OpenMetaStorage.h"
 #include "upgradesrv/Output.h"
 #include "upgradesrv/Trouble.h"
@@ -54,6 +57,9 @@ std::vector<EKind> ParseKinds(const std::optional<std::vector<std::string>>& nam
   return kinds;
 }
 
+/// The members of upgrade.json that name metamodels.
+constexpr std::array<const char*, 3> kMetamodelMembers = {"original_metamodel", "client_metamodel", "base_metamodel"};
+
 /// The files that an argument leads to, whatever it was meant for: a file, a metamodel location or an upgrade
 /// directory.
 std::vector<std::string> FilesNamedBy(const std::string& argument) {
@@ -68,11 +74,14 @@ std::vector<std::string> FilesNamedBy(const std::string& argument) {
     }
   };
   add([&argument] { return OpenMetaStorage(argument)->GetFiles(); });
-  add([&argument] {
-    SReviewSources sources;
-    sources.directory = argument;
-    return CReviewSources(sources).GetFiles();
-  });
+  // Whatever else may be wrong with upgrade.json.
+  for (const char* member : kMetamodelMembers) {
+    add([&argument, member] {
+      CJsonObject upgrade;
+      upgrade.CreateFromFile(argument + kConfigurationFile);
+      return OpenMetaStorage(ResolveMetaLocation(upgrade.GetStringValue(member), argument))->GetFiles();
+    });
+  }
   return files;
 }
 
@@ -87,15 +96,36 @@ class CReview {
     try {
       return Write(arguments_.from ? ReadAgain() : Make());
     } catch (const std::bad_alloc&) {
-      outputs_.WriteFailed("out of memory", arguments_.sources.directory, *words_);
+      WriteFailed("out of memory");
       throw;
     } catch (const std::exception& error) {
-      outputs_.WriteFailed(CTrouble(error.what()).what(), arguments_.sources.directory, *words_);
+      WriteFailed(CTrouble(error.what()).what());
       throw;
     }
   }
 
  private:
+  /// Trouble may have come before all inputs were known.
+  void WriteFailed(const std::string& problem) {
+    const SConfigurationOverrides& overrides = arguments_.sources.overrides;
+    for (const std::optional<std::string>& argument :
+         {std::optional(arguments_.sources.directory), overrides.originalLocation, overrides.clientLocation,
+          overrides.baseLocation, arguments_.sources.decisions, arguments_.against, arguments_.from,
+          arguments_.data.location}) {
+      if (argument && !argument->empty()) {
+        outputs_.Protect(FilesNamedBy(*argument));
+      }
+    }
+    if (arguments_.foregoing) {
+      try {
+        outputs_.Protect(arguments_.foregoing->getFiles());
+      } catch (const std::exception&) {
+        // They are not known.
+      }
+    }
+    outputs_.WriteFailed(problem, arguments_.sources.directory, *words_);
+  }
+
   SReview ReadAgain() {
     ProtectInputs({*arguments_.from});
     if (outputs_.Has(kScript)) {
@@ -103,7 +133,9 @@ class CReview {
                      ": a saved review does not say where values are stored; leave out --from");
     }
     words_ = &WordsFor(arguments_.sources.overrides.lang.value_or("en"));
-    return metareview::ReadReview(kvx::ReadFile(*arguments_.from), *arguments_.from);
+    SReview review = metareview::ReadReview(kvx::ReadFile(*arguments_.from), *arguments_.from);
+    RequireEarlier(review.against.has_value());
+    return review;
   }
 
   SReview Make() {
@@ -111,6 +143,7 @@ class CReview {
     ProtectInputs({directory + kConfigurationFile, arguments_.sources.decisions.value_or(directory + kDecisionsFile),
                    directory + kDisplayTextsFile, directory + kLogConfigurationFile, arguments_.against.value_or(""),
                    arguments_.data.location.value_or("")});
+    RequireEarlier(arguments_.against.has_value());
     const CReviewSources sources(arguments_.sources);
     ProtectInputs(sources.GetFiles());
     RequireUse();
@@ -165,10 +198,13 @@ class CReview {
     level_ = ParseLevel(arguments_.failOn);
   }
 
-  EExitStatus Write(const SReview& review) const {
-    if (arguments_.onlyNew && !review.against) {
+  void RequireEarlier(bool isThere) const {
+    if (arguments_.onlyNew && !isThere) {
       throw CTrouble("--new: there is no earlier review; name it with --against REVIEW.json");
     }
+  }
+
+  EExitStatus Write(const SReview& review) const {
     metareview::SRenderOptions options;
     options.words = words_;
     options.isTableOnly = arguments_.isTableOnly;
