@@ -43,12 +43,13 @@ Value Copy(const std::string& text, Document::AllocatorType& allocator) {
 /// object before: a long text that is the same as the last one at its place is stored once.
 class CDeepCopy {
  public:
-  explicit CDeepCopy(Document::AllocatorType& allocator) : allocator_(allocator), target_(&allocator) {}
+  explicit CDeepCopy(Document::AllocatorType& allocator) : allocator_(allocator) {}
 
   Value Copy(const Value& value) {
-    const auto put = [&](Document& /*target*/) { return Put(value); };
-    target_.Populate(put);
-    return std::move(static_cast<Value&>(target_));
+    Document copy(&allocator_);
+    const auto put = [&](Document& target) { return Put(value, target); };
+    copy.Populate(put);
+    return std::move(static_cast<Value&>(copy));
   }
 
  private:
@@ -58,45 +59,45 @@ class CDeepCopy {
     std::string_view text;
   };
 
-  bool Put(const Value& value) {
+  bool Put(const Value& value, Document& target) {
     switch (value.GetType()) {
       case rapidjson::kObjectType:
-        return PutObject(value);
+        return PutObject(value, target);
       case rapidjson::kArrayType:
-        target_.StartArray();
+        target.StartArray();
         for (const Value& item : value.GetArray()) {
-          Put(item);
+          Put(item, target);
         }
-        return target_.EndArray(value.Size());
+        return target.EndArray(value.Size());
       case rapidjson::kStringType: {
         std::string_view none;
-        return PutText(value, none);
+        return PutText(value, none, target);
       }
       default:
-        return value.Accept(target_);
+        return value.Accept(target);
     }
   }
 
-  bool PutObject(const Value& object) {
-    target_.StartObject();
+  bool PutObject(const Value& object, Document& target) {
+    target.StartObject();
     std::size_t i = 0;
     for (const auto& member : object.GetObject()) {
       SPlace& place = places_[std::min(i++, places_.size() - 1)];
-      PutText(member.name, place.name);
+      PutText(member.name, place.name, target);
       if (member.value.IsString()) {
-        PutText(member.value, place.text);
+        PutText(member.value, place.text, target);
       } else {
-        Put(member.value);
+        Put(member.value, target);
       }
     }
-    return target_.EndObject(object.MemberCount());
+    return target.EndObject(object.MemberCount());
   }
 
-  bool PutText(const Value& value, std::string_view& last) {
+  bool PutText(const Value& value, std::string_view& last, Document& target) {
     const std::string_view text(value.GetString(), value.GetStringLength());
     const auto size = static_cast<SizeType>(text.size());
     if (size <= kShort) {
-      return target_.String(text.data(), size, /*copy=*/true);
+      return target.String(text.data(), size, /*copy=*/true);
     }
     if (text != last) {
       auto* const stored = static_cast<char*>(allocator_.Malloc(size + 1));
@@ -104,14 +105,13 @@ class CDeepCopy {
       text.copy(stored, size);
       stored[size] = 0;
     }
-    return target_.String(last.data(), size, /*copy=*/false);
+    return target.String(last.data(), size, /*copy=*/false);
   }
 
   /// What RapidJSON stores inside a value.
   static constexpr SizeType kShort = 13;
 
   Document::AllocatorType& allocator_;
-  Document target_;
   std::array<SPlace, 16> places_;
 };
 

@@ -5,7 +5,7 @@
 namespace {
 
 /// Of the text that is in memory at once: fits into a processor's cache.
-constexpr std::size_t kSize = 1024 * 1024;
+constexpr std::size_t kSize = std::size_t{1024} * 1024;
 
 }  // namespace
 
