@@ -20,6 +20,7 @@ struct SOptions {
   std::vector<std::string> sizes = {"S", "M"};
   std::vector<std::string> variants = {"same", "usual", "worst"};
   std::string peers;
+  std::string keyedDiff;
   unsigned rounds = 5;
   bool storagesOnly = false;
 };
@@ -54,6 +55,11 @@ class CComparison {
       contestants.push_back({"upgradesrv run, from SQLite",
                              {options_.tool, "run", "--original", originalDb, "--client", clientDb, directory},
                              status});
+    }
+    if (!options_.keyedDiff.empty()) {
+      contestants.push_back({"keyed differ on simdjson", {options_.keyedDiff, original, client}});
+      contestants.push_back(
+          {"keyed differ on simdjson, one thread", {options_.keyedDiff, original, client, "--one-thread"}});
     }
     if (!options_.peers.empty()) {
       for (const char* const peer : kPeers) {
@@ -92,7 +98,7 @@ class CComparison {
       bench::PrintRatios(cases_, review, kRun);
     }
     bench::PrintGrowth(cases_);
-    PrintExample();
+    PrintSmall();
   }
 
   bool HasFailures() const { return hasFailures_; }
@@ -116,14 +122,18 @@ class CComparison {
     }
   }
 
-  void PrintExample() {
+  void PrintSmall() {
     // One run takes a few milliseconds only.
     constexpr unsigned kRuns = 21;
     const std::string example = cache_.ProvideExample();
-    const auto results = bench::Compete({{"example", {options_.tool, "run", example}, 1}}, kRuns, cache_.Logs());
+    const std::vector<bench::SContestant> contestants = {{"upgradesrv --version", {options_.tool, "--version"}},
+                                                         {"the example", {options_.tool, "run", example}, 1}};
+    const auto results = bench::Compete(contestants, kRuns, cache_.Logs());
     Watch(results);
-    std::printf("- the example: %.1f ms wall, %.1f ms CPU, %.0f MiB %s\n", results.front().Wall() * 1e3,
-                results.front().Cpu() * 1e3, results.front().Peak(), results.front().failure.c_str());
+    for (const bench::SResult& result : results) {
+      std::printf("- %s: %.1f ms wall, %.1f ms CPU, %.0f MiB %s\n", result.name.c_str(), result.Wall() * 1e3,
+                  result.Cpu() * 1e3, result.Peak(), result.failure.c_str());
+    }
   }
 
   const SOptions& options_;
@@ -157,6 +167,7 @@ int main(int argumentCount, char** arguments) {
   app.add_option("--variants", options.variants, "same, usual, worst")->delimiter(',')->check(OneOf(bench::kVariants));
   app.add_option("--rounds", options.rounds, "how often")->capture_default_str();
   app.add_option("--peers-dir", options.peers, "directory with the generic differs, which then take part");
+  app.add_option("--keyed-diff", options.keyedDiff, "a differ that matches by name, which then takes part");
   app.add_flag("--storages", options.storagesOnly, "only loading from each storage, no whole runs");
   CLI11_PARSE(app, argumentCount, arguments);
   try {
