@@ -26,7 +26,8 @@ void* Load(const std::string& path) {
 }  // namespace
 
 void* FindInOwnLibrary(const std::string& library, const char* function) {
-  void* const loaded = Load(OwnDirectory() + library);
+  const std::string path = OwnDirectory() + library;
+  void* const loaded = Load(path);
   void* const found = loaded != nullptr ? dlsym(loaded, function) : nullptr;
   if (found == nullptr) {
     const char* const error = dlerror();
