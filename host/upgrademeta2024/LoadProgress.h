@@ -9,7 +9,8 @@
 /// One metamodel that is being loaded, and how far that is. The thread that loads it counts; any thread may ask.
 class UPGRADEMETA2024_EXPORT CLoadProgress {
  public:
-  enum EUnit { kBytes, kRows };
+  /// kTables: the source is a table, one of the total, in which stored values are counted.
+  enum EUnit { kBytes, kRows, kTables };
 
   /// Tells the observer that a loading begins; the destructor tells that it has ended, well or not. `source` is the
   /// location for messages, without passwords.

@@ -71,6 +71,18 @@ TEST(ProgressItemTest, IsACountWithoutATotal) {
   EXPECT_EQ(ProgressItem(database).amount, "1200 rows");
 }
 
+TEST(ProgressItemTest, IsATableOfSeveralWhereValuesAreCounted) {
+  CLoadProgress load("T_PART", CLoadProgress::kTables);
+  load.SetTotal(26);
+  load.SetDone(2);
+  EXPECT_EQ(ProgressText({ProgressItem(load)}, 200), "upgradesrv: counting in T_PART (table 3 of 26)");
+}
+
+TEST(ProgressItemTest, HasNoTableBeyondTheTotal) {
+  const CLoadProgress load("T_PART", CLoadProgress::kTables);
+  EXPECT_EQ(ProgressText({ProgressItem(load)}, 200), "upgradesrv: counting in T_PART (table 1 of 1)");
+}
+
 /// Runs in which loading takes long: the client's metamodel comes through a pipe into which it is written late.
 class ProgressLineTest : public testing::Test {
  protected:

@@ -79,12 +79,12 @@ TEST_F(CountsReaderTest, WhatIsNotInItHasAProblem) {
 }
 
 TEST_F(CountsReaderTest, WhatIsThereInPartHasAProblem) {
-  EXPECT_EQ(Counts(kRating + ",max-tightens,0,3\n").back(), "1: 0 of 0 in: only 1 of its 2 rows are in r.csv");
+  EXPECT_EQ(Counts(kRating + ",max-tightens,0,3\n").back(), "1: 0 of 3 in T_A: not in r.csv");
 }
 
 TEST_F(CountsReaderTest, ACountThatIsEmptyMeansValuesThatAreNotNumbers) {
   EXPECT_EQ(Counts(kRating + ",max-tightens,,3\n" + kRating + ",max-tightens,2,40\n").back(),
-            "1: 2 of 40 in T_B: T_A.F_RATING holds values that are not numbers");
+            "1: 2 of 40 in T_B: the column holds values that are not numbers");
 }
 
 TEST_F(CountsReaderTest, CountsDifferencesThatAreNoMore) {

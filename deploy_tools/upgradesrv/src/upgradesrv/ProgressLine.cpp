@@ -68,7 +68,7 @@ std::string WithoutDirectory(const std::string& source) {
 }
 
 std::string Join(const std::vector<SProgressItem>& items, std::string (*shown)(const std::string&)) {
-  std::string line = "upgradesrv: loading ";
+  std::string line = items.empty() || !items.front().isCounting ? "upgradesrv: loading " : "upgradesrv: counting in ";
   for (const SProgressItem& item : items) {
     line += (&item == items.data() ? "" : ", ") + shown(item.source) + " " + item.amount;
   }
@@ -88,13 +88,17 @@ SProgressItem ProgressItem(const CLoadProgress& load) {
   constexpr std::uint64_t kMegabyte = 1000000;
   const std::uint64_t done = load.GetDone();
   const std::uint64_t total = load.GetTotal();
+  if (load.GetUnit() == CLoadProgress::kTables) {
+    return {load.GetSource(),
+            "(table " + std::to_string(done + 1) + " of " + std::to_string(std::max(done + 1, total)) + ")", true};
+  }
   if (total != 0) {
-    return {load.GetSource(), std::to_string(std::min<std::uint64_t>(done * 100 / total, 100)) + "%"};
+    return {load.GetSource(), std::to_string(std::min<std::uint64_t>(done * 100 / total, 100)) + "%", false};
   }
   if (load.GetUnit() == CLoadProgress::kRows) {
-    return {load.GetSource(), std::to_string(done) + " rows"};
+    return {load.GetSource(), std::to_string(done) + " rows", false};
   }
-  return {load.GetSource(), std::to_string(done / kMegabyte) + " MB"};
+  return {load.GetSource(), std::to_string(done / kMegabyte) + " MB", false};
 }
 
 CProgressLine::CProgressLine(bool wanted) {

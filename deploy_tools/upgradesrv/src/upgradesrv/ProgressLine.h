@@ -11,9 +11,9 @@
 
 namespace upgradesrv {
 
-/// While it exists, the last line of standard error shows which metamodels are being loaded and how far that is, once
-/// loading has taken a second. The line is erased when loading ends. Nothing is shown where standard error is no
-/// terminal, or one that cannot erase a line.
+/// While it exists, the last line of standard error shows which metamodels are being loaded, or in which table stored
+/// values are being counted, and how far that is, once it has taken a second. The line is erased when loading ends.
+/// Nothing is shown where standard error is no terminal, or one that cannot erase a line.
 class CProgressLine : private CLoadObserver {
  public:
   /// `wanted` false shows nothing anywhere.
@@ -36,10 +36,12 @@ class CProgressLine : private CLoadObserver {
   std::thread thread_;
 };
 
-/// How far a loading is, for example "plm.json 42%", "pipe.json 12 MB" or "plm.db 1200 rows".
+/// How far a loading is, for example "plm.json 42%", "pipe.json 12 MB" or "plm.db 1200 rows"; or a counting, for
+/// example "T_PART (table 3 of 26)".
 struct SProgressItem {
   std::string source;
   std::string amount;
+  bool isCounting = false;
 };
 
 /// The line for a terminal of `columns` columns, on which it leaves the last one free. Sources lose their directories,

@@ -35,30 +35,21 @@ std::string KeyOf(std::string path, std::string_view rule) {
   return path.append("\n").append(rule);
 }
 
-struct SRowCount {
-  /// Nothing where the column holds something else than numbers.
-  std::optional<std::uint64_t> rows;
-  std::uint64_t of = 0;
-};
-
-/// A finding of which something is to be counted, and what has been read for it so far.
+/// The lookups of a finding; a row is read for each of them, in their order.
 struct SCountable {
-  std::size_t finding = 0;
-  std::vector<const SLookup*> lookups;
-  std::vector<SRowCount> rows;
+  std::vector<std::size_t> lookups;
+  std::size_t read = 0;
 };
 
 class CCountsReader {
  public:
   CCountsReader(std::string_view text, const std::string& name, const SReview& review, const SLookups& lookups)
-      : csv_(text, name), name_(name), review_(review), lookups_(lookups) {
-    for (const SLookup& lookup : lookups.lookups) {
-      const auto [place, isNew] = places_.emplace(KeyOf(lookup.path, lookup.rule), countables_.size());
-      if (isNew) {
-        countables_.push_back({lookup.finding, {}, {}});
-      }
-      countables_[place->second].lookups.push_back(&lookup);
+      : csv_(text, name), review_(review), lookups_(lookups) {
+    for (std::size_t i = 0; i < lookups.lookups.size(); ++i) {
+      const SLookup& lookup = lookups.lookups[i];
+      countables_[KeyOf(lookup.path, lookup.rule)].lookups.push_back(i);
     }
+    counts_.resize(lookups.lookups.size(), {0, 0, false, "not in " + name});
   }
 
   SReadCounts Read() {
@@ -66,8 +57,7 @@ class CCountsReader {
     while (csv_.Next()) {
       ReadRow();
     }
-    AddCounts();
-    return std::move(result_);
+    return {AddUp(lookups_, counts_), gone_};
   }
 
  private:
@@ -98,30 +88,32 @@ class CCountsReader {
     if (FindRule(fields[kRule]) == nullptr) {
       csv_.Fail(Quoted(fields[kRule]) + " is not a rule");
     }
-    const SRowCount count = ReadCount();
-    const auto place = places_.find(KeyOf(fields[kPath], fields[kRule]));
-    if (place == places_.end()) {
-      result_.gone += IsCompared(path->kind) ? 1 : 0;
+    const SLookupCount count = ReadCount();
+    const auto found = countables_.find(KeyOf(fields[kPath], fields[kRule]));
+    if (found == countables_.end()) {
+      gone_ += IsCompared(path->kind) ? 1 : 0;
       return;
     }
-    SCountable& countable = countables_[place->second];
-    if (countable.rows.size() == countable.lookups.size()) {
+    SCountable& countable = found->second;
+    if (countable.read == countable.lookups.size()) {
       csv_.Fail("there is a row too many for " + Quoted(fields[kPath]) + " and the rule " + fields[kRule]);
     }
-    countable.rows.push_back(count);
+    counts_[countable.lookups[countable.read]] = count;
+    ++countable.read;
   }
 
-  SRowCount ReadCount() const {
+  /// Databases leave the number of rows empty where a column holds something else than numbers.
+  SLookupCount ReadCount() const {
     const std::vector<std::string>& fields = csv_.Fields();
-    SRowCount count;
-    if (!fields[kRows].empty()) {
-      count.rows = Number(kRows);
+    const std::uint64_t of = Number(kOf);
+    if (fields[kRows].empty()) {
+      return {0, 0, false, kNotNumbers};
     }
-    count.of = Number(kOf);
-    if (count.rows.value_or(0) > count.of) {
+    const std::uint64_t rows = Number(kRows);
+    if (rows > of) {
       csv_.Fail("rows is greater than of: " + fields[kRows] + " of " + fields[kOf]);
     }
-    return count;
+    return {rows, of, true, ""};
   }
 
   std::uint64_t Number(std::size_t field) const {
@@ -146,43 +138,12 @@ class CCountsReader {
     return std::find(review_.elements.begin(), review_.elements.end(), kind) != review_.elements.end();
   }
 
-  void AddCounts() {
-    for (const SCountable& countable : countables_) {
-      result_.counts.push_back({countable.finding, DataOf(countable)});
-    }
-  }
-
-  SData DataOf(const SCountable& countable) const {
-    SData data;
-    if (countable.rows.size() < countable.lookups.size()) {
-      data.problem = countable.rows.empty() ? "not in " + name_
-                                            : "only " + std::to_string(countable.rows.size()) + " of its " +
-                                                  std::to_string(countable.lookups.size()) + " rows are in " + name_;
-      return data;
-    }
-    for (std::size_t i = 0; i < countable.lookups.size(); ++i) {
-      const SLookup& lookup = *countable.lookups[i];
-      const SRowCount& count = countable.rows[i];
-      if (count.rows.has_value()) {
-        data.rows += *count.rows;
-        data.of += count.of;
-        data.tables.push_back(lookup.table);
-      } else {
-        data.problem += data.problem.empty() ? "" : "; ";
-        data.problem.append(lookup.table).append(".").append(lookup.columns.front());
-        data.problem += " holds values that are not numbers";
-      }
-    }
-    return data;
-  }
-
   CCsvRows csv_;
-  const std::string& name_;
   const SReview& review_;
   const SLookups& lookups_;
-  std::vector<SCountable> countables_;
-  std::unordered_map<std::string, std::size_t> places_;
-  SReadCounts result_;
+  std::vector<SLookupCount> counts_;
+  std::unordered_map<std::string, SCountable> countables_;
+  std::size_t gone_ = 0;
 };
 
 }  // namespace

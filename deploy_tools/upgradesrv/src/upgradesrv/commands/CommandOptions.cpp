@@ -122,7 +122,7 @@ CLI::Option* AddSeconds(CLI::App& command, const std::string& name, std::optiona
 }
 
 void AddLoadingOptions(CLI::App& command, SRequest& request) {
-  command.add_flag("--quiet", request.quiet, "Show no progress while metamodels are loaded");
+  command.add_flag("--quiet", request.quiet, "Show no progress while metamodels are loaded or values counted");
   AddSeconds(command, "--timeout", request.timeout, "Give up when loading takes longer; default: no limit");
 }
 

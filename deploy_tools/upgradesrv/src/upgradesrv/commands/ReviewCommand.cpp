@@ -26,13 +26,14 @@ void DefineReview(CLI::App& parent, SRequest& request) {
   AddText(review, "--against", arguments.against, "An earlier review, saved as JSON, to mark what is new since")
       ->type_name("REVIEW.json");
   AddText(review, "--data", arguments.data.location,
-          "What the script of -o sql has counted in the installation's database, saved as CSV")
-      ->type_name("NAME.csv");
+          "The installation's database, to count what differences touch there; or NAME.csv, what the script of -o sql "
+          "has counted")
+      ->type_name("LOCATION");
   AddSeconds(review, "--data-timeout", arguments.data.timeout,
-             "How long the script of -o sql may take for each table, on PostgreSQL; default: 30");
+             "Count no longer than this in a table; default: 30. The script keeps to it on PostgreSQL");
   AddText(review, "--dialect", arguments.data.dialect,
-          "Of the script of -o sql: sqlite or postgresql; default: that of the client metamodel's database, else "
-          "postgresql")
+          "Of the script of -o sql: sqlite or postgresql; default: that of the database of --data, else of the client "
+          "metamodel, else postgresql")
       ->type_name("DIALECT");
   CLI::Option* from =
       AddText(review, "--from", arguments.from, "A review saved as JSON, to write it again; nothing else is read")
@@ -57,6 +58,9 @@ void DefineReview(CLI::App& parent, SRequest& request) {
       "  upgradesrv review --stat DIR                           how many, by kind and risk\n"
       "  upgradesrv review -o json=today.json -o csv=today.csv DIR\n"
       "  upgradesrv review --against yesterday.json --new --fail-on block DIR\n"
+      "  upgradesrv review --data plm.db DIR                    how many stored values each difference touches\n"
+      "  upgradesrv review -o sql=data.sql DIR                  a script for a database administrator, which counts "
+      "them\n"
       "  upgradesrv review --from today.json --lang de\n"
       "\n" +
       std::string(kLocationHelp));

@@ -186,8 +186,8 @@ class CReview {
     if (arguments_.data.dialect && !hasScript) {
       throw CTrouble("--dialect: there is no script; ask for one with -o sql=FILE");
     }
-    if (arguments_.data.timeout && !hasScript) {
-      throw CTrouble("--data-timeout: there is no script; ask for one with -o sql=FILE");
+    if (arguments_.data.timeout && !hasScript && !arguments_.data.location) {
+      throw CTrouble("--data-timeout: nothing is counted; name a database with --data LOCATION");
     }
   }
 

@@ -1,9 +1,12 @@
 #include "upgradesrv/review/StoredValues.h"
 
+#include "kvxsptexception/KVXException.h"
 #include "kvxsptfile/ReadFile.h"
 #include "kvxsptstring/StringHelper.h"
 #include "metareview2024/data/ApplyCounts.h"
+#include "metareview2024/data/CountStored.h"
 #include "metareview2024/render/CountsReader.h"
+#include "upgrademeta2024/LoadProgress.h"
 #include "upgrademeta2024/storage/MetaLocation.h"
 #include "upgrademeta2024/storage/OpenMetaStorage.h"
 #include "upgradesrv/Output.h"
@@ -52,9 +55,11 @@ CStoredValues::CStoredValues(const SStoredValues& values, const std::string& cli
   if (location_) {
     isFile_ = IsCountsFile(*location_);
     dialect = DialectOf(*location_);
-    if (!isFile_) {
-      throw CTrouble("--data " + *location_ +
-                     ": give the path of a .csv file with what the script of -o sql has counted");
+    if (!isFile_ && !dialect) {
+      throw CTrouble(
+          "--data " + *location_ +
+          ": give the path of a .db or .sqlite database, sqlite3://PATH or postgresql://CONNECTION, or the path of "
+          "a .csv file with what the script of -o sql has counted");
     }
   }
   if (!dialect) {
@@ -71,14 +76,33 @@ std::vector<std::string> CStoredValues::GetFiles() const {
 }
 
 void CStoredValues::Count(const metareview::SLookups& lookups, metareview::SReview& review) const {
-  review.data = location_;
+  ApplyCounts(isFile_ ? ReadFromFile(lookups, review) : ReadFromDatabase(lookups), review);
+  review.data = isFile_ ? *location_ : OpenMetaStorage(*location_)->Describe();
+}
+
+std::vector<metareview::SCount> CStoredValues::ReadFromFile(const metareview::SLookups& lookups,
+                                                            const metareview::SReview& review) const {
   const metareview::SReadCounts read = metareview::ReadCounts(kvx::ReadFile(*location_), *location_, review, lookups);
   if (read.gone != 0) {
     WriteNote(*location_ + ": " + std::to_string(read.gone) +
               (read.gone == 1 ? " row is about a difference" : " rows are about differences") +
               " of which there is nothing to count any more");
   }
-  ApplyCounts(read.counts, review);
+  return read.counts;
+}
+
+std::vector<metareview::SCount> CStoredValues::ReadFromDatabase(const metareview::SLookups& lookups) const {
+  std::optional<CLoadProgress> progress;
+  const auto show = [&progress](const metareview::SCountProgress& count) {
+    progress.emplace(count.table, CLoadProgress::kTables);
+    progress->SetTotal(count.total);
+    progress->SetDone(count.done);
+  };
+  try {
+    return metareview::CountStored(*location_, lookups, timeout_, show);
+  } catch (const CKVXException& error) {
+    throw CKVXException(error.GetCode(), std::string("stored values: ") + error.what());
+  }
 }
 
 }  // namespace upgradesrv

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "metareview2024/Review.h"
+#include "metareview2024/data/ApplyCounts.h"
 #include "metareview2024/data/Lookups.h"
 #include "metareview2024/data/Sql.h"
 
@@ -41,6 +42,10 @@ class CStoredValues {
   void Count(const metareview::SLookups& lookups, metareview::SReview& review) const;
 
  private:
+  std::vector<metareview::SCount> ReadFromFile(const metareview::SLookups& lookups,
+                                               const metareview::SReview& review) const;
+  std::vector<metareview::SCount> ReadFromDatabase(const metareview::SLookups& lookups) const;
+
   std::optional<std::string> location_;
   bool isFile_ = false;
   std::chrono::milliseconds timeout_;
