@@ -1,0 +1,100 @@
+-- The stored values of the example's installation, for SQLite: of each table that the review looks into, the columns that
+-- it reads. scripts/run-example makes build/example/data.db of it:
+--
+--   sqlite3 data.db < examples/upgrade/data.sql
+--   upgradesrv review --data data.db examples/upgrade
+
+BEGIN;
+
+CREATE TABLE numbers (n INTEGER PRIMARY KEY);
+WITH RECURSIVE counting (n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM counting WHERE n < 420)
+INSERT INTO numbers SELECT n FROM counting;
+
+-- 420 parts. Seven have a number of the old plant, which is longer than 32 characters. No lead time is above 365 days.
+CREATE TABLE T_PART (F_ID TEXT PRIMARY KEY, F_CODE VARCHAR(48), F_LEAD_TIME_DAYS SMALLINT, F_APPROVAL_COMMENT VARCHAR(4000));
+INSERT INTO T_PART
+SELECT printf('part-%04d', n),
+       CASE WHEN n % 60 = 0 THEN printf('FHA-WERK1-GETRIEBEGEHAEUSE-GG25-%05d', n) ELSE printf('FHA-%06d', n) END,
+       CASE WHEN n % 5 <> 0 THEN 7 + n * 13 % 350 END,
+       CASE WHEN n % 3 = 0 THEN 'Freigegeben nach Muster ' || n END
+FROM numbers;
+
+-- 48 materials. The density of four foams has more than three decimal places.
+CREATE TABLE T_MATERIAL (F_ID TEXT PRIMARY KEY, F_DENSITY REAL, F_APPROVAL_COMMENT VARCHAR(4000));
+INSERT INTO T_MATERIAL
+SELECT printf('material-%02d', n), CASE WHEN n % 12 = 0 THEN 0.031250 ELSE 7.850 END, NULL
+FROM numbers WHERE n <= 48;
+
+-- 250 files, of which 240 have a checksum.
+CREATE TABLE T_FILE (F_ID TEXT PRIMARY KEY, F_SHA256 CHAR(64));
+INSERT INTO T_FILE
+SELECT printf('file-%03d', n), CASE WHEN n % 25 <> 0 THEN printf('%064x', n) END
+FROM numbers WHERE n <= 250;
+
+-- 85 test cases, three of them for arctic wind turbines.
+CREATE TABLE T_TEST_CASE (F_ID TEXT PRIMARY KEY, F_AMBIENT_TEMPERATURE REAL, F_APPROVAL_COMMENT VARCHAR(4000));
+INSERT INTO T_TEST_CASE
+SELECT printf('test-%02d', n), CASE WHEN n <= 3 THEN -55.0 ELSE -40.0 + n % 60 END, 'Bestanden'
+FROM numbers WHERE n <= 85;
+
+-- 38 projects. Two have a budget above 9,999,999.99.
+CREATE TABLE T_PROJECT (F_ID TEXT PRIMARY KEY, F_BUDGET DECIMAL(18), F_APPROVAL_COMMENT VARCHAR(4000));
+INSERT INTO T_PROJECT
+SELECT printf('project-%02d', n), CASE WHEN n % 19 = 0 THEN 12500000 ELSE n * 25000 END, NULL
+FROM numbers WHERE n <= 38;
+
+-- The plants in Falkenhain and Suzhou.
+CREATE TABLE T_FHA_PLANT (F_ID TEXT PRIMARY KEY, F_CODE VARCHAR(8));
+INSERT INTO T_FHA_PLANT VALUES ('plant-1', 'FHA'), ('plant-2', 'SUZ');
+
+-- 96 processes. Standard times are minutes: 24 have a fraction, 12 of them are below a minute; none is above a day.
+CREATE TABLE T_MANUFACTURING_PROCESS (F_ID TEXT PRIMARY KEY, F_STANDARD_TIME REAL, F_APPROVAL_COMMENT VARCHAR(4000));
+INSERT INTO T_MANUFACTURING_PROCESS
+SELECT printf('process-%02d', n), CASE n % 8 WHEN 0 THEN 0.75 WHEN 4 THEN 12.5 ELSE n * 15 END, NULL
+FROM numbers WHERE n <= 96;
+
+-- Concessions were never used.
+CREATE TABLE T_FHA_CONCESSION (F_ID TEXT PRIMARY KEY, F_APPROVAL_COMMENT VARCHAR(4000));
+
+-- What else can be approved, with comments of up to 1,200 characters.
+CREATE TABLE T_PRODUCT (F_ID TEXT PRIMARY KEY, F_APPROVAL_COMMENT VARCHAR(4000));
+CREATE TABLE T_BOM (F_ID TEXT PRIMARY KEY, F_APPROVAL_COMMENT VARCHAR(4000));
+CREATE TABLE T_DOCUMENT (F_ID TEXT PRIMARY KEY, F_APPROVAL_COMMENT VARCHAR(4000));
+CREATE TABLE T_DRAWING (F_ID TEXT PRIMARY KEY, F_APPROVAL_COMMENT VARCHAR(4000));
+CREATE TABLE T_CAD_MODEL (F_ID TEXT PRIMARY KEY, F_APPROVAL_COMMENT VARCHAR(4000));
+CREATE TABLE T_CHANGE_REQUEST (F_ID TEXT PRIMARY KEY, F_APPROVAL_COMMENT VARCHAR(4000));
+CREATE TABLE T_CHANGE_ORDER (F_ID TEXT PRIMARY KEY, F_APPROVAL_COMMENT VARCHAR(4000));
+CREATE TABLE T_CHANGE_NOTICE (F_ID TEXT PRIMARY KEY, F_APPROVAL_COMMENT VARCHAR(4000));
+CREATE TABLE T_CORRECTIVE_ACTION (F_ID TEXT PRIMARY KEY, F_APPROVAL_COMMENT VARCHAR(4000));
+CREATE TABLE T_REQUIREMENT (F_ID TEXT PRIMARY KEY, F_APPROVAL_COMMENT VARCHAR(4000));
+CREATE TABLE T_REQUIREMENT_SET (F_ID TEXT PRIMARY KEY, F_APPROVAL_COMMENT VARCHAR(4000));
+CREATE TABLE T_CONFIGURATION (F_ID TEXT PRIMARY KEY, F_APPROVAL_COMMENT VARCHAR(4000));
+CREATE TABLE T_BASELINE (F_ID TEXT PRIMARY KEY, F_APPROVAL_COMMENT VARCHAR(4000));
+CREATE TABLE T_SUPPLIER (F_ID TEXT PRIMARY KEY, F_APPROVAL_COMMENT VARCHAR(4000));
+CREATE TABLE T_SUPPLIER_PART (F_ID TEXT PRIMARY KEY, F_APPROVAL_COMMENT VARCHAR(4000));
+CREATE TABLE T_WORKFLOW_TEMPLATE (F_ID TEXT PRIMARY KEY, F_APPROVAL_COMMENT VARCHAR(4000));
+CREATE TABLE T_ACCESS_POLICY (F_ID TEXT PRIMARY KEY, F_APPROVAL_COMMENT VARCHAR(4000));
+CREATE TABLE T_FHA_GEARBOX_VARIANT (F_ID TEXT PRIMARY KEY, F_APPROVAL_COMMENT VARCHAR(4000));
+
+INSERT INTO T_PRODUCT SELECT 'id-' || n, substr(hex(zeroblob(600)), 1, n * 60) FROM numbers WHERE n <= 4;
+INSERT INTO T_BOM SELECT 'id-' || n, substr(hex(zeroblob(600)), 1, n * 60) FROM numbers WHERE n <= 11;
+INSERT INTO T_DOCUMENT SELECT 'id-' || n, substr(hex(zeroblob(600)), 1, n * 60) FROM numbers WHERE n <= 18;
+INSERT INTO T_DRAWING SELECT 'id-' || n, substr(hex(zeroblob(600)), 1, n * 60) FROM numbers WHERE n <= 8;
+INSERT INTO T_CAD_MODEL SELECT 'id-' || n, substr(hex(zeroblob(600)), 1, n * 60) FROM numbers WHERE n <= 15;
+INSERT INTO T_CHANGE_REQUEST SELECT 'id-' || n, substr(hex(zeroblob(600)), 1, n * 60) FROM numbers WHERE n <= 5;
+INSERT INTO T_CHANGE_ORDER SELECT 'id-' || n, substr(hex(zeroblob(600)), 1, n * 60) FROM numbers WHERE n <= 12;
+INSERT INTO T_CHANGE_NOTICE SELECT 'id-' || n, substr(hex(zeroblob(600)), 1, n * 60) FROM numbers WHERE n <= 19;
+INSERT INTO T_CORRECTIVE_ACTION SELECT 'id-' || n, substr(hex(zeroblob(600)), 1, n * 60) FROM numbers WHERE n <= 9;
+INSERT INTO T_REQUIREMENT SELECT 'id-' || n, substr(hex(zeroblob(600)), 1, n * 60) FROM numbers WHERE n <= 16;
+INSERT INTO T_REQUIREMENT_SET SELECT 'id-' || n, substr(hex(zeroblob(600)), 1, n * 60) FROM numbers WHERE n <= 6;
+INSERT INTO T_CONFIGURATION SELECT 'id-' || n, substr(hex(zeroblob(600)), 1, n * 60) FROM numbers WHERE n <= 13;
+INSERT INTO T_BASELINE SELECT 'id-' || n, substr(hex(zeroblob(600)), 1, n * 60) FROM numbers WHERE n <= 20;
+INSERT INTO T_SUPPLIER SELECT 'id-' || n, substr(hex(zeroblob(600)), 1, n * 60) FROM numbers WHERE n <= 10;
+INSERT INTO T_SUPPLIER_PART SELECT 'id-' || n, substr(hex(zeroblob(600)), 1, n * 60) FROM numbers WHERE n <= 17;
+INSERT INTO T_WORKFLOW_TEMPLATE SELECT 'id-' || n, substr(hex(zeroblob(600)), 1, n * 60) FROM numbers WHERE n <= 7;
+INSERT INTO T_ACCESS_POLICY SELECT 'id-' || n, substr(hex(zeroblob(600)), 1, n * 60) FROM numbers WHERE n <= 14;
+INSERT INTO T_FHA_GEARBOX_VARIANT SELECT 'id-' || n, substr(hex(zeroblob(600)), 1, n * 60) FROM numbers WHERE n <= 4;
+
+DROP TABLE numbers;
+
+COMMIT;
