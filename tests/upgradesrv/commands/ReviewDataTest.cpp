@@ -207,6 +207,24 @@ TEST_F(ReviewDataTroubleTest, PasswordsAreShownNowhere) {
   }
 }
 
+TEST_F(ReviewDataTroubleTest, CountingThatTakesLongIsShownAndEnded) {
+  if (!std::filesystem::exists("/usr/bin/script")) {
+    GTEST_SKIP() << "NOT TESTED: output to a terminal needs /usr/bin/script";
+  }
+  const std::string endless =
+      "CREATE VIEW T_OLD AS WITH RECURSIVE c (n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM c) SELECT n FROM c";
+  ASSERT_EQ(test::Run({SQLITE3, upgrade_.File("data.db"), endless}).status, 0);
+  const auto onTerminal = [this](const std::string& option) {
+    const std::string command = "TERM=xterm '" UPGRADESRV_EXECUTABLE "' review --data '" + upgrade_.File("data.db") +
+                                "' --data-timeout 2 -o 'csv=" + upgrade_.File("r.csv") + "' " + option + " '" +
+                                upgrade_.Path() + "'";
+    return test::Run({"/usr/bin/script", "-qec", "stty columns 200; " + command, "/dev/null"}).output;
+  };
+  EXPECT_THAT(onTerminal(""), HasSubstr("\r\x1B[Kupgradesrv: counting in T_OLD (table 1 of 1)"));
+  EXPECT_THAT(test::ReadFile(upgrade_.File("r.csv")), HasSubstr("there was not enough time to count in table T_OLD"));
+  EXPECT_THAT(onTerminal("--quiet"), Not(HasSubstr("counting")));
+}
+
 TEST_F(ReviewDataTroubleTest, OutputNeverReplacesTheDatabase) {
   const std::string file = upgrade_.Write("data.db", "kept");
   for (const char* location : {"", "sqlite3://"}) {
