@@ -230,11 +230,12 @@ TEST_F(SqliteFaultTest, FailedCopyLeavesTheMetamodel) {
 
 TEST_F(SqliteFaultTest, ExistingMetamodelIsReplacedOnlyOnRequest) {
   Save();
-  OpenMetaStorage(Path("other.json"))->Save(CMetaDictionary2024());
+  const auto other = LargeMetamodel(1);
+  OpenMetaStorage(Path("other.json"))->Save(*other);
   ExpectOneLineOfTrouble(test::Run({kUpgradesrv, "metamodel", "copy", Path("other.json"), Path()}), "exists already");
   EXPECT_EQ(Loaded(), TextOf(*sample_));
   EXPECT_EQ(test::Run({kUpgradesrv, "metamodel", "copy", "--replace", Path("other.json"), Path()}).status, 0);
-  EXPECT_EQ(Loaded(), TextOf(CMetaDictionary2024()));
+  EXPECT_EQ(Loaded(), TextOf(*other));
 }
 
 TEST_F(SqliteFaultTest, KilledCopyLeavesTheMetamodel) {
