@@ -235,7 +235,7 @@ TEST(DateTest, EachMonthEndsWithItsLastDay) {
 }
 
 TEST(DateTest, FebruaryHasADayMoreInLeapYears) {
-  for (const char* year : {"2024", "2028", "2000", "2400", "0004"}) {
+  for (const char* year : {"2024", "2028", "1600", "2000", "2400", "0004"}) {
     EXPECT_TRUE(IsDate(std::string(year) + "-02-29")) << year;
     EXPECT_FALSE(IsDate(std::string(year) + "-02-30")) << year;
   }
