@@ -58,10 +58,10 @@ void RequireUnique(metarules::CUniqueNames& names, const CRows& rows, const std:
 ///   the row before.
 /// - ReadClasses and ReadBehaviors put the elements together, and then into the dictionary.
 /// Where a row is wrong and the file is damaged, the damage is reported, not the row.
-class CReader {
+class CTableReader {
  public:
-  CReader(soci::session& session, const CDatabase& database, std::string& activity, CLoadProgress& progress,
-          const RowFaultHandler& onFault)
+  CTableReader(soci::session& session, const CDatabase& database, std::string& activity, CLoadProgress& progress,
+               const RowFaultHandler& onFault)
       : session_(session),
         database_(database),
         dialect_(database.Dialect(session)),
@@ -309,7 +309,7 @@ class CReader {
 std::shared_ptr<CMetaDictionary2024> ReadMetamodel(soci::session& session, const CDatabase& database,
                                                    std::string& activity, CLoadProgress& progress,
                                                    const RowFaultHandler& onFault) {
-  return CReader(session, database, activity, progress, onFault).Read();
+  return CTableReader(session, database, activity, progress, onFault).Read();
 }
 
 std::vector<std::string> MissingTables(soci::session& session, const SDatabaseDialect& dialect) {

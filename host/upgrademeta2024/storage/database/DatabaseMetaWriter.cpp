@@ -111,9 +111,9 @@ class CInserter {
   std::uint64_t total_ = 0;
 };
 
-class CWriter {
+class CTableWriter {
  public:
-  CWriter(soci::session& session, const SDatabaseDialect& dialect) : session_(session), dialect_(dialect) {}
+  CTableWriter(soci::session& session, const SDatabaseDialect& dialect) : session_(session), dialect_(dialect) {}
 
   void Write(const CMetaDictionary2024& dictionary) {
     WriteClasses(kClasses, kClassBehaviors, kClassProperties, dictionary.GetClasses());
@@ -201,7 +201,7 @@ bool WriteMetamodel(soci::session& session, const CDatabase& database, const CMe
   const std::function<void()> restoreReferences = database.ReleaseReferences(session);
   Execute(session, DropStatements(dialect));
   Execute(session, CreateStatements(dialect));
-  CWriter writer(session, dialect);
+  CTableWriter writer(session, dialect);
   writer.Write(dictionary);
   Execute(session, IndexStatements(dialect));
   writer.WriteHead();

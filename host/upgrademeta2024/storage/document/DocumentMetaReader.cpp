@@ -20,11 +20,11 @@
 
 namespace {
 
-class CReader : private CDocumentListReader {
+class CDocumentReader : private CDocumentListReader {
  public:
   /// `text` is what is read.
-  CReader(const simdjson::ondemand::parser& parser, std::string_view text, SDocumentLists& lists,
-          CLoadProgress& progress, JsonFaultHandler onFault)
+  CDocumentReader(const simdjson::ondemand::parser& parser, std::string_view text, SDocumentLists& lists,
+                  CLoadProgress& progress, JsonFaultHandler onFault)
       : CDocumentListReader(parser, text.size(), lists, std::move(onFault)), text_(text), progress_(progress) {}
 
   void Read(simdjson::ondemand::document& document) {
@@ -96,7 +96,7 @@ std::shared_ptr<CMetaDictionary2024> ReadAtOnce(const std::string& path, CLoadPr
     document = parser.iterate(text.data(), text.size(), file.capacity() - begin);
     iterating = true;
     SDocumentLists lists;
-    CReader(parser, text, lists, progress, onFault).Read(document);
+    CDocumentReader(parser, text, lists, progress, onFault).Read(document);
     return lists.dictionary;
   } catch (const simdjson::simdjson_error& error) {
     if (error.error() == simdjson::MEMALLOC) {

@@ -12,9 +12,9 @@
 
 namespace {
 
-class CWriter {
+class CDocumentWriter {
  public:
-  explicit CWriter(kvx::CAtomicFile& file) : writer_(file) {}
+  explicit CDocumentWriter(kvx::CAtomicFile& file) : writer_(file) {}
 
   void Dictionary(const CMetaDictionary2024& dictionary) {
     writer_.StartObject();
@@ -88,7 +88,7 @@ class CWriter {
 
 bool WriteMetaDocument(const std::string& path, const CMetaDictionary2024& dictionary, EExistingMeta existing) {
   kvx::CAtomicFile file(path);
-  CWriter(file).Dictionary(dictionary);
+  CDocumentWriter(file).Dictionary(dictionary);
   file.Put('\n');
   if (existing == EExistingMeta::kRefuse) {
     return file.CommitNew();
