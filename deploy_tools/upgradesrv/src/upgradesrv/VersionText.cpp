@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <new>
 #include <set>
 #include <string_view>
 #include <system_error>
@@ -28,6 +29,12 @@ std::string Modules() {
     if (entry->path().filename() == ModuleFile(name)) {
       names.insert(name);
     }
+  }
+  if (error == std::errc::not_enough_memory) {
+    throw std::bad_alloc();
+  }
+  if (error && error != std::errc::no_such_file_or_directory) {
+    return directory + " cannot be listed: " + error.message();
   }
   std::string list;
   for (const std::string& name : names) {
