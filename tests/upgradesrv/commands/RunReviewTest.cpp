@@ -164,6 +164,14 @@ TEST_F(RunReviewTest, ErrorThatAStrategyHasLoggedIsInTheFiles) {
   EXPECT_THAT(Output("review.json"), HasSubstr("\"complete\": false"));
 }
 
+TEST_F(RunReviewTest, StrategyThatEndsTheProcessLeavesNoEarlierReview) {
+  upgrade_.Write("review.json", "an earlier review");
+  upgrade_.UseStranger("CEndsTheProcess");
+  EXPECT_EQ(RunRecorder({"--review", Into("json", "review.json")}).status, 2);
+  EXPECT_THAT(Output("review.json"), HasSubstr("\"complete\": false"));
+  EXPECT_THAT(Output("review.json"), HasSubstr("the run did not end"));
+}
+
 TEST_F(RunReviewTest, CommandLineThatIsRefusedIsInTheFiles) {
   upgrade_.Write("review.json", "an earlier review");
   test::TroubleOf(upgrade_.Run({"--review", Into("json", "review.json"), "--elements", "klass"}));

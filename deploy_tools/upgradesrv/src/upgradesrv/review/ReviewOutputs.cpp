@@ -174,6 +174,21 @@ void CReviewOutputs::WriteAll(const metareview::SReview& review, const metarevie
 
 void CReviewOutputs::WriteFailed(const std::string& problem, const std::string& directory,
                                  const metareview::CWords& words) const {
+  ReplaceFiles(problem, directory, words, [&problem](const std::exception& error) {
+    // The review has failed already; this is why an earlier file may still be there.
+    const std::string text = SavingProblem(error.what());
+    if (CTrouble(text).what() != problem) {
+      WriteError(text);
+    }
+  });
+}
+
+void CReviewOutputs::WriteUnfinished(const std::string& directory, const metareview::CWords& words) const {
+  ReplaceFiles("the run did not end", directory, words, [](const std::exception&) {});
+}
+
+void CReviewOutputs::ReplaceFiles(const std::string& problem, const std::string& directory,
+                                  const metareview::CWords& words, const TroubleTaker& onTrouble) const {
   for (const SOutput& output : outputs_) {
     if (output.file.empty()) {
       continue;
@@ -189,11 +204,7 @@ void CReviewOutputs::WriteFailed(const std::string& problem, const std::string& 
       WriteTo(file, *output.format, review, options);
       file.Commit();
     } catch (const std::exception& error) {
-      // The review has failed already; this is why an earlier file may still be there.
-      const std::string text = SavingProblem(error.what());
-      if (CTrouble(text).what() != problem) {
-        WriteError(text);
-      }
+      onTrouble(error);
     }
   }
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <exception>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -33,13 +35,21 @@ class CReviewOutputs {
   /// Replaces every file that was asked for, and can be written, by one that says that the review failed and why.
   void WriteFailed(const std::string& problem, const std::string& directory, const metareview::CWords& words) const;
 
+  /// Does the same before something that may end the process, so that no earlier file passes for this call's. What
+  /// cannot be written is found again when the review is.
+  void WriteUnfinished(const std::string& directory, const metareview::CWords& words) const;
+
  private:
+  using TroubleTaker = std::function<void(const std::exception&)>;
+
   struct SOutput {
     const metareview::SFormat* format = nullptr;
     /// Empty for standard output.
     std::string file;
   };
 
+  void ReplaceFiles(const std::string& problem, const std::string& directory, const metareview::CWords& words,
+                    const TroubleTaker& onTrouble) const;
   void WriteAll(const metareview::SReview& review, const metareview::SRenderOptions& options) const;
 
   std::string option_;

@@ -159,7 +159,7 @@ class CReview {
       earlier = metareview::ReadReview(kvx::ReadFile(*arguments_.against), *arguments_.against);
     }
 
-    const LoadedMetamodels2024 loaded = arguments_.foregoing ? arguments_.foregoing->run() : LoadedMetamodels2024();
+    const LoadedMetamodels2024 loaded = arguments_.foregoing ? RunForegoing() : LoadedMetamodels2024();
     SComparedMetamodels compared = sources.Compare(ParseKinds(arguments_.elements), loaded);
     SReview& review = compared.review;
     for (const metareview::ENote note : review.notes) {
@@ -178,6 +178,12 @@ class CReview {
       CompareWithEarlier(*earlier, review);
     }
     return std::move(review);
+  }
+
+  /// A strategy can end the process; then nothing comes after it that could replace an earlier review.
+  LoadedMetamodels2024 RunForegoing() const {
+    outputs_.WriteUnfinished(arguments_.sources.directory, *words_);
+    return arguments_.foregoing->run();
   }
 
   /// An option that has nothing to do may be meant for something that is missing.
