@@ -121,7 +121,7 @@ TEST(SqlReviewTest, WithNothingToCountItStillGivesItsColumns) {
   review.lookups = std::make_shared<const SLookups>();
   review.elements = {EKind::kLink};
   EXPECT_THAT(Statements(Script(EDialect::kSqlite, review)),
-              HasSubstr("SELECT 'link' AS path, 'e3b0c44298fc1c14' AS rule, 0 AS \"rows\", 0 AS \"of\";\n"));
+              HasSubstr("SELECT 'link' AS path, 'e3b0c44298fc1c14' AS rule, 0 AS \"rows\", 0 AS \"of\"\n;\n"));
 }
 
 TEST(SqlReviewTest, CountsNothingForAReviewThatFailedOrWasSaved) {

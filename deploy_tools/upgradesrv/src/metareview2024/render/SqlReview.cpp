@@ -30,6 +30,8 @@ With row_security off it stops with an error where a policy would hide rows from
 
 Run it so that its result, and nothing else, is saved as CSV:
   psql -X -q --csv -v ON_ERROR_STOP=1 -f THIS_FILE DATABASE > result.csv
+Names are written as the metamodel has them. Where tables were created without quotes, PostgreSQL has their names
+and those of their columns in lower case; write them so below.
 )";
 
 constexpr std::string_view kOnSqlite =
@@ -44,7 +46,8 @@ constexpr std::string_view kWhatThen =
   upgradesrv review --data result.csv UPGRADE_DIR
 
 A table or column that is missing, or may not be read, stops it with an error that names it. Delete the query
-that names it, with the UNION ALL before or behind it, and run it again; what it counts is left open then.
+that names it, with the UNION ALL before or behind it, but not the last semicolon. Run it again; what it counts is
+left open then.
 
 )";
 
@@ -78,7 +81,7 @@ class CScript {
     for (const std::string& statement : BeginReading(dialect_, limit_)) {
       text.append(statement).append("\n");
     }
-    text.append("\n").append(UnionAll(Queries())).append(";\n\n");
+    text.append("\n").append(UnionAll(Queries())).append("\n;\n\n");
     for (const std::string& statement : EndReading(dialect_)) {
       text.append(statement).append("\n");
     }
