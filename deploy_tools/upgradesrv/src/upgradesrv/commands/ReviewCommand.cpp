@@ -61,7 +61,7 @@ void DefineReview(CLI::App& parent, SRequest& request) {
       "  upgradesrv review --data plm.db DIR                    how many stored values each difference touches\n"
       "  upgradesrv review -o sql=data.sql DIR                  a script for a database administrator, which counts "
       "them\n"
-      "  upgradesrv review --from today.json --lang de\n"
+      "  upgradesrv review --from today.json --fail-on never --lang de\n"
       "\n" +
       std::string(kLocationHelp));
   review.callback([&review, &request, owner, directory, from] {
