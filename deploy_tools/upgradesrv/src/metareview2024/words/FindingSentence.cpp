@@ -156,7 +156,7 @@ Sentence Counted(const SSubject& subject, const SRuleWords& rule) {
   if (!HasCounts(data)) {
     return Say(subject, words.Text("general.not-countable"));
   }
-  const Sentence count = Count(subject, std::string(rule.rule) + ".counted");
+  Sentence count = Count(subject, std::string(rule.rule) + ".counted");
   if (data.problem.empty()) {
     return count;
   }
