@@ -177,7 +177,7 @@ class CReview {
       review.against = arguments_.against;
       CompareWithEarlier(*earlier, review);
     }
-    return std::move(review);
+    return std::move(compared.review);
   }
 
   /// A strategy can end the process; then nothing comes after it that could replace an earlier review.

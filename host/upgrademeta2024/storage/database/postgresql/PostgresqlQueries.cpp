@@ -110,10 +110,11 @@ SDatabaseAnswer CPostgresqlQueries::Query(const std::string& query) {
   answer.rows.resize(static_cast<std::size_t>(rows));
   for (int i = 0; i < rows; ++i) {
     for (int j = 0; j < columns; ++j) {
-      auto& value = answer.rows[static_cast<std::size_t>(i)].emplace_back();
+      std::optional<std::string> value;
       if (PQgetisnull(result.get(), i, j) == 0) {
         value = PQgetvalue(result.get(), i, j);
       }
+      answer.rows[static_cast<std::size_t>(i)].push_back(std::move(value));
     }
   }
   const Result released = Execute("RELEASE before_query");

@@ -36,7 +36,7 @@ std::string AsUri(const std::string& path) {
 /// that log, and the means to share it, and may leave both behind.
 bool IsLeftAloneWithLog(const std::string& path) {
   constexpr std::size_t kVersionAt = 18;
-  std::array<char, kVersionAt + 2> header{};
+  std::array<char, 20> header{};
   std::ifstream file(path, std::ios::binary);
   struct stat log {};
   return file.read(header.data(), header.size()) && header.at(kVersionAt) == 2 && header.at(kVersionAt + 1) == 2 &&
