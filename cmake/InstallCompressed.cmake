@@ -1,6 +1,7 @@
 # upgradesrv_install_compressed(<file> DESTINATION <directory> [RENAME <name>] [COMPONENT <component>])
 #
 # Installs a file compressed, with .gz behind its name or the new one, the same bytes each time: manual pages and change logs.
+# The target `compressed` makes all of them.
 find_program(GZIP gzip REQUIRED)
 function(upgradesrv_install_compressed file)
   cmake_parse_arguments(ARG "" "DESTINATION;RENAME;COMPONENT" "" ${ARGN})
@@ -21,6 +22,10 @@ function(upgradesrv_install_compressed file)
     VERBATIM)
   string(MD5 target ${compressed})
   add_custom_target(compressed_${target} ALL DEPENDS ${compressed})
+  if(NOT TARGET compressed)
+    add_custom_target(compressed)
+  endif()
+  add_dependencies(compressed compressed_${target})
   install(
     FILES ${compressed}
     DESTINATION ${ARG_DESTINATION}
