@@ -116,7 +116,10 @@ TEST(DecideTest, AnExpiredEntryOfThePathIsReplaced) {
 TEST(DecideTest, AnEntryThatStillAcceptsIsRefused) {
   const std::string file =
       File(R"({ "path": "class/old", "change": "deleted", "reason": "old\n", "by": "me", "until": "2026-11-22" })");
-  EXPECT_EQ(Refusal(file, {"class/Old"}), Refused("class/Old: is accepted already: old\\n, by me, until 2026-11-22"));
+  EXPECT_EQ(
+      Refusal(file, {"class/Old"}),
+      Refused("class/Old: is accepted already: old\\n, by me, until 2026-11-22; to prolong or change that, edit its "
+              "line in the decisions file"));
 }
 
 TEST(DecideTest, AFindingThatAPatternAcceptsMayGetAnEntryOfItsOwn) {
@@ -131,8 +134,34 @@ TEST(DecideTest, APathNamedTwiceIsOneEntry) {
 }
 
 TEST(DecideTest, APathWithoutAFindingIsRefused) {
-  EXPECT_EQ(Refusal("{}", {"class/Old", "class/None"}), Refused("class/None: no finding has this path"));
+  EXPECT_EQ(Refusal("{}", {"class/Old", "class/Nothing"}), Refused("class/Nothing: no finding has this path"));
   EXPECT_EQ(Refusal("{}", {"class/*/behavior/*"}), Refused("class/*/behavior/*: no finding has this path"));
+}
+
+TEST(DecideTest, APathThatIsSpelledNearlyAsAFindingsIsQuestioned) {
+  EXPECT_EQ(Refusal("{}", {"class/part/property/Code/lenght"}),
+            Refused("class/part/property/Code/lenght: no difference has a path of this form; did you mean "
+                    "class/Part/property/Code/length?"));
+  EXPECT_EQ(Refusal("{}", {"class/part/property/Coded/length"}),
+            Refused("class/part/property/Coded/length: no finding has this path; did you mean "
+                    "class/Part/property/Code/length?"));
+  EXPECT_EQ(Refusal("{}", {"links/Own"}),
+            Refused("links/Own: no difference has a path of this form; did you mean link/Own?"));
+}
+
+TEST(DecideTest, APathAboveAFindingIsQuestioned) {
+  EXPECT_EQ(Refusal("{}", {"class/Part/property/code"}),
+            Refused("class/Part/property/code: no finding has this path; did you mean "
+                    "class/Part/property/Code/length?"));
+  EXPECT_EQ(Refusal("{}", {"class/PART/property"}),
+            Refused("class/PART/property: no difference has a path of this form; did you mean "
+                    "class/Part/property/Code/length?"));
+  EXPECT_EQ(Refusal("{}", {"class/Par"}), Refused("class/Par: no finding has this path"));
+}
+
+TEST(DecideTest, APathBelowAFindingIsQuestioned) {
+  EXPECT_EQ(Refusal("{}", {"class/own/property/Code/length"}),
+            Refused("class/own/property/Code/length: no finding has this path; did you mean class/Own?"));
 }
 
 TEST(DecideTest, WhatIsNoPathIsRefused) {

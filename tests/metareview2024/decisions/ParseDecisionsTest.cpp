@@ -113,6 +113,8 @@ const SFault kForm[] = {
 const SFault kRules[] = {
     {"WithoutRule", Rule(R"("risk": "safe")"), "2:1: /rules/0: the member \"rule\" is missing"},
     {"WithoutRisk", Rule(R"("rule": "spelling")"), "2:1: /rules/0: the member \"risk\" is missing"},
+    {"MistypedRule", Rule(R"("rule": "lenght-shrinks", "risk": "safe")"),
+     "2:11: /rules/0/rule: there is no rule \"lenght-shrinks\"; did you mean length-shrinks?"},
     {"UnknownRule", Rule(R"("rule": "length", "risk": "safe")"), "2:11: /rules/0/rule: there is no rule \"length\""},
     {"RuleIsNoString", Rule(R"("rule": 1, "risk": "safe")"), "2:11: /rules/0/rule: expected a string"},
     {"UnknownRisk", Rule(R"("rule": "spelling", "risk": "never")"),

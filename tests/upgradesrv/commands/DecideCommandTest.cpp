@@ -192,6 +192,8 @@ TEST(ExplainCommandTest, HelpHasExamples) {
 TEST(ExplainCommandTest, RefusesAnUnknownRule) {
   EXPECT_EQ(test::TroubleOf(test::RunTool({"explain", "length"})),
             "explain: unknown rule \"length\"; upgradesrv explain lists all");
+  EXPECT_EQ(test::TroubleOf(test::RunTool({"explain", "lenght-shrinks"})),
+            "explain: unknown rule \"lenght-shrinks\"; upgradesrv explain lists all; did you mean length-shrinks?");
 }
 
 TEST(ExplainCommandTest, SaysWhatADecisionsFileMakesOfARule) {

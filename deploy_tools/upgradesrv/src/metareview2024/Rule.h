@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -21,5 +22,8 @@ METAREVIEW2024_EXPORT const std::vector<const SRule*>& Rules();
 
 /// Null when there is no rule of that name.
 METAREVIEW2024_EXPORT const SRule* FindRule(std::string_view name);
+
+/// "; did you mean X?" about the rule that an unknown name is spelled like; empty when there is none.
+METAREVIEW2024_EXPORT std::string QuestionAboutRule(std::string_view name);
 
 }  // namespace metareview

@@ -7,6 +7,7 @@
 
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptexception/KVXException.h"
+#include "kvxsptstring/Nearest.h"
 #include "kvxsptstring/StringHelper.h"
 #include "kvxsptstring/Utf8.h"
 #include "metareview2024/DecisionsFile.h"
@@ -74,8 +75,8 @@ class CFindings {
   std::vector<const SFinding*> Find(const std::string& pattern) const {
     std::vector<const SFinding*> found;
     if (!HasWildcard(pattern)) {
-      if (const auto finding = byPath_.find(LowerCase(pattern)); finding != byPath_.end()) {
-        found.push_back(finding->second);
+      if (const SFinding* finding = FindOne(pattern); finding != nullptr) {
+        found.push_back(finding);
       }
       return found;
     }
@@ -87,7 +88,34 @@ class CFindings {
     return found;
   }
 
+  /// A question about the finding that a path without one may be meant for: what the path leads through, what lies
+  /// below it, or what is spelled nearly so. Empty when there is none, and for a pattern.
+  std::string Question(const std::string& path) const {
+    if (HasWildcard(path)) {
+      return "";
+    }
+    for (std::size_t end = path.rfind('/'); end != std::string::npos && end != 0; end = path.rfind('/', end - 1)) {
+      if (const SFinding* finding = FindOne(path.substr(0, end)); finding != nullptr) {
+        return kvx::DidYouMean(finding->path);
+      }
+    }
+    const std::string above = LowerCase(path + "/");
+    kvx::CNearest nearest(path);
+    for (const SFinding& finding : findings_) {
+      if (LowerCase(finding.path.substr(0, above.size())) == above) {
+        return kvx::DidYouMean(finding.path);
+      }
+      nearest.Offer(finding.path);
+    }
+    return nearest.Question();
+  }
+
  private:
+  const SFinding* FindOne(const std::string& path) const {
+    const auto finding = byPath_.find(LowerCase(path));
+    return finding == byPath_.end() ? nullptr : finding->second;
+  }
+
   static std::string LowerCase(std::string text) {
     CStringHelper::ToLower(text);
     return text;
@@ -100,11 +128,11 @@ class CFindings {
 /// The entries that accept the findings at a path.
 std::vector<SDecision> EntriesFor(const std::string& path, const CFindings& findings, const SAcceptance& acceptance) {
   if (const auto problem = ProblemOfPattern(path)) {
-    Refuse(path, *problem);
+    Refuse(path, *problem + findings.Question(path));
   }
   const std::vector<const SFinding*> found = findings.Find(path);
   if (found.empty()) {
-    Refuse(path, "no finding has this path");
+    Refuse(path, "no finding has this path" + findings.Question(path));
   }
   if (!HasWildcard(path)) {
     const SFinding& finding = *found.front();
@@ -157,7 +185,8 @@ SDecisions Decide(const SDecisions& decisions, const SReview& review, const std:
       }
       SDecision& decision = result.accepted[existing->second];
       if (replaceable.count(key) == 0) {
-        Refuse(path, "is accepted already: " + TextOf(decision.acceptance));
+        Refuse(path, "is accepted already: " + TextOf(decision.acceptance) +
+                         "; to prolong or change that, edit its line in the decisions file");
       }
       decision = std::move(entry);
     }

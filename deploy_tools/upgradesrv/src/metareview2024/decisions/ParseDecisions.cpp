@@ -68,7 +68,7 @@ const std::array<CJsonReading::SMember<SRuleDecision>, 3> kRuleMembers = {
         const std::string name = reading.Text(json);
         decision.rule = FindRule(name);
         if (decision.rule == nullptr) {
-          reading.Fail("there is no rule \"" + name + "\"");
+          reading.Fail("there is no rule \"" + name + "\"" + QuestionAboutRule(name));
         }
       }},
      {"risk", true,

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <stdexcept>
 
+#include "kvxsptstring/Nearest.h"
 #include "kvxsptstring/StringHelper.h"
 #include "metareview2024/rules/Number.h"
 #include "metareview2024/rules/TypeChange.h"
@@ -231,6 +232,14 @@ const SRule* FindRule(std::string_view name) {
   const auto* const found =
       std::find_if(kRows.begin(), kRows.end(), [name](const SRow& row) { return row.rule.name == name; });
   return found != kRows.end() ? &found->rule : nullptr;
+}
+
+std::string QuestionAboutRule(std::string_view name) {
+  kvx::CNearest nearest(name);
+  for (const SRow& row : kRows) {
+    nearest.Offer(row.rule.name);
+  }
+  return nearest.Question();
 }
 
 const SRule& RuleFor(const SDifference& difference) {

@@ -21,7 +21,8 @@ EExitStatus ExplainRules(const SExplainArguments& arguments) {
   }
   const metareview::SRule* rule = metareview::FindRule(arguments.rule);
   if (rule == nullptr) {
-    throw CTrouble("explain: unknown rule \"" + arguments.rule + "\"; upgradesrv explain lists all");
+    throw CTrouble("explain: unknown rule \"" + arguments.rule + "\"; upgradesrv explain lists all" +
+                   metareview::QuestionAboutRule(arguments.rule));
   }
   WriteRule(*rule, words, decisions, sink);
   return kNothingToReport;
