@@ -142,6 +142,17 @@ TEST_F(DecideCommandTest, TakesABareNameOfAFileThatIsNotThereYet) {
   EXPECT_THAT(test::ReadFile(upgrade_.File("own.json")), HasSubstr("\"path\": \"class/Document\""));
 }
 
+TEST_F(DecideCommandTest, RefusesADashForTheDecisionsFile) {
+  const auto decide = [this](const std::string& file) {
+    return test::RunTool({"decide", "--decisions", file, "--reason", "r", ".", kDocument}, upgrade_.Path());
+  };
+  EXPECT_EQ(test::TroubleOf(decide("-")),
+            "--decisions -: \"-\" is not taken for a name; write ./- for a file of this name");
+  EXPECT_FALSE(std::filesystem::exists(upgrade_.File("-")));
+  EXPECT_EQ(decide("./-").status, 0);
+  EXPECT_TRUE(std::filesystem::exists(upgrade_.File("-")));
+}
+
 TEST_F(DecideCommandTest, WritesNothingWhereOnePathIsWrong) {
   const std::string before = R"({"accepted": [{"path": "link/Uses", "change": "deleted", "reason": "r"}]})";
   upgrade_.Write("decisions.json", before);

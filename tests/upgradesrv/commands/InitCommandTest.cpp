@@ -56,6 +56,12 @@ class InitCommandTest : public testing::Test {
   test::CTemporaryDirectory directory_;
 };
 
+TEST_F(InitCommandTest, RefusesADash) {
+  EXPECT_EQ(test::TroubleOf(Init({"-"})), "-: \"-\" is not taken for a name; write ./- for a directory of this name");
+  EXPECT_THAT(Entries(), IsEmpty());
+  EXPECT_EQ(Init({"./-"}).status, 0);
+}
+
 TEST_F(InitCommandTest, MakesADirectoryThatWaitsForTwoMetamodels) {
   const test::SProcessResult result = Init({"up"});
   EXPECT_EQ(result.status, 0);

@@ -11,6 +11,7 @@
 #include "upgrademeta2024/storage/MetaLocation.h"
 #include "upgrademeta2024/storage/OpenMetaStorage.h"
 #include "upgradesrv/Output.h"
+#include "upgradesrv/OutputName.h"
 #include "upgradesrv/Passwords.h"
 #include "upgradesrv/Trouble.h"
 #include "upgradesrv/chain/CheckStrategy.h"
@@ -149,6 +150,9 @@ EExitStatus InitUpgrade(const SInitArguments& given) {
   SInitArguments arguments = given;
   while (arguments.directory.size() > 1 && arguments.directory.back() == '/') {
     arguments.directory.pop_back();
+  }
+  if (const std::string problem = OutputNameProblem(arguments.directory, "directory"); !problem.empty()) {
+    throw CTrouble("-: " + problem);
   }
   RequireLanguage(arguments.lang);
   RequireMetamodel("--original", arguments.original);

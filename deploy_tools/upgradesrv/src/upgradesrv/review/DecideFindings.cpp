@@ -12,6 +12,7 @@
 #include "kvxsptfile/FileDescriptor.h"
 #include "metareview2024/words/NoteSentence.h"
 #include "upgradesrv/Output.h"
+#include "upgradesrv/OutputName.h"
 #include "upgradesrv/Trouble.h"
 #include "upgradesrv/review/ReviewLanguage.h"
 
@@ -61,6 +62,10 @@ EExitStatus DecideFindings(const SDecideArguments& arguments) {
   }
   if (arguments.isPrune && !arguments.paths.empty()) {
     throw CTrouble("decide --prune: takes no path; it drops every entry that matches nothing");
+  }
+  const std::string problem = OutputNameProblem(arguments.sources.decisions.value_or(""), "file");
+  if (!problem.empty()) {
+    throw CTrouble("--decisions -: " + problem);
   }
   const CReviewSources sources(arguments.sources);
   metareview::SReview review = sources.Compare({metareview::kKinds.begin(), metareview::kKinds.end()}).review;

@@ -14,6 +14,7 @@
 #include "kvxsptfile/AtomicFile.h"
 #include "kvxsptfile/CanonicalPath.h"
 #include "upgradesrv/Output.h"
+#include "upgradesrv/OutputName.h"
 #include "upgradesrv/Trouble.h"
 
 namespace upgradesrv {
@@ -97,6 +98,10 @@ CReviewOutputs::CReviewOutputs(const std::vector<std::string>& requests, std::st
       output.file = request.substr(equals + 1);
       if (output.file.empty()) {
         fail(option_ + " " + request + ": the file's name is empty; leave out \"=\" for standard output");
+        continue;
+      }
+      if (const std::string problem = OutputNameProblem(output.file, "file"); !problem.empty()) {
+        fail(option_ + " " + request + ": " + problem + ", or leave out \"=-\" for standard output");
         continue;
       }
       if (IsStandardStream(output.file)) {
