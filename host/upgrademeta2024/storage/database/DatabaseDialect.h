@@ -15,6 +15,8 @@ struct SDatabaseDialect {
   const char* ownedTableOptions;
   /// Counts the tables of the name :name, which begins with `schema`.
   const char* countTables;
+  /// Asks for the names of views, in lower case, among those where the tables are looked for.
+  std::string listViews;
   /// Begins a transaction that sees all tables as of one moment and changes nothing.
   std::vector<std::string> beginReading;
   /// Begins a transaction that changes everything or nothing.

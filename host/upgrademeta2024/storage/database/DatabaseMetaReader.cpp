@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <set>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -60,19 +61,20 @@ void RequireUnique(metarules::CUniqueNames& names, const CRows& rows, const std:
 /// Where a row is wrong and the file is damaged, the damage is reported, not the row.
 class CTableReader {
  public:
-  CTableReader(soci::session& session, const CDatabase& database, std::string& activity, CLoadProgress& progress,
+  CTableReader(soci::session& session, const CDatabase& database, SReading& reading, CLoadProgress& progress,
                const RowFaultHandler& onFault)
       : session_(session),
         database_(database),
         dialect_(database.Dialect(session)),
-        activity_(activity),
+        reading_(reading),
         progress_(progress),
         onFault_(onFault) {}
 
   std::shared_ptr<CMetaDictionary2024> Read() {
+    FindViews();
     RequireTables();
     Execute(session_, dialect_.beginReading);
-    activity_ = "the metamodel cannot be read";
+    reading_.activity = "the metamodel cannot be read";
     if (ReadHead()) {
       ReadCounts();
     } else {
@@ -92,6 +94,21 @@ class CTableReader {
   }
 
  private:
+  /// A view shows what its SELECT gives: there is nothing to be stored anew.
+  void FindViews() {
+    const std::vector<std::string> names = TableNames();
+    for (std::vector<std::string>& view : Query(session_, dialect_.listViews, 1)) {
+      if (std::find(names.begin(), names.end(), view.front()) != names.end()) {
+        views_.insert(std::move(view.front()));
+      }
+    }
+  }
+
+  /// What to do about a table: `otherwise` unless it is a view.
+  std::string AdviceOn(const std::string& table, const std::string& otherwise) const {
+    return views_.count(table) == 0 ? otherwise : "correct the SELECT of the view " + table + " or what it reads";
+  }
+
   void RequireTables() {
     const std::vector<std::string> missing = MissingTables(session_, dialect_);
     if (missing.empty()) {
@@ -100,7 +117,8 @@ class CTableReader {
     if (missing.size() == TableNames().size()) {
       throw SContentError{"the database holds no metamodel; store one in it"};
     }
-    throw SContentError{"the metamodel is incomplete: missing " + Join(missing) + "; store it anew"};
+    throw SContentError{"the metamodel is incomplete: missing " + Join(missing) + "; " +
+                        (views_.empty() ? "store it anew" : "make what is missing beside the views that are there")};
   }
 
   /// Whether the database keeps the numbers of its rows.
@@ -110,7 +128,9 @@ class CTableReader {
     const auto rows =
         Query(session_, "SELECT generation, schema_version FROM " + dialect_.schema + kHeadTable + " LIMIT 2", 2);
     if (rows.empty()) {
-      throw SContentError{table + " has no row: the metamodel was not stored to its end; store it anew"};
+      throw SContentError{table + " has no row" +
+                          (views_.count(kHeadTable) == 0 ? ": the metamodel was not stored to its end" : "") + "; " +
+                          AdviceOn(kHeadTable, "store it anew")};
     }
     const std::string& generation = rows.front()[0];
     const std::string& version = rows.front()[1];
@@ -118,7 +138,7 @@ class CTableReader {
     if (!hasCounts && version != std::to_string(kSchemaVersionWithoutCounts)) {
       throw SContentError{table + ", row 1: schema_version: expected " + std::to_string(kSchemaVersionWithoutCounts) +
                           " or " + std::to_string(kSchemaVersion) + ", found " + CStringHelper::ToVisible(version) +
-                          "; read it with the program that stored it, or store it anew"};
+                          "; " + AdviceOn(kHeadTable, "read it with the program that stored it, or store it anew")};
     }
     if (generation != std::to_string(CMetaDictionary2024::kGeneration)) {
       throw SContentError{table + ", row 1: generation: " + metarules::WrongGeneration(generation)};
@@ -141,7 +161,7 @@ class CTableReader {
       const std::optional<std::uint64_t> count = ParseNumber(counts[i], kMaxInteger);
       if (!count) {
         onFault_("table " + std::string(kHeadTable) + ", row 1: " + columns[i] + ": " +
-                 metarules::WrongNumber(kMaxInteger, counts[i]) + "; store the metamodel anew");
+                 metarules::WrongNumber(kMaxInteger, counts[i]) + "; " + AdviceOn(kHeadTable, kStoreAnew));
         continue;
       }
       counts_[ListTables()[i]] = *count;
@@ -258,9 +278,12 @@ class CTableReader {
   /// A page that has lost rows, or one of another time or place, reads without an error.
   void RequireCount(const STable& table, std::uint64_t count) const {
     if (const auto expected = counts_.find(&table); expected != counts_.end() && expected->second != count) {
-      onFault_(activity_ + ": the database is damaged or was edited: the table has " + std::to_string(count) +
+      const bool isView = views_.count(table.name) != 0 || views_.count(kHeadTable) != 0;
+      onFault_(reading_.activity + ": the database is damaged or was edited: the table has " + std::to_string(count) +
                " rows, and table " + kHeadTable + " says " + std::to_string(expected->second) +
-               "; restore it from a copy; after an edit, correct " + CountColumn(table) + " there");
+               "; restore it from a copy; " +
+               (isView ? "where views are wrong, correct their SELECT"
+                       : "after an edit, correct " + CountColumn(table) + " there"));
     }
   }
 
@@ -285,18 +308,24 @@ class CTableReader {
       database_.RequireSound(session_);
       isSound_ = true;
     }
-    onFault_(message);
+    onFault_(message + "; " + rowAdvice_);
   }
 
-  void BeginTable(const std::string& table) { activity_ = "table " + table + " cannot be read"; }
+  void BeginTable(const std::string& table) {
+    reading_.activity = "table " + table + " cannot be read";
+    reading_.wayOut = AdviceOn(table, kStoreAnew);
+    rowAdvice_ = AdviceOn(table, std::string("correct the row or ") + kStoreAnew);
+  }
 
   soci::session& session_;
   const CDatabase& database_;
   const SDatabaseDialect dialect_;
-  std::string& activity_;
+  SReading& reading_;
   CLoadProgress& progress_;
   const RowFaultHandler& onFault_;
   const RowFaultHandler onRowFault_ = [this](const std::string& message) { TellRowFault(message); };
+  std::set<std::string> views_;
+  std::string rowAdvice_;
   // Whether the file has been found undamaged.
   bool isSound_ = false;
   std::uint64_t rowsBefore_ = 0;
@@ -306,10 +335,9 @@ class CTableReader {
 
 }  // namespace
 
-std::shared_ptr<CMetaDictionary2024> ReadMetamodel(soci::session& session, const CDatabase& database,
-                                                   std::string& activity, CLoadProgress& progress,
-                                                   const RowFaultHandler& onFault) {
-  return CTableReader(session, database, activity, progress, onFault).Read();
+std::shared_ptr<CMetaDictionary2024> ReadMetamodel(soci::session& session, const CDatabase& database, SReading& reading,
+                                                   CLoadProgress& progress, const RowFaultHandler& onFault) {
+  return CTableReader(session, database, reading, progress, onFault).Read();
 }
 
 std::vector<std::string> MissingTables(soci::session& session, const SDatabaseDialect& dialect) {

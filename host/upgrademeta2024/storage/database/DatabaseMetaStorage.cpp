@@ -17,7 +17,6 @@
 
 namespace {
 
-constexpr const char* kStoreAnew = "store the metamodel anew";
 constexpr const char* kStoreElsewhere = "remove what is in the way, or store the metamodel in another place";
 
 std::string Message(const metadb::CDatabase& database, const std::string& problem) {
@@ -84,10 +83,10 @@ std::string CDatabaseMetaStorage::Describe() const {
 
 std::shared_ptr<CMetaDictionary2024> CDatabaseMetaStorage::LoadElements(CFaultTaker& faults) {
   CLoadProgress progress(Describe(), CLoadProgress::kRows);
-  std::string activity = "cannot be opened";
+  metadb::SReading reading = {"cannot be opened", metadb::kStoreAnew};
   const auto onFault = [&](const std::string& message) { faults.Take([&] { return Message(*database_, message); }); };
-  return Read(*database_, activity, kStoreAnew, [&](soci::session& session) {
-    return metadb::ReadMetamodel(session, *database_, activity, progress, onFault);
+  return Read(*database_, reading.activity, reading.wayOut, [&](soci::session& session) {
+    return metadb::ReadMetamodel(session, *database_, reading, progress, onFault);
   });
 }
 

@@ -38,7 +38,7 @@ std::string RowPlace(const STable& table, const std::vector<std::string>& keys) 
 
 std::string RowFault(const STable& table, const std::vector<std::string>& keys, const char* column,
                      const std::string& problem) {
-  return RowPlace(table, keys) + ": " + column + ": " + problem + "; correct the row or store the metamodel anew";
+  return RowPlace(table, keys) + ": " + column + ": " + problem;
 }
 
 std::optional<std::uint64_t> ParseNumber(std::string_view digits, std::uint64_t max) {

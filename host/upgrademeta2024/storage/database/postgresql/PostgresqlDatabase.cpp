@@ -276,6 +276,7 @@ SDatabaseDialect CPostgresqlDatabase::Dialect(soci::session& session) const {
           "lower(internal_name COLLATE \"C\")",
           "",
           "SELECT count(to_regclass(:name))",
+          "SELECT relname FROM pg_class WHERE relkind IN ('v', 'm') AND relnamespace = "s + kSchema,
           {"BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY", kLockTimeout, kShowAllRows, lockTables},
           {"BEGIN", kLockTimeout, lockSchema}};
 }

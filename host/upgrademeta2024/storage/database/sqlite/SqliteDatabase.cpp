@@ -90,6 +90,7 @@ const SDatabaseDialect kDialect = {
     "internal_name COLLATE NOCASE",
     " WITHOUT ROWID",
     "SELECT count(*) FROM sqlite_master WHERE type IN ('table', 'view') AND name = :name COLLATE NOCASE",
+    "SELECT lower(name) FROM sqlite_master WHERE type = 'view'",
     {"PRAGMA query_only = ON", "PRAGMA trusted_schema = OFF", "BEGIN"},
     // With foreign keys on, dropping a table first deletes its rows, and with them those of others that refer to them.
     {"PRAGMA foreign_keys = OFF", "BEGIN IMMEDIATE"},
