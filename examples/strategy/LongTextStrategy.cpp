@@ -39,8 +39,14 @@ std::string DisplayText(const CUpgradeContext& upgradeContext, const std::string
   if (languages == nullptr) {
     throw CKVXException(kvx::kJsonMemberMissing, file + ": the text \"" + key + "\" is missing; add it");
   }
-  const auto [found, text] = languages->GetPropertyStringValue(upgradeContext.GetLang());
-  return found ? text : languages->GetStringValue("en");
+  for (const std::string& lang : {upgradeContext.GetLang(), std::string("en")}) {
+    const auto [found, text] = languages->GetPropertyStringValue(lang);
+    if (found) {
+      return text;
+    }
+  }
+  throw CKVXException(kvx::kJsonMemberMissing, file + ": /" + key + ": there is no text in \"" +
+                                                   upgradeContext.GetLang() + "\" and none in \"en\"; add one");
 }
 
 }  // namespace

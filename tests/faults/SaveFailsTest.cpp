@@ -97,7 +97,7 @@ TEST_F(SaveTest, SaysWhyItFailed) {
   EXPECT_EQ(test::TroubleOf(outcome.process),
             run_.Directory().File("2024/checkMetaError.json") +
                 ": cannot be saved: Input/output error; nothing was changed (strategy CCheckMetaStrategy2024 of module "
-                "checkmeta2024)");
+                "checkmeta2024, /strategies/0)");
 }
 
 TEST_F(SaveTest, SaysThatTheNewDocumentIsThereButPerhapsNotOnDisk) {

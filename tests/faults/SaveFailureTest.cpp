@@ -12,7 +12,7 @@ namespace {
 namespace fs = std::filesystem;
 using testing::HasSubstr;
 
-const std::string kCheck = " (strategy CCheckMetaStrategy2024 of module checkmeta2024)";
+const std::string kCheck = " (strategy CCheckMetaStrategy2024 of module checkmeta2024, /strategies/0)";
 
 std::vector<std::string> Names(const std::string& directory) {
   std::vector<std::string> names;

@@ -13,7 +13,7 @@ namespace {
 using testing::HasSubstr;
 
 const std::string kFile = "multilanguage/strings/info.json";
-const std::string kCheck = " (strategy CCheckMetaStrategy2024 of module checkmeta2024)";
+const std::string kCheck = " (strategy CCheckMetaStrategy2024 of module checkmeta2024, /strategies/0)";
 
 class DisplayTextsTest : public testing::Test {
  protected:

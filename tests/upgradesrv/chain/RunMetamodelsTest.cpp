@@ -12,7 +12,7 @@ namespace {
 
 using testing::EndsWith;
 
-const std::string kCheck = " (strategy CCheckMetaStrategy2024 of module checkmeta2024)";
+const std::string kCheck = " (strategy CCheckMetaStrategy2024 of module checkmeta2024, /strategies/0)";
 
 /// A metamodel document that is refused. In the message FILE stands for the document.
 struct SDocument {

@@ -182,12 +182,13 @@ TEST_F(StrategyModuleTest, WhoseFactoryThrowsIsTrouble) {
     upgrade_.WriteUpgrade({{"strategies", R"([{"module": "throwingfactory", "class": ")" + className + R"("}])"}});
     return upgrade_.TroubleWithTestModules();
   };
-  EXPECT_EQ(trouble("CAny"), "no licence for CAny (strategy CAny of module throwingfactory)");
-  EXPECT_EQ(trouble("CHostException"),
-            "the factory's message, code 0xA4520008 (strategy CHostException of module throwingfactory)");
+  EXPECT_EQ(trouble("CAny"), "no licence for CAny (strategy CAny of module throwingfactory, /strategies/0)");
+  EXPECT_EQ(
+      trouble("CHostException"),
+      "the factory's message, code 0xA4520008 (strategy CHostException of module throwingfactory, /strategies/0)");
   EXPECT_EQ(trouble("CInt"),
             "it threw something that is not an exception of the standard library (strategy CInt of module "
-            "throwingfactory)");
+            "throwingfactory, /strategies/0)");
 }
 
 TEST_F(StrategyModuleTest, ThatDoesNotKnowTheClassIsTrouble) {

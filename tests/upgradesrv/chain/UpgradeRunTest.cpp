@@ -80,31 +80,46 @@ TEST_F(UpgradeRunTest, NothingToReportEndsWithStatus0) {
 
 TEST_F(UpgradeRunTest, ExceptionOfTheHostIsShownWithMessageAndCode) {
   EXPECT_EQ(StrangerTrouble("CThrowsMessage"),
-            "the stranger's message, code 0xA4520008 (strategy CThrowsMessage of module strangers)");
+            "the stranger's message, code 0xA4520008 (strategy CThrowsMessage of module strangers, /strategies/0)");
 }
 
 TEST_F(UpgradeRunTest, ExceptionOfTheHostWithoutMessageIsShownWithItsCodeOnce) {
-  EXPECT_EQ(StrangerTrouble("CThrowsCode"), "error 0xA4520008 (strategy CThrowsCode of module strangers)");
+  EXPECT_EQ(StrangerTrouble("CThrowsCode"),
+            "error 0xA4520008 (strategy CThrowsCode of module strangers, /strategies/0)");
+}
+
+TEST_F(UpgradeRunTest, MemberThatIsMissingSomewhereIsLookedForInTheParameterAndTheDocuments) {
+  EXPECT_EQ(StrangerTrouble("CLacksAMember"),
+            "json member [fr] not exist!, code 0xA4C0003E; look at " + upgrade_.File("upgrade.json") +
+                ": /strategies/0/parameter and at the documents that the strategy reads in " + upgrade_.Path() +
+                " (strategy CLacksAMember of module strangers, /strategies/0)");
+}
+
+TEST_F(UpgradeRunTest, StrategyThatNamesItsDocumentIsNotContradicted) {
+  EXPECT_EQ(StrangerTrouble("CNamesItsDocument"),
+            "texts.json: the text \"title\" is missing; add it, code 0xA4C0003E (strategy CNamesItsDocument of module "
+            "strangers, /strategies/0)");
 }
 
 TEST_F(UpgradeRunTest, ExceptionOfTheStandardLibraryIsShown) {
   EXPECT_EQ(StrangerTrouble("CThrowsRuntimeError"),
-            "a runtime error (strategy CThrowsRuntimeError of module strangers)");
+            "a runtime error (strategy CThrowsRuntimeError of module strangers, /strategies/0)");
 }
 
 TEST_F(UpgradeRunTest, ExceptionWhoseCodeLiesInTheModuleIsShown) {
   EXPECT_EQ(StrangerTrouble("CThrowsOwnException"),
-            "an exception of the module's own (strategy CThrowsOwnException of module strangers)");
+            "an exception of the module's own (strategy CThrowsOwnException of module strangers, /strategies/0)");
 }
 
 TEST_F(UpgradeRunTest, AnythingElseThrownIsTrouble) {
-  EXPECT_EQ(
-      StrangerTrouble("CThrowsInt"),
-      "it threw something that is not an exception of the standard library (strategy CThrowsInt of module strangers)");
+  EXPECT_EQ(StrangerTrouble("CThrowsInt"),
+            "it threw something that is not an exception of the standard library (strategy CThrowsInt of module "
+            "strangers, /strategies/0)");
 }
 
 TEST_F(UpgradeRunTest, EndOfTheProcessInAStrategyIsTrouble) {
-  EXPECT_EQ(StrangerTrouble("CEndsTheProcess"), "it ended the process (strategy CEndsTheProcess of module strangers)");
+  EXPECT_EQ(StrangerTrouble("CEndsTheProcess"),
+            "it ended the process (strategy CEndsTheProcess of module strangers, /strategies/0)");
 }
 
 TEST_F(UpgradeRunTest, StrategyThatCrashesIsNamedAndTheSignalTakesItsCourse) {
@@ -120,22 +135,24 @@ TEST_F(UpgradeRunTest, StrategyThatCrashesIsNamedAndTheSignalTakesItsCourse) {
     EXPECT_EQ(result.status, 128 + crash.number) << crash.className;
     EXPECT_EQ(result.output, "");
     EXPECT_EQ(result.errors, upgrade_.Notes() + "upgradesrv: error: it crashed with " + crash.signal + " (strategy " +
-                                 crash.className + " of module strangers)\n");
+                                 crash.className + " of module strangers, /strategies/0)\n");
     EXPECT_TRUE(upgrade_.HasEarlierDocument());
   }
 }
 
 TEST_F(UpgradeRunTest, StrategyThatThrowsWhereNobodyCatchesIsNamed) {
-  EXPECT_EQ(StrangerTrouble("CThrowsInAThread"), "nobody catches this (strategy CThrowsInAThread of module strangers)");
+  EXPECT_EQ(StrangerTrouble("CThrowsInAThread"),
+            "nobody catches this (strategy CThrowsInAThread of module strangers, /strategies/0)");
 }
 
 TEST_F(UpgradeRunTest, MessageOfTwoLinesIsShownOnOne) {
   EXPECT_EQ(StrangerTrouble("CThrowsTwoLines"),
-            "one\\nupgradesrv: two\\x1B[2J (strategy CThrowsTwoLines of module strangers)");
+            "one\\nupgradesrv: two\\x1B[2J (strategy CThrowsTwoLines of module strangers, /strategies/0)");
 }
 
 TEST_F(UpgradeRunTest, StrategyWithoutMemoryIsTrouble) {
-  EXPECT_EQ(StrangerTrouble("CThrowsBadAlloc"), "out of memory (strategy CThrowsBadAlloc of module strangers)");
+  EXPECT_EQ(StrangerTrouble("CThrowsBadAlloc"),
+            "out of memory (strategy CThrowsBadAlloc of module strangers, /strategies/0)");
 }
 
 TEST_F(UpgradeRunTest, QuietMayStandBeforeTheCommandToo) {
@@ -151,14 +168,14 @@ TEST_F(UpgradeRunTest, StrategyWithoutResultHasNothingToReport) {
 
 TEST_F(UpgradeRunTest, ResultWithoutErrorInfoIsTrouble) {
   EXPECT_EQ(StrangerTrouble("CSetsNoText"),
-            "its result has no string \"error_info\" (strategy CSetsNoText of module strangers)");
+            "its result has no string \"error_info\" (strategy CSetsNoText of module strangers, /strategies/0)");
 }
 
 TEST_F(UpgradeRunTest, ErrorInfoThatIsNotAStringIsTrouble) {
   EXPECT_EQ(StrangerTrouble("CSetsNumber"),
-            "its result has no string \"error_info\" (strategy CSetsNumber of module strangers)");
+            "its result has no string \"error_info\" (strategy CSetsNumber of module strangers, /strategies/0)");
   EXPECT_EQ(StrangerTrouble("CSetsArray"),
-            "its result has no string \"error_info\" (strategy CSetsArray of module strangers)");
+            "its result has no string \"error_info\" (strategy CSetsArray of module strangers, /strategies/0)");
 }
 
 TEST_F(UpgradeRunTest, EmptyErrorInfoIsAReportAllTheSame) {
@@ -230,7 +247,7 @@ TEST_F(UpgradeRunTest, ChainReportsWhatComesAfterAStrategyWithNothingToReport) {
 
 TEST_F(UpgradeRunTest, ChainStopsAtTheFirstStrategyThatThrows) {
   const test::SProcessResult result = RunChain(kCheck + "," + kThrower + "," + Recorder("never"));
-  EXPECT_THAT(test::ErrorOf(result), HasSubstr(" (strategy CThrowsMessage of module strangers)"));
+  EXPECT_THAT(test::ErrorOf(result), HasSubstr(" (strategy CThrowsMessage of module strangers, /strategies/1)"));
   EXPECT_EQ(result.output, test::kFullReport);
   EXPECT_THAT(result.errors, Not(HasSubstr("CRecorder")));
   EXPECT_FALSE(upgrade_.HasEarlierDocument());

@@ -152,7 +152,7 @@ TEST_F(RunReviewTest, TroubleOfTheRunIsInTheFiles) {
   upgrade_.Write("review.json", "an earlier review");
   upgrade_.UseStranger("CThrowsRuntimeError");
   const std::string trouble = test::TroubleOf(RunRecorder({"--review", Into("json", "review.json")}));
-  EXPECT_EQ(trouble, "a runtime error (strategy CThrowsRuntimeError of module strangers)");
+  EXPECT_EQ(trouble, "a runtime error (strategy CThrowsRuntimeError of module strangers, /strategies/0)");
   EXPECT_THAT(Output("review.json"), HasSubstr("\"complete\": false"));
   EXPECT_THAT(Output("review.json"), HasSubstr(trouble));
 }

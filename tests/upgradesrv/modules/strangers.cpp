@@ -14,6 +14,7 @@
 #include <stdexcept>
 #include <thread>
 
+#include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptexception/KVXException.h"
 #include "kvxsptjson/JsonObject.h"
 #include "kvxsptlog/Log.h"
@@ -81,6 +82,12 @@ const std::map<std::string, Body> bodies = {
        return nullptr;
      }},
     {"CThrowsMessage", [](auto&, auto&, auto&) -> Result { throw CKVXException(kCode, "the stranger's message"); }},
+    {"CLacksAMember",
+     [](CUpgradeStrategy& self, auto&, auto&) -> Result { return Text(self.GetParameter()->GetStringValue("fr")); }},
+    {"CNamesItsDocument",
+     [](auto&, auto&, auto&) -> Result {
+       throw CKVXException(kvx::kJsonMemberMissing, "texts.json: the text \"title\" is missing; add it");
+     }},
     {"CThrowsCode", [](auto&, auto&, auto&) -> Result { throw CKVXException(kCode); }},
     {"CThrowsBadAlloc", [](auto&, auto&, auto&) -> Result { throw std::bad_alloc(); }},
     {"CThrowsRuntimeError", [](auto&, auto&, auto&) -> Result { throw std::runtime_error("a runtime error"); }},

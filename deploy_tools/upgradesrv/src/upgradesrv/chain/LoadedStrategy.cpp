@@ -4,6 +4,7 @@
 #include <array>
 #include <exception>
 #include <new>
+#include <string_view>
 
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptexception/KVXException.h"
@@ -22,6 +23,7 @@ namespace upgradesrv {
 namespace {
 
 constexpr const char* kResultText = "error_info";
+constexpr std::string_view kJsonMember = "json member [";
 
 /// Whether a code says no more than the message that comes with it.
 bool IsTold(const CKVXException& failure) {
@@ -30,11 +32,16 @@ bool IsTold(const CKVXException& failure) {
   return !failure.HasMessage() || std::find(kTold.begin(), kTold.end(), failure.GetCode()) != kTold.end();
 }
 
-/// Where to look after a failure that names a member of some JSON document only; empty for any other.
+/// Whether a failure names a member of some JSON document, as the host's do, and not the document.
+bool IsWithoutDocument(const CKVXException& failure) {
+  const bool isAboutMember = failure.GetCode() == kvx::kJsonMemberMissing || failure.GetCode() == kvx::kJsonWrongType;
+  return isAboutMember && std::string_view(failure.what()).substr(0, kJsonMember.size()) == kJsonMember;
+}
+
+/// Where to look after such a failure; empty for any other.
 std::string PlacesToLookAt(const CKVXException& failure, const SStrategyConfiguration& strategy,
                            const CUpgradeContext* context) {
-  if (context == nullptr ||
-      (failure.GetCode() != kvx::kJsonMemberMissing && failure.GetCode() != kvx::kJsonWrongType)) {
+  if (context == nullptr || !IsWithoutDocument(failure)) {
     return "";
   }
   const std::string place = IsCheck(strategy) ? PlaceOfDisplayText(failure, *context) : "";
@@ -68,7 +75,8 @@ auto CLoadedStrategy::Guarded(const CUpgradeContext* context, const Action& acti
 CLoadedStrategy::CLoadedStrategy(const SStrategyConfiguration& configuration,
                                  const std::vector<std::string>& moduleDirectories)
     : configuration_(configuration),
-      name_("strategy " + configuration.className + " of module " + configuration.module) {
+      name_("strategy " + configuration.className + " of module " + configuration.module + ", " +
+            configuration.pointer) {
   const CRunningStrategy running(name_);
   try {
     module_.emplace(moduleDirectories, configuration.module);

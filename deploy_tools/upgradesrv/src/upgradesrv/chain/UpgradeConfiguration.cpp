@@ -164,7 +164,7 @@ void CUpgradeConfiguration::ReadStrategies(const CJsonObject& root) {
     node.RefuseRepeatedMembers();
     node.RefuseUnknownMembers({"module", "class", "parameter"});
     SStrategyConfiguration strategy{node.ReadText("module"), node.ReadText("class"), std::make_shared<CJsonObject>(),
-                                    file_ + ": " + itemPointer};
+                                    itemPointer, file_ + ": " + itemPointer};
     if (object->HasMember("parameter")) {
       strategy.parameter = object->GetPropertyObjectValue("parameter");
       if (strategy.parameter == nullptr) {

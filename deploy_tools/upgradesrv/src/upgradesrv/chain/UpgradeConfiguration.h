@@ -16,7 +16,8 @@ struct SStrategyConfiguration {
   std::string className;
   /// Never null; without members when upgrade.json gives none.
   std::shared_ptr<CJsonObject> parameter;
-  /// Its place, for messages: "FILE: /strategies/0".
+  /// Its place in upgrade.json, for messages: "/strategies/0", and with the file, "FILE: /strategies/0".
+  std::string pointer;
   std::string place;
 };
 
