@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+#include <utility>
+#include <vector>
+
 #include "metareview2024/MadeReview.h"
 #include "metareview2024/Rule.h"
 
@@ -62,6 +66,44 @@ TEST(ApplyCountsTest, NoRiskIsRaised) {
   finding = Applied(finding, {0, 7, {"T_PART"}, ""});
   EXPECT_EQ(finding.risk, ERisk::kSafe);
   EXPECT_EQ(finding.riskWithoutData, std::nullopt);
+}
+
+/// What is said of a finding when counting in its tables ends with these problems.
+std::string ProblemOf(const std::vector<std::string>& problems) {
+  metareview::SLookups lookups;
+  std::vector<metareview::SLookupCount> counts;
+  for (const std::string& problem : problems) {
+    lookups.lookups.push_back({0, "", "", "T", {}, metareview::EMeasure::kAnyRow, ""});
+    counts.push_back({0, 0, problem.empty(), problem});
+  }
+  return AddUp(lookups, counts).at(0).data.problem;
+}
+
+TEST(AddUpTest, AProblemOfSeveralTablesIsSaidOnce) {
+  EXPECT_EQ(ProblemOf({"not in r.csv", "", "not in r.csv"}), "not in r.csv");
+}
+
+TEST(AddUpTest, AProblemThatBeginsLikeAnotherIsSaid) {
+  EXPECT_EQ(ProblemOf({"there is no table T_12", "there is no table T_1"}),
+            "there is no table T_12; there is no table T_1");
+}
+
+TEST(AddUpTest, OfManyProblemsTheFirstThreeAreSaidAndHowManyMoreThereAre) {
+  EXPECT_EQ(ProblemOf({"no table A", "no table B", "no table C"}), "no table A; no table B; no table C");
+  EXPECT_EQ(ProblemOf({"no table A", "no table B", "no table C", "no table A", "no table D"}),
+            "no table A; no table B; no table C; and 1 more");
+  EXPECT_EQ(ProblemOf({"no table A", "no table B", "no table C", "no table D", "no table E"}),
+            "no table A; no table B; no table C; and 2 more");
+}
+
+TEST(AddUpTest, ProblemsOfOneFindingAreNotThoseOfTheNext) {
+  metareview::SLookups lookups;
+  lookups.lookups = {{0, "", "", "A", {}, metareview::EMeasure::kAnyRow, ""},
+                     {1, "", "", "A", {}, metareview::EMeasure::kAnyRow, ""}};
+  const std::vector<metareview::SCount> sums = AddUp(lookups, {{0, 0, false, "no table A"}, {2, 3, true, ""}});
+  EXPECT_EQ(sums.at(0).data.problem, "no table A");
+  EXPECT_EQ(sums.at(1).data.problem, "");
+  EXPECT_EQ(sums.at(1).data.rows, 2U);
 }
 
 }  // namespace

@@ -1,35 +1,51 @@
 #include "metareview2024/data/ApplyCounts.h"
 
 #include <memory>
+#include <unordered_set>
 
 namespace metareview {
 namespace {
 
-void AddProblem(const std::string& problem, std::string& problems) {
-  if (!problem.empty() && problems.find(problem) == std::string::npos) {
-    problems.append(problems.empty() ? "" : "; ").append(problem);
+/// Why something could not be counted for one finding, each reason once. A behavior may be in thousands of tables.
+class CProblems {
+ public:
+  void Add(const std::string& problem) {
+    if (problem.empty() || !seen_.insert(problem).second) {
+      return;
+    }
+    if (seen_.size() <= kMostSaid) {
+      text_.append(text_.empty() ? "" : "; ").append(problem);
+    }
   }
-}
 
-void Add(const std::string& table, const SLookupCount& count, SData& data) {
-  AddProblem(count.problem, data.problem);
-  if (count.isCounted) {
-    data.rows += count.rows;
-    data.of += count.of;
-    data.tables.push_back(table);
+  std::string Text() const {
+    return seen_.size() <= kMostSaid ? text_ : text_ + "; and " + std::to_string(seen_.size() - kMostSaid) + " more";
   }
-}
+
+ private:
+  static constexpr std::size_t kMostSaid = 3;
+
+  std::unordered_set<std::string> seen_;
+  std::string text_;
+};
 
 }  // namespace
 
 std::vector<SCount> AddUp(const SLookups& lookups, const std::vector<SLookupCount>& counts) {
   std::vector<SCount> sums;
-  for (std::size_t i = 0; i < lookups.lookups.size(); ++i) {
-    const SLookup& lookup = lookups.lookups[i];
-    if (sums.empty() || sums.back().finding != lookup.finding) {
-      sums.push_back({lookup.finding, {}});
+  for (std::size_t i = 0; i < lookups.lookups.size();) {
+    SCount& sum = sums.emplace_back(SCount{lookups.lookups[i].finding, {}});
+    CProblems problems;
+    for (; i < lookups.lookups.size() && lookups.lookups[i].finding == sum.finding; ++i) {
+      const SLookupCount& count = counts.at(i);
+      problems.Add(count.problem);
+      if (count.isCounted) {
+        sum.data.rows += count.rows;
+        sum.data.of += count.of;
+        sum.data.tables.push_back(lookups.lookups[i].table);
+      }
     }
-    Add(lookup.table, counts.at(i), sums.back().data);
+    sum.data.problem = problems.Text();
   }
   for (const std::size_t finding : lookups.nowhere) {
     sums.push_back({finding, {}});
