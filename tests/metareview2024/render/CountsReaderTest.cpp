@@ -33,7 +33,18 @@ class CountsReaderTest : public testing::Test {
                         {1, kRating, "max-tightens", "T_B", {"F_RATING"}, EMeasure::kAbove, "5"}};
   }
 
-  SReadCounts Read(const std::string& rows) const { return ReadCounts(kColumns + rows, "r.csv", review_, lookups_); }
+  /// The rows that tell the script of these lookups from others.
+  std::string Digests() const {
+    std::string rows;
+    for (const EKind kind : kKinds) {
+      rows.append(NameOf(kind)).append(",").append(LookupsDigest(lookups_, kind)).append(",0,0\n");
+    }
+    return rows;
+  }
+
+  SReadCounts Read(const std::string& rows) const {
+    return ReadCounts(kColumns + rows + Digests(), "r.csv", review_, lookups_);
+  }
 
   std::string FaultOfText(const std::string& text) const {
     try {
@@ -120,6 +131,29 @@ TEST_F(CountsReaderTest, RefusesTheCountsOfAnotherScript) {
   EXPECT_EQ(FaultOf(behavior + earlier), "no fault");
 }
 
+TEST_F(CountsReaderTest, RefusesCountsThatDoNotSayOfWhichScriptTheyAre) {
+  const std::string code = kCode + ",length-shrinks,7,420\n";
+  EXPECT_EQ(
+      FaultOf("behavior," + LookupsDigest(lookups_, EKind::kBehavior) + ",0,0\n" + code),
+      "r.csv: the row of the kind class is missing, which tells which script has counted; run the script again and "
+      "leave its result whole");
+  review_.elements = {EKind::kBehavior};
+  EXPECT_EQ(FaultOf(code), "no fault");
+}
+
+TEST_F(CountsReaderTest, RefusesALastLineThatIsCutOff) {
+  const std::string whole = kColumns + Digests() + kCode + ",length-shrinks,7,420\n";
+  EXPECT_EQ(FaultOfText(whole), "no fault");
+  const std::string fault = "r.csv:5: the line has no end, so that some of it may be missing; run the script again";
+  EXPECT_EQ(FaultOfText(whole.substr(0, whole.size() - 1)), fault);
+  EXPECT_EQ(FaultOfText(whole.substr(0, whole.size() - 2)), fault);
+  EXPECT_EQ(FaultOfText(kColumns.substr(0, kColumns.size() - 1)), "r.csv:1" + fault.substr(7));
+}
+
+TEST_F(CountsReaderTest, SaysThatATextIsInUtf16) {
+  EXPECT_EQ(FaultOfText(std::string("\xFF\xFEp\0a\0", 6)), "r.csv:1: the text is in UTF-16; save it as UTF-8");
+}
+
 TEST_F(CountsReaderTest, RefusesOtherColumns) {
   const std::string found = "; run the script as it says at its beginning";
   EXPECT_EQ(FaultOfText("rule,path,rows,of\n"),
@@ -179,7 +213,9 @@ TEST_F(CountsReaderTest, AddsUpTheGreatestCounts) {
 
 /// Whatever is done to a result, it is taken or refused with a line; nothing else happens.
 TEST_F(CountsReaderTest, EveryCutAndEveryOtherByteIsTakenOrRefusedWithALine) {
-  const std::string whole = kColumns + "\"" + kCode + "\",length-shrinks,7,420\r\n" + kRating + ",max-tightens,,3\n";
+  const std::string whole =
+      kColumns + "\"" + kCode + "\",length-shrinks,7,420\r\n" + kRating + ",max-tightens,,3\n" + Digests();
+  EXPECT_EQ(FaultOfText(whole), "no fault");
   for (std::size_t size = 0; size < whole.size(); ++size) {
     EXPECT_THAT(FaultOfText(whole.substr(0, size)), testing::AnyOf("no fault", HasSubstr("r.csv:")));
     for (const char byte : {'\0', '"', ',', '\n', '\r', '0', '\xFF'}) {

@@ -4,9 +4,13 @@
 #include <charconv>
 #include <cstdint>
 #include <optional>
+#include <set>
 #include <system_error>
 #include <unordered_map>
 
+#include "kvxsptexception/ErrorCodes.h"
+#include "kvxsptexception/KVXException.h"
+#include "kvxsptfile/IsUtf16.h"
 #include "kvxsptstring/StringHelper.h"
 #include "metareview2024/Path.h"
 #include "metareview2024/Rule.h"
@@ -44,7 +48,7 @@ struct SCountable {
 class CCountsReader {
  public:
   CCountsReader(std::string_view text, const std::string& name, const SReview& review, const SLookups& lookups)
-      : csv_(text, name), review_(review), lookups_(lookups) {
+      : text_(text), csv_(text, name), name_(name), review_(review), lookups_(lookups) {
     for (std::size_t i = 0; i < lookups.lookups.size(); ++i) {
       const SLookup& lookup = lookups.lookups[i];
       countables_[KeyOf(lookup.path, lookup.rule)].lookups.push_back(i);
@@ -57,6 +61,7 @@ class CCountsReader {
     while (csv_.Next()) {
       ReadRow();
     }
+    RequireDigests();
     return {AddUp(lookups_, counts_), gone_};
   }
 
@@ -65,20 +70,33 @@ class CCountsReader {
     if (!csv_.Next()) {
       csv_.Fail("there is nothing in it; the script that counts may have failed");
     }
+    if (kvx::IsUtf16(text_)) {
+      csv_.Fail(kvx::kUtf16Problem);
+    }
     const std::vector<std::string>& fields = csv_.Fields();
     if (!std::equal(fields.begin(), fields.end(), kCountColumns.begin(), kCountColumns.end())) {
       csv_.Fail("expected the columns path,rule,rows,of, found " + Quoted(fields.front()) +
                 (fields.size() > 1 ? " and others" : "") + "; run the script as it says at its beginning");
     }
+    RequireEnd();
+  }
+
+  /// Programs that save such a result end its last line, too.
+  void RequireEnd() const {
+    if (!csv_.IsEnded()) {
+      csv_.Fail("the line has no end, so that some of it may be missing; run the script again");
+    }
   }
 
   void ReadRow() {
+    RequireEnd();
     const std::vector<std::string>& fields = csv_.Fields();
     if (fields.size() != kCountColumns.size()) {
       csv_.Fail("expected 4 fields, found " + std::to_string(fields.size()));
     }
     if (const std::optional<EKind> kind = KindOf(fields[kPath]); kind.has_value()) {
       RequireDigest(*kind, fields[kRule]);
+      withDigest_.insert(*kind);
       return;
     }
     const std::optional<SPath> path = ParsePath(fields[kPath]);
@@ -89,6 +107,9 @@ class CCountsReader {
       csv_.Fail(Quoted(fields[kRule]) + " is not a rule");
     }
     const SLookupCount count = ReadCount();
+    if (IsCompared(path->kind)) {
+      counted_.insert(path->kind);
+    }
     const auto found = countables_.find(KeyOf(fields[kPath], fields[kRule]));
     if (found == countables_.end()) {
       gone_ += IsCompared(path->kind) ? 1 : 0;
@@ -134,15 +155,32 @@ class CCountsReader {
     }
   }
 
+  /// Rows may come in any order.
+  void RequireDigests() const {
+    for (const EKind kind : counted_) {
+      if (withDigest_.count(kind) == 0) {
+        throw CKVXException(kvx::kMalformedDocument,
+                            name_ + ": the row of the kind " + std::string(NameOf(kind)) +
+                                " is missing, which tells which script has counted; run the script again and leave "
+                                "its result whole");
+      }
+    }
+  }
+
   bool IsCompared(EKind kind) const {
     return std::find(review_.elements.begin(), review_.elements.end(), kind) != review_.elements.end();
   }
 
+  std::string_view text_;
   CCsvRows csv_;
+  std::string name_;
   const SReview& review_;
   const SLookups& lookups_;
   std::vector<SLookupCount> counts_;
   std::unordered_map<std::string, SCountable> countables_;
+  /// Compared kinds of which there are counts, and those of whose script it is known that it is this one's.
+  std::set<EKind> counted_;
+  std::set<EKind> withDigest_;
   std::size_t gone_ = 0;
 };
 

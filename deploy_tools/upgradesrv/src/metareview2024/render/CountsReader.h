@@ -25,7 +25,8 @@ struct SReadCounts {
 /// Reads what the script has counted and somebody has saved as CSV. `name` is what messages call the text. Findings
 /// that are not in it have a problem that says so. Throws CKVXException (kvx::kMalformedDocument, "NAME:LINE: what is
 /// wrong") for whatever is not such a result: other columns, a path or a rule that is none, a number that is none, a
-/// row that is there twice, and the counts of a script for other lookups.
+/// row that is there twice, a last line without an end, and the counts of a script for other lookups or of one that
+/// nobody knows.
 SReadCounts ReadCounts(std::string_view text, const std::string& name, const SReview& review, const SLookups& lookups);
 
 }  // namespace metareview

@@ -34,7 +34,8 @@ bool CCsvRows::Next() {
     ++place_;
     fields_.push_back(Field());
   }
-  if (place_ < text_.size()) {
+  isEnded_ = place_ < text_.size();
+  if (isEnded_) {
     SkipLineEnd();
   }
   return true;

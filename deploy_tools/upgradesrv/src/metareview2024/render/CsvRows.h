@@ -19,6 +19,8 @@ class CCsvRows {
   bool Next();
 
   const std::vector<std::string>& Fields() const { return fields_; }
+  /// Whether the row has a line end behind it, which the last one of a text may lack.
+  bool IsEnded() const { return isEnded_; }
   /// Throws CKVXException, with the line on which the row begins.
   [[noreturn]] void Fail(const std::string& problem) const;
 
@@ -33,6 +35,7 @@ class CCsvRows {
   std::size_t place_ = 0;
   std::size_t line_ = 1;
   std::size_t rowLine_ = 1;
+  bool isEnded_ = false;
   std::vector<std::string> fields_;
 };
 
