@@ -6,6 +6,7 @@
 import json
 import os
 import re
+import shlex
 import subprocess
 import sys
 import tempfile
@@ -167,6 +168,41 @@ class BashCompletionTest(unittest.TestCase):
         self.assertEqual(bash_offers("decide", EXAMPLE, "link/x", "class/Plant/"), ["class/Plant/table_name"])
         findings = json.loads(output(TOOL, "review", "--fail-on", "never", "-o", "json", EXAMPLE))["findings"]
         self.assertEqual(set(bash_offers("decide", EXAMPLE, "")), {finding["path"] for finding in findings})
+
+    def test_paths_are_quoted_so_that_nothing_in_a_name_is_run(self):
+        names = ["a b", "$(touch x)", "`x`", "it's", "a;b", "a&b|c>d", "$HOME", "a\\b", "Größe", "-- c", "#a", "a!b"]
+        with tempfile.TemporaryDirectory() as directory:
+            upgrade = os.path.join(directory, "an 'upgrade'")
+            output(TOOL, "init", upgrade)
+            classes = [{"internal_name": name} for name in names]
+            for name, document in (("2024/metamodel.json", []), ("installation.json", classes)):
+                with open(os.path.join(upgrade, name), "w", encoding="utf-8") as file:
+                    json.dump({"generation": 2024, "classes": document}, file)
+            for word in (upgrade, shlex.quote(upgrade), upgrade.replace(" ", "\\ ").replace("'", "\\'")):
+                offered = output("bash", os.path.join(HERE, "drive.bash"), os.path.join(COMPLETION, "upgradesrv.bash"), TOOL,
+                                 "decide", word, "").splitlines()
+                if word == upgrade:
+                    self.assertEqual(offered, [""])  # Two words for a shell.
+                    continue
+                read = output("bash", "-c", "printf '%s\\n' " + " ".join(offered)).splitlines()
+                self.assertEqual(read, ["class/" + name for name in names])
+            self.assertEqual(os.listdir(directory), ["an 'upgrade'"])
+
+    def test_a_home_directory_is_that_of_the_user(self):
+        offered = output("env", "HOME=" + SOURCE, "bash", os.path.join(HERE, "drive.bash"),
+                         os.path.join(COMPLETION, "upgradesrv.bash"), TOOL, "decide", "~/examples/upgrade", "class/Plant/")
+        self.assertEqual(offered.split(), ["class/Plant/table_name"])
+
+    def test_values_behind_an_equals_sign(self):
+        self.assertEqual(bash_offers("review", "--fail-on", "=", ""), ["loss", "block", "attention", "safe", "never"])
+        self.assertEqual(bash_offers("review", "--fail-on", "=", "lo"), ["loss"])
+        self.assertEqual(bash_offers("review", "--output", "=", "html", "=", EXAMPLE + "/inst"), [EXAMPLE + "/installation.json"])
+
+    def test_odd_words_offer_nothing_wrong(self):
+        for word in ("%n,", "\\n,", "*,", "$(touch x),"):
+            self.assertEqual(bash_offers("run", "--elements", word), " ".join(word + kind for kind in ("class", "link", "behavior")).split())
+        for word in ("'", '"', "[", "\\", "--x=", "=", ":"):
+            self.assertEqual(bash_offers("explain", word), [])
 
     def test_directories_and_locations(self):
         self.assertEqual(bash_offers("run", SOURCE + "/exam"), [SOURCE + "/examples"])

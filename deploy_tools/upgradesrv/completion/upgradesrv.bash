@@ -16,9 +16,19 @@ _upgradesrv_rules() {
   "${COMP_WORDS[0]}" explain 2>/dev/null | sed 's/ .*//'
 }
 
-# The paths of findings, but of those that CSV puts in quotes.
+# The name that a word of the command line stands for; nothing in it is run.
+_upgradesrv_name() {
+  local word=$1
+  [[ $word == \~ || $word == \~/* ]] && word="'$HOME'${word:1}"
+  printf '%s\n' "$word" | xargs printf '%s' 2>/dev/null
+}
+
+# The paths of findings, but of those that CSV puts in quotes. Names come from a metamodel: without quotes the shell would
+# run what stands in them.
 _upgradesrv_paths() {
-  "${COMP_WORDS[0]}" review --quiet --timeout 5 --fail-on never -o csv "$1" 2>/dev/null | sed -n '2,$s/^[0-9a-f]*,\([^",]*\),.*/\1/p'
+  local path
+  "${COMP_WORDS[0]}" review --quiet --timeout 5 --fail-on never -o csv "$(_upgradesrv_name "$1")" 2>/dev/null |
+    sed -n '2,$s/^[0-9a-f]*,\([^",]*\),.*/\1/p' | while IFS= read -r path; do printf '%q\n' "$path"; done
 }
 
 _upgradesrv_formats() {
@@ -74,9 +84,9 @@ _upgradesrv_offer_values() {
     LEVEL*) _upgradesrv_offer < <(printf '%s\n' loss block attention safe never) ;;
     CODE*) _upgradesrv_offer < <(printf '%s\n' de en es fr ja zh) ;;
     KIND*)
-      local listed=
+      local listed='' kind
       [[ $current == *,* ]] && listed=${current%,*},
-      _upgradesrv_offer < <(printf "$listed%s\n" class link behavior)
+      _upgradesrv_offer < <(for kind in class link behavior; do printf '%s\n' "$listed$kind"; done)
       ;;
     DIALECT*) _upgradesrv_offer < <(printf '%s\n' postgresql sqlite) ;;
     LOCATION*) _upgradesrv_offer_locations ;;
@@ -101,6 +111,15 @@ _upgradesrv() {
   case $current in
     *[=:]*) kept=${current%"${current##*[=:]}"} ;;
   esac
+  # An option and its value in one word are two.
+  local joined=
+  if [[ $current == --*=* ]]; then
+    joined=yes
+    words[-1]=${current%%=*}
+    current=${current#*=}
+    words+=("$current")
+    kept=${kept#*=}
+  fi
   COMPREPLY=()
 
   # The command, the type of the value that is asked for, and how many arguments there are before it.
@@ -125,6 +144,8 @@ _upgradesrv() {
 
   if [[ -n $type ]]; then
     _upgradesrv_offer_values "$type"
+  elif [[ -n $joined ]]; then
+    return
   elif [[ $current == -* ]]; then
     _upgradesrv_offer < <(printf '%s\n' "${options[@]%% *}")
   else
