@@ -281,8 +281,10 @@ TEST_P(SqliteCountStoredTest, AFileThatIsMissingOrNoDatabaseIsAnError) {
 TEST_P(SqliteCountStoredTest, ALockedFileIsAnError) {
   MakeTable("T_A", 1);
   database_.Query("BEGIN EXCLUSIVE");
+  const auto begin = std::chrono::steady_clock::now();
   EXPECT_THAT(test::ErrorOf([&] { Count(database_.Location(), {}, std::chrono::milliseconds(200)); }).message,
-              HasSubstr("locked"));
+              HasSubstr("locked the database for more than 5 seconds"));
+  EXPECT_GE(std::chrono::steady_clock::now() - begin, std::chrono::seconds(5));
 }
 
 TEST_P(SqliteCountStoredTest, AColumnThatIsGeneratedIsFound) {

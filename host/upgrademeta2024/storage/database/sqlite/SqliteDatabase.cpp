@@ -267,7 +267,7 @@ SFailure CSqliteDatabase::Explain(const soci::soci_error& error) const {
       return {kvx::kFileError, "another program has locked the database for more than 5 seconds",
               "try again when that program is done"};
     case SQLITE_NOTADB:
-      return {kvx::kMalformedDocument, "not an SQLite database", "give the path of a database that holds a metamodel"};
+      return {kvx::kMalformedDocument, "not an SQLite database", "give the path of an SQLite database"};
     case SQLITE_CORRUPT:
       return {kvx::kMalformedDocument, "the database is damaged or truncated", "restore it from a copy"};
     case SQLITE_READONLY:

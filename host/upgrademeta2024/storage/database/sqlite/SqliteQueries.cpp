@@ -2,7 +2,6 @@
 
 #include <sqlite3.h>
 
-#include <algorithm>
 #include <array>
 #include <cctype>
 #include <fstream>
@@ -66,9 +65,8 @@ CSqliteQueries::CSqliteQueries(const std::string& path, std::chrono::millisecond
     throw SOpenFailure{result};
   }
   sqlite3_extended_result_codes(opened, 1);
-  sqlite3_busy_timeout(opened, static_cast<int>(std::min<std::int64_t>(limit.count(), kBusyMilliseconds)));
-  const auto isOver = [](void* deadline) { return Clock::now() >= *static_cast<Clock::time_point*>(deadline) ? 1 : 0; };
-  sqlite3_progress_handler(opened, kStepsBetweenLooks, isOver, &deadline_);
+  // Opening is no query: however short the limit, it waits as long as its message says.
+  sqlite3_busy_timeout(opened, kBusyMilliseconds);
   // The last one looks at the file, which begins the transaction.
   for (const char* const statement :
        {"PRAGMA query_only = ON", "PRAGMA trusted_schema = OFF", "BEGIN", "SELECT count(*) FROM sqlite_master"}) {
@@ -77,6 +75,8 @@ CSqliteQueries::CSqliteQueries(const std::string& path, std::chrono::millisecond
       throw SOpenFailure{code};
     }
   }
+  const auto isOver = [](void* deadline) { return Clock::now() >= *static_cast<Clock::time_point*>(deadline) ? 1 : 0; };
+  sqlite3_progress_handler(opened, kStepsBetweenLooks, isOver, &deadline_);
 }
 
 CSqliteQueries::~CSqliteQueries() = default;
