@@ -25,19 +25,22 @@ std::string IsLonger(const std::string& column, const std::string& limit) {
 /// so great that its last digits are beyond the places nothing is lost either.
 std::string IsRounded(const std::string& column, const std::string& places) {
   const std::string number = Numeric(column);
-  const std::string isRounded = number + " <> round(" + number + ", " + places + ")";
-  const std::string begin =
-      "CASE WHEN typeof(" + number + ") <> 'real' OR abs(" + number + ") >= 9007199254740992e-" + places + " THEN 0 ";
-  // Powers of ten are exact as far as this one, and a quotient is the number next to the decimal: that is what the
-  // value is unless rounding changes it. round() takes several times as long.
+  const std::string begin = "CASE WHEN ";
+  const std::string end = "typeof(" + number + ") <> 'real' OR abs(" + number + ") >= 9007199254740992e-" + places +
+                          " THEN 0 ELSE " + number + " <> round(" + number + ", " + places + ") END";
+  // Powers of ten are exact as far as this one.
   constexpr std::size_t kMostPlaces = 22;
   if (places.size() > 2 || std::stoul(places) > kMostPlaces) {
-    return begin + "ELSE " + isRounded + " END";
+    return begin + end;
   }
+  // Adding 1.5 * 2^52 leaves the nearest whole number of units of the last place, and the quotient is the number next
+  // to that decimal: what is left as it was has no more places. What changes and is small has more. round() takes
+  // several times as long.
   const std::string power = "1e" + places;
-  return begin + "WHEN abs(" + number + ") < 2251799813685248e-" + places + " THEN CAST(" + number + " * " + power +
-         " + CASE WHEN " + number + " < 0 THEN -0.5 ELSE 0.5 END AS INTEGER) / " + power + " <> " + number + " ELSE " +
-         isRounded + " END";
+  const std::string small = "1125899906842624e-" + places;
+  return "(" + column + " * " + power + " + 6755399441055744.0 - 6755399441055744.0) / " + power + " - " + column +
+         " <> 0 AND " + begin + column + " BETWEEN " + Numeric("-" + small) + " AND " + Numeric(small) +
+         " THEN 1 WHEN " + end;
 }
 
 /// 29 of the 53 digits of the number are cut off by way of a greater one.
