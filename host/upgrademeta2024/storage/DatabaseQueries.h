@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -35,8 +36,12 @@ class CDatabaseQueries {
   CDatabaseQueries& operator=(const CDatabaseQueries&) = delete;
 
   virtual EKind GetKind() const = 0;
+  /// A second connection that sees the same moment, to be asked on a thread of its own; null where there is none to be
+  /// had. To be called before anything is asked. Throws std::bad_alloc only.
+  virtual std::unique_ptr<CDatabaseQueries> OpenSecond() = 0;
   /// Throws std::bad_alloc only.
   virtual SDatabaseAnswer Query(const std::string& query) = 0;
-  /// False when another program has changed the database so that what was answered may be of several moments.
+  /// False when another program has changed the database so that what was answered, by a second connection
+  /// too, may be of several moments.
   virtual bool IsOfOneMoment() const { return true; }
 };

@@ -49,8 +49,9 @@ class UPGRADEMETA2024_EXPORT CMetaStorage {
   /// With kRefuse throws what RequireNothingThere() does, and replaces nothing that comes while it writes either.
   virtual void Save(const CMetaDictionary2024& dictionary, EExistingMeta existing) = 0;
 
-  /// Opens the database, whatever it holds, to be asked; no query takes longer than `limit`. Throws CKVXException for
-  /// one that cannot be opened, and for a location that is no database.
+  /// Opens the database, whatever it holds, to be asked; no query takes longer than `limit`. The storage has to be
+  /// there for as long as what it gives. Throws CKVXException for one that cannot be opened, and for a location that is
+  /// no database.
   virtual std::unique_ptr<CDatabaseQueries> OpenQueries(std::chrono::milliseconds limit);
 
  protected:

@@ -1,6 +1,12 @@
 #include "metareview2024/data/CountStored.h"
 
+#include <algorithm>
+#include <future>
 #include <memory>
+#include <mutex>
+#include <optional>
+#include <set>
+#include <system_error>
 #include <unordered_map>
 #include <utility>
 
@@ -21,25 +27,31 @@ struct SQueryPlan {
   std::vector<std::size_t> lookups;
 };
 
+/// Counts on one connection, or on two with two tables at a time.
 class CCounter {
  public:
-  CCounter(CDatabaseQueries& queries, const std::vector<SLookup>& lookups)
-      : queries_(queries),
-        dialect_(queries.GetKind() == CDatabaseQueries::kSqlite ? EDialect::kSqlite : EDialect::kPostgresql),
-        lookups_(lookups),
-        counts_(lookups.size()) {}
+  CCounter(EDialect dialect, const std::vector<SLookup>& lookups, const CountObserver& observer)
+      : dialect_(dialect), lookups_(lookups), observer_(observer), counts_(lookups.size()) {}
 
-  std::vector<SLookupCount> Run(const CountObserver& observer) {
-    for (const std::string& setting : ReadingSettings(dialect_)) {
-      queries_.Query(setting);
-    }
-    places_ = FindPlaces(queries_, lookups_);
-    const std::vector<SQueryPlan> plans = Plan();
-    for (std::size_t i = 0; i < plans.size(); ++i) {
-      if (observer) {
-        observer({plans[i].name, i, plans.size()});
+  /// `second` may be null.
+  std::vector<SLookupCount> Run(CDatabaseQueries& first, CDatabaseQueries* second) {
+    places_ = FindPlaces(first, lookups_);
+    plans_ = Plan();
+    std::future<void> other;
+    if (second != nullptr && plans_.size() > 1) {
+      try {
+        other = std::async(std::launch::async, [this, second] { CountTables(*second); });
+      } catch (const std::system_error&) {
+        // There is no thread.
       }
-      Count(plans[i]);
+    }
+    CountTables(first);
+    if (other.valid()) {
+      other.get();
+    }
+    // What is left when both connections are lost: the answer is why.
+    while (const std::optional<std::size_t> plan = Take()) {
+      Count(first, plans_[*plan]);
     }
     return std::move(counts_);
   }
@@ -67,42 +79,87 @@ class CCounter {
     return plans;
   }
 
-  SDatabaseAnswer Ask(const SQueryPlan& plan) {
+  /// Until there are no more, or the connection is lost.
+  void CountTables(CDatabaseQueries& queries) {
+    for (const std::string& setting : ReadingSettings(dialect_)) {
+      queries.Query(setting);
+    }
+    bool isConnected = true;
+    while (isConnected) {
+      const std::optional<std::size_t> plan = Take();
+      if (!plan) {
+        return;
+      }
+      isConnected = Count(queries, plans_[*plan]);
+      GiveBack(*plan);
+    }
+  }
+
+  std::optional<std::size_t> Take() {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    if (next_ == plans_.size()) {
+      return std::nullopt;
+    }
+    running_.insert(next_);
+    Tell(next_);
+    return next_++;
+  }
+
+  /// Where no table is left to begin with, the observer is told of the one that is still being read.
+  void GiveBack(std::size_t plan) {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    running_.erase(plan);
+    if (next_ == plans_.size() && !running_.empty()) {
+      Tell(*running_.begin());
+    }
+  }
+
+  void Tell(std::size_t plan) const {
+    if (observer_) {
+      observer_({plans_[plan].name, plan, plans_.size()});
+    }
+  }
+
+  SDatabaseAnswer Ask(CDatabaseQueries& queries, const SQueryPlan& plan) const {
     std::vector<SSqlCount> counts;
     counts.reserve(plan.lookups.size());
     for (const std::size_t lookup : plan.lookups) {
       counts.push_back({lookups_[lookup].measure, places_[lookup].columns, lookups_[lookup].limit});
     }
-    return queries_.Query(CountQuery(dialect_, plan.table, counts));
+    return queries.Query(CountQuery(dialect_, plan.table, counts));
   }
 
-  void Count(const SQueryPlan& plan) {
-    SDatabaseAnswer answer = Ask(plan);
+  /// False when the connection is lost.
+  bool Count(CDatabaseQueries& queries, const SQueryPlan& plan) {
+    SDatabaseAnswer answer = Ask(queries, plan);
     std::string problem;
     if (answer.outcome == SDatabaseAnswer::kDenied && dialect_ == EDialect::kPostgresql) {
       // The server has refused to leave out rows that a policy hides, or the user has no right at all.
-      queries_.Query("SET LOCAL row_security = on");
-      SDatabaseAnswer partial = Ask(plan);
-      queries_.Query("SET LOCAL row_security = off");
+      queries.Query("SET LOCAL row_security = on");
+      SDatabaseAnswer partial = Ask(queries, plan);
+      queries.Query("SET LOCAL row_security = off");
       if (partial.outcome == SDatabaseAnswer::kRows) {
         problem = "row-level security may hide rows of table " + CStringHelper::ToVisible(plan.name);
         answer = std::move(partial);
       }
     }
     if (answer.outcome == SDatabaseAnswer::kRows) {
-      Take(plan, answer, problem);
+      Store(plan, answer, problem);
     } else if (answer.outcome != SDatabaseAnswer::kOutOfTime && answer.outcome != SDatabaseAnswer::kLost &&
                plan.lookups.size() > 1) {
       // One of them may be at fault. When time is over each would take about as long.
+      bool isConnected = true;
       for (const std::size_t lookup : plan.lookups) {
-        Count({plan.name, plan.table, {lookup}});
+        isConnected = Count(queries, {plan.name, plan.table, {lookup}});
       }
+      return isConnected;
     } else {
       Fail(plan, answer);
     }
+    return answer.outcome != SDatabaseAnswer::kLost;
   }
 
-  void Take(const SQueryPlan& plan, const SDatabaseAnswer& answer, const std::string& problem) {
+  void Store(const SQueryPlan& plan, const SDatabaseAnswer& answer, const std::string& problem) {
     const auto& row = answer.rows.at(0);
     for (std::size_t i = 0; i < plan.lookups.size(); ++i) {
       SLookupCount& count = counts_[plan.lookups[i]];
@@ -126,12 +183,24 @@ class CCounter {
     }
   }
 
-  CDatabaseQueries& queries_;
   EDialect dialect_;
   const std::vector<SLookup>& lookups_;
+  const CountObserver& observer_;
   std::vector<SPlace> places_;
+  std::vector<SQueryPlan> plans_;
+  // A thread changes those of the plans that it has taken.
   std::vector<SLookupCount> counts_;
+
+  // Held while the observer is told.
+  std::mutex mutex_;
+  std::size_t next_ = 0;
+  std::set<std::size_t> running_;
 };
+
+bool HasSeveralTables(const std::vector<SLookup>& lookups) {
+  return std::any_of(lookups.begin(), lookups.end(),
+                     [&lookups](const SLookup& lookup) { return lookup.table != lookups.front().table; });
+}
 
 }  // namespace
 
@@ -142,7 +211,11 @@ std::vector<SCount> CountStored(const std::string& location, const SLookups& loo
   std::vector<SLookupCount> counts;
   for (int i = 0; i < kTries; ++i) {
     const std::unique_ptr<CDatabaseQueries> queries = storage->OpenQueries(limit);
-    counts = CCounter(*queries, lookups.lookups).Run(observer);
+    const std::unique_ptr<CDatabaseQueries> second =
+        HasSeveralTables(lookups.lookups) ? queries->OpenSecond() : nullptr;
+    const EDialect dialect =
+        queries->GetKind() == CDatabaseQueries::kSqlite ? EDialect::kSqlite : EDialect::kPostgresql;
+    counts = CCounter(dialect, lookups.lookups, observer).Run(*queries, second.get());
     if (queries->IsOfOneMoment()) {
       return AddUp(lookups, counts);
     }

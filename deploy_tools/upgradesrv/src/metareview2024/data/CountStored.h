@@ -21,8 +21,9 @@ struct SCountProgress {
 using CountObserver = std::function<void(const SCountProgress&)>;
 
 /// Counts in a database of SQLite or PostgreSQL, each table read once in a transaction that changes nothing and sees
-/// one moment; no query takes longer than `limit`. `observer` may be empty; it is called before each table. What cannot
-/// be counted is a problem of its findings. Throws CKVXException for a database that cannot be opened.
+/// one moment; no query takes longer than `limit`. Two tables are read at a time where a second connection sees the
+/// same moment. `observer` may be empty; it is called before each table, by one thread at a time. What cannot be
+/// counted is a problem of its findings. Throws CKVXException for a database that cannot be opened.
 METAREVIEW2024_EXPORT std::vector<SCount> CountStored(const std::string& location, const SLookups& lookups,
                                                       std::chrono::milliseconds limit,
                                                       const CountObserver& observer = {});

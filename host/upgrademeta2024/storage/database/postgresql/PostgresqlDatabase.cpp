@@ -215,7 +215,7 @@ CPostgresqlDatabase::CPostgresqlDatabase(const std::string& words) {
 
 CPostgresqlDatabase::~CPostgresqlDatabase() = default;
 
-std::unique_ptr<soci::session> CPostgresqlDatabase::Open(std::optional<Clock::time_point> deadline) const {
+std::unique_ptr<soci::session> CPostgresqlDatabase::Connect(std::optional<Clock::time_point> deadline) const {
   std::string timeout = connectTimeout_;
   if (deadline) {
     const std::uint64_t left = SecondsUntil(*deadline);
@@ -230,6 +230,12 @@ std::unique_ptr<soci::session> CPostgresqlDatabase::Open(std::optional<Clock::ti
   if (PQsetClientEncoding(connection, "UTF8") != 0) {
     throw soci::soci_error(PQerrorMessage(connection));
   }
+  return session;
+}
+
+std::unique_ptr<soci::session> CPostgresqlDatabase::Open(std::optional<Clock::time_point> deadline) const {
+  std::unique_ptr<soci::session> session = Connect(deadline);
+  const PGconn* const connection = ConnectionOf(*session);
   NoteWhere(PQhost(connection), PQport(connection), PQdb(connection));
   return session;
 }
@@ -260,7 +266,8 @@ std::unique_ptr<soci::session> CPostgresqlDatabase::OpenForWriting() {
 }
 
 std::unique_ptr<CDatabaseQueries> CPostgresqlDatabase::OpenQueries(std::chrono::milliseconds limit) const {
-  return std::make_unique<CPostgresqlQueries>(Open(std::nullopt), limit);
+  return std::make_unique<CPostgresqlQueries>(
+      Open(std::nullopt), [this] { return Connect(std::nullopt); }, limit);
 }
 
 SDatabaseDialect CPostgresqlDatabase::Dialect(soci::session& session) const {

@@ -32,6 +32,8 @@ class CPostgresqlDatabase : public CDatabase {
 
  private:
   /// Waits for each address no longer than `deadline` leaves, which libpq rounds up to two seconds.
+  std::unique_ptr<soci::session> Connect(std::optional<kvx::CLoadDeadline::Clock::time_point> deadline) const;
+  /// The same, and says where that is.
   std::unique_ptr<soci::session> Open(std::optional<kvx::CLoadDeadline::Clock::time_point> deadline) const;
   /// A note where the words alone do not say which database this is.
   void NoteWhere(const std::string& host, const std::string& port, const std::string& database) const;

@@ -46,16 +46,41 @@ bool IsFailure(const PGresult* result) {
 
 }  // namespace
 
-CPostgresqlQueries::CPostgresqlQueries(std::unique_ptr<soci::session> session, std::chrono::milliseconds limit)
-    : session_(std::move(session)),
+CPostgresqlQueries::CPostgresqlQueries(std::unique_ptr<soci::session> session, Connect connect,
+                                       std::chrono::milliseconds limit, const std::string& snapshot)
+    : connect_(std::move(connect)),
+      session_(std::move(session)),
       connection_(static_cast<soci::postgresql_session_backend*>(session_->get_backend())->conn_),
       limit_(limit) {
-  const std::string milliseconds = std::to_string(limit.count());
+  BeginReading(snapshot);
+}
+
+void CPostgresqlQueries::BeginReading(const std::string& snapshot) {
+  const std::string milliseconds = std::to_string(limit_.count());
   ExecuteFirst("BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY");
+  if (!snapshot.empty()) {
+    ExecuteFirst("SET TRANSACTION SNAPSHOT '" + snapshot + "'");
+  }
   // This sees the moment that all else sees.
   ExecuteFirst("SELECT set_config('statement_timeout', '" + milliseconds +
                "', true) FROM pg_settings WHERE name = 'statement_timeout' AND (setting = '0' OR setting::bigint > " +
                milliseconds + ")");
+}
+
+std::unique_ptr<CDatabaseQueries> CPostgresqlQueries::OpenSecond() {
+  try {
+    const Result exported = Execute("SELECT pg_export_snapshot()");
+    if (exported == nullptr || IsFailure(exported.get())) {
+      // That has ended the transaction.
+      ExecuteFirst("ROLLBACK");
+      BeginReading("");
+      return nullptr;
+    }
+    return std::make_unique<CPostgresqlQueries>(connect_(), connect_, limit_, PQgetvalue(exported.get(), 0, 0));
+  } catch (const soci::soci_error&) {
+    // The user may have no second connection. Where the first is lost too the next query says so.
+    return nullptr;
+  }
 }
 
 CPostgresqlQueries::~CPostgresqlQueries() = default;

@@ -216,7 +216,7 @@ std::unique_ptr<CDatabaseQueries> CSqliteDatabase::OpenQueries(std::chrono::mill
   RequireReadableFile();
   try {
     return std::make_unique<CSqliteQueries>(path_, limit);
-  } catch (const CSqliteQueries::SOpenFailure& failure) {
+  } catch (const CSqliteConnection::SFailure& failure) {
     if (failure.code == SQLITE_READONLY_ROLLBACK) {
       throw SFailure{kvx::kFileError, "a change of the database was interrupted and has to be undone first",
                      "open it once with its own program"};

@@ -3,36 +3,19 @@
 #include <sqlite3.h>
 
 #include <array>
-#include <cctype>
 #include <fstream>
-#include <new>
-
-#include "kvxsptstring/StringHelper.h"
+#include <thread>
+#include <utility>
 
 namespace metadb {
 namespace {
 
-constexpr int kBusyMilliseconds = 5000;
-constexpr int kStepsBetweenLooks = 1000;
-
-std::string AsUri(const std::string& path) {
-  constexpr const char* kDigits = "0123456789ABCDEF";
-  std::string uri = "file:";
-  for (const char c : path) {
-    const auto byte = static_cast<unsigned char>(c);
-    if (std::isalnum(byte) != 0 || c == '/') {
-      uri += c;
-    } else {
-      uri += '%';
-      uri += kDigits[byte / 16];
-      uri += kDigits[byte % 16];
-    }
-  }
-  return uri + "?immutable=1";
-}
+// Opening is no query: however short the limit, it waits as long as its message says.
+constexpr std::chrono::milliseconds kMostWait(5000);
 
 /// Whether the database has a log beside it while it is in use, and nobody uses it now. Whoever reads it as usual makes
-/// that log, and the means to share it, and may leave both behind.
+/// that log, and the means to share it, and may leave both behind. Not to be asked while the process has the file open:
+/// the system would take the locks away.
 bool IsLeftAloneWithLog(const std::string& path) {
   constexpr std::size_t kVersionAt = 18;
   std::array<char, 20> header{};
@@ -47,79 +30,66 @@ bool IsSameContent(const struct stat& a, const struct stat& b) {
          a.st_mtim.tv_nsec == b.st_mtim.tv_nsec;
 }
 
+/// What `step` gives; nothing where SQLite refuses.
+template <typename Step>
+auto TryTo(const Step& step) -> std::optional<decltype(step())> {
+  try {
+    return step();
+  } catch (const CSqliteConnection::SFailure&) {
+    return std::nullopt;
+  }
+}
+
 }  // namespace
 
-CSqliteQueries::CSqliteQueries(const std::string& path, std::chrono::milliseconds limit)
-    : path_(path), limit_(limit), connection_(nullptr, &sqlite3_close) {
+/// Whether it sees one moment is asked of the first.
+class CSqliteQueries::CSecond : public CDatabaseQueries {
+ public:
+  explicit CSecond(Connection connection) : connection_(std::move(connection)) {}
+
+  EKind GetKind() const override { return kSqlite; }
+  std::unique_ptr<CDatabaseQueries> OpenSecond() override { return nullptr; }
+  SDatabaseAnswer Query(const std::string& query) override { return connection_->Query(query); }
+
+ private:
+  Connection connection_;
+};
+
+CSqliteQueries::CSqliteQueries(const std::string& path, std::chrono::milliseconds limit) : path_(path), limit_(limit) {
   if (IsLeftAloneWithLog(path)) {
     before_.emplace();
     if (stat(path.c_str(), &*before_) != 0) {
-      throw SOpenFailure{SQLITE_CANTOPEN};
+      throw CSqliteConnection::SFailure{SQLITE_CANTOPEN};
     }
   }
-  sqlite3* opened = nullptr;
-  const int flags = SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX | (before_ ? SQLITE_OPEN_URI : 0);
-  const int result = sqlite3_open_v2((before_ ? AsUri(path) : path).c_str(), &opened, flags, nullptr);
-  connection_.reset(opened);
-  if (result != SQLITE_OK) {
-    throw SOpenFailure{result};
+  // Where nobody has changed anything since before the first began until after the second has begun, both see the same.
+  // The second never waits: that might be for somebody who waits for the first.
+  std::optional<std::string> version;
+  if (std::thread::hardware_concurrency() > 1) {
+    version = TryTo([this] {
+      second_ = Open(std::chrono::milliseconds(0));
+      return second_->DataVersion();
+    });
   }
-  sqlite3_extended_result_codes(opened, 1);
-  // Opening is no query: however short the limit, it waits as long as its message says.
-  sqlite3_busy_timeout(opened, kBusyMilliseconds);
-  // The last one looks at the file, which begins the transaction.
-  for (const char* const statement :
-       {"PRAGMA query_only = ON", "PRAGMA trusted_schema = OFF", "BEGIN", "SELECT count(*) FROM sqlite_master"}) {
-    SDatabaseAnswer answer;
-    if (const int code = Read(statement, answer); code != SQLITE_DONE) {
-      throw SOpenFailure{code};
-    }
+  connection_ = Open(kMostWait);
+  connection_->BeginReading();
+  const auto versionNow = [this] {
+    second_->BeginReading();
+    return second_->DataVersion();
+  };
+  if (!version || TryTo(versionNow) != version) {
+    second_.reset();
   }
-  const auto isOver = [](void* deadline) { return Clock::now() >= *static_cast<Clock::time_point*>(deadline) ? 1 : 0; };
-  sqlite3_progress_handler(opened, kStepsBetweenLooks, isOver, &deadline_);
 }
 
 CSqliteQueries::~CSqliteQueries() = default;
 
-SDatabaseAnswer CSqliteQueries::Query(const std::string& query) {
-  SDatabaseAnswer answer;
-  const int code = Read(query, answer);
-  if (code == SQLITE_DONE) {
-    return answer;
-  }
-  if (code == SQLITE_NOMEM || code == SQLITE_IOERR_NOMEM) {
-    throw std::bad_alloc();
-  }
-  return {code == SQLITE_INTERRUPT ? SDatabaseAnswer::kOutOfTime : SDatabaseAnswer::kFailed,
-          {},
-          CStringHelper::ToVisible(sqlite3_errmsg(connection_.get()))};
+CSqliteQueries::Connection CSqliteQueries::Open(std::chrono::milliseconds wait) const {
+  return std::make_unique<CSqliteConnection>(path_, before_.has_value(), limit_, wait);
 }
 
-int CSqliteQueries::Read(const std::string& query, SDatabaseAnswer& answer) {
-  deadline_ = Clock::now() + limit_;
-  sqlite3_stmt* prepared = nullptr;
-  const int result = sqlite3_prepare_v2(connection_.get(), query.c_str(), -1, &prepared, nullptr);
-  const std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> statement(prepared, &sqlite3_finalize);
-  if (result != SQLITE_OK) {
-    return result;
-  }
-  const int columns = sqlite3_column_count(prepared);
-  int step = sqlite3_step(prepared);
-  for (; step == SQLITE_ROW; step = sqlite3_step(prepared)) {
-    auto& row = answer.rows.emplace_back();
-    for (int i = 0; i < columns; ++i) {
-      if (sqlite3_column_type(prepared, i) == SQLITE_NULL) {
-        row.emplace_back();
-        continue;
-      }
-      const auto* const text = reinterpret_cast<const char*>(sqlite3_column_text(prepared, i));
-      if (text == nullptr) {
-        return SQLITE_NOMEM;
-      }
-      row.emplace_back(std::string(text, static_cast<std::size_t>(sqlite3_column_bytes(prepared, i))));
-    }
-  }
-  return step;
+std::unique_ptr<CDatabaseQueries> CSqliteQueries::OpenSecond() {
+  return second_ == nullptr ? nullptr : std::make_unique<CSecond>(std::move(second_));
 }
 
 bool CSqliteQueries::IsOfOneMoment() const {
