@@ -59,6 +59,15 @@ TEST(ApplyCountsTest, AProblemLeavesTheRisk) {
   EXPECT_EQ(finding.data->problem, "a policy may hide rows");
 }
 
+TEST(ApplyCountsTest, ARiskThatIsLowEnoughIsNotLowered) {
+  metareview::SFinding finding = Found("length-shrinks");
+  // As a decision has set it.
+  finding.risk = ERisk::kAttention;
+  finding = Applied(finding, {0, 7, {"T_PART"}, ""});
+  EXPECT_EQ(finding.risk, ERisk::kAttention);
+  EXPECT_EQ(finding.riskWithoutData, std::nullopt);
+}
+
 TEST(ApplyCountsTest, NoRiskIsRaised) {
   metareview::SFinding finding = Found("length-shrinks");
   // As a decision has set it.
@@ -104,6 +113,19 @@ TEST(AddUpTest, ProblemsOfOneFindingAreNotThoseOfTheNext) {
   EXPECT_EQ(sums.at(0).data.problem, "no table A");
   EXPECT_EQ(sums.at(1).data.problem, "");
   EXPECT_EQ(sums.at(1).data.rows, 2U);
+}
+
+TEST(ApplyCountsTest, EachProblemOfSeveralTablesIsSaidOnce) {
+  const auto lookup = [](const std::string& table) {
+    return metareview::SLookup{0, "p", "r", table, {}, metareview::EMeasure::kAnyRow, ""};
+  };
+  const auto sums =
+      metareview::AddUp({{lookup("A"), lookup("B"), lookup("C"), lookup("D")}, {}, {}},
+                        {{0, 0, false, "no A"}, {0, 0, false, "out of time"}, {2, 3, true, ""}, {0, 0, false, "no A"}});
+  ASSERT_EQ(sums.size(), 1U);
+  EXPECT_EQ(sums.front().data.problem, "no A; out of time");
+  EXPECT_EQ(sums.front().data.rows, 2U);
+  EXPECT_EQ(sums.front().data.of, 3U);
 }
 
 }  // namespace

@@ -1,8 +1,10 @@
 #include <gmock/gmock.h>
 
 #include "metareview2024/data/CountFixture.h"
+#include "metareview2024/data/Sql.h"
 
 using metareview::SCount;
+using metareview::SLookup;
 using test::AnyRow;
 using test::Count;
 using test::EStorage;
@@ -49,6 +51,19 @@ TEST_P(CountStoredTest, TheObserverIsToldOfEachTable) {
   ASSERT_GE(told.size(), 2U);
   EXPECT_EQ(told[0], "T_A 0/2");
   EXPECT_EQ(told[1], "T_B 1/2");
+}
+
+TEST_P(CountStoredTest, MoreCountsThanADatabaseTakesAreSeveralQueries) {
+  MakeTable("T_A", 1);
+  database_.Disconnect();
+  std::vector<SLookup> lookups;
+  for (std::size_t i = 0; i <= metareview::kMostCounts; ++i) {
+    lookups.push_back(AnyRow(i, "T_A"));
+  }
+  const std::vector<std::string> texts = Count(database_.Location(), lookups);
+  ASSERT_EQ(texts.size(), lookups.size());
+  EXPECT_EQ(texts.front(), "0: 1 of 1 in T_A");
+  EXPECT_EQ(texts.back(), "1000: 1 of 1 in T_A");
 }
 
 TEST_P(CountStoredTest, TheObserverIsToldOfTheTableThatIsStillRead) {

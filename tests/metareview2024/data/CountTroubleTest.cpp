@@ -62,12 +62,12 @@ TEST_P(CountTroubleTest, AFailingViewIsAProblemOfItsFindings) {
   // Both databases come upon it in a row only.
   const std::string failing =
       IsSqlite() ? "CASE \"V\" WHEN 'abcd' THEN abs(-9223372036854775808) END" : "\"V\"::integer";
-  database_.Query("CREATE VIEW \"T_VIEW\" AS SELECT \"V\", " + failing + " AS \"W\" FROM \"T_A\"");
-  SLookup above = Longer(1, "T_VIEW", "W");
+  database_.Query("CREATE VIEW \"T VIEW\" AS SELECT \"V\", " + failing + " AS \"W\" FROM \"T_A\"");
+  SLookup above = Longer(1, "T VIEW", "W");
   above.measure = EMeasure::kAbove;
   EXPECT_THAT(
-      CountHere({Longer(0, "T_VIEW", "V"), above, AnyRow(2, "T_A")}),
-      ElementsAre("0: 2 of 2 in T_VIEW",
+      CountHere({Longer(0, "T VIEW", "V"), above, AnyRow(2, "T_A")}),
+      ElementsAre("0: 2 of 2 in T VIEW",
                   AllOf(HasSubstr("1: 0 of 0 in; "), HasSubstr(IsSqlite() ? "integer overflow" : "invalid input")),
                   "2: 2 of 2 in T_A"));
 }

@@ -58,7 +58,9 @@ TEST(LookupsTest, AShorterLengthCountsLongerTexts) {
                             "characters"))
         << type;
   }
-  EXPECT_THAT(LookupsFor(Property("Code", "int32", 48), Property("Code", "int32", 32)), IsEmpty());
+  for (const std::string type : {"int32", "lookup", ""}) {
+    EXPECT_THAT(LookupsFor(Property("Code", type, 48), Property("Code", type, 32)), IsEmpty()) << type;
+  }
 }
 
 TEST(LookupsTest, ALesserPrecisionCountsWhatRoundingChanges) {
@@ -105,6 +107,15 @@ TEST(LookupsTest, AMovedTableCountsTheRowsOfTheClients) {
   original.classes.front().tableName = "T_OTHER";
   EXPECT_THAT(Plan(test::Review(client, original), client).lookups,
               ElementsAre("class/Part/table_name table-moved: rows of T_Part"));
+}
+
+TEST(LookupsTest, WhatIsCountedWithoutALimitHasNone) {
+  const SModel client = {{{"Part", {}, {}}}, {}, {}};
+  const SModel original = {{}, {}, {}};
+  const metareview::SLookups lookups =
+      MakeLookups(test::Review(client, original, client), *test::MakeMetamodel(client));
+  ASSERT_EQ(lookups.lookups.size(), 1U);
+  EXPECT_EQ(lookups.lookups.front().limit, "");
 }
 
 TEST(LookupsTest, AMovedFieldCountsTheValuesOfTheClients) {

@@ -98,6 +98,19 @@ TEST_P(MeasureTest, RoundedLeavesHugeFloatingPointNumbers) {
   EXPECT_EQ(Count("double precision", {"1234567890123456.5", "1e300", "-1e300"}, EMeasure::kRounded, "2"), "0 of 3");
 }
 
+TEST_P(MeasureTest, RoundedLooksAtTheLastPlacesOfGreatNumbers) {
+  EXPECT_EQ(Count("double precision", {"50000000000000.25", "50000000000000.125", "-50000000000000.125"},
+                  EMeasure::kRounded, "2"),
+            "2 of 3");
+}
+
+TEST_P(MeasureTest, RoundedTakesManyPlaces) {
+  // The power of ten for so many places is no number of float64.
+  EXPECT_EQ(Count("double precision", {"7e-23", "1.5e-22", "7e-24", "0.5", "NULL"}, EMeasure::kRounded, "23"),
+            "1 of 5");
+  EXPECT_EQ(Count("double precision", {"1e-30", "1e-31", "0.5"}, EMeasure::kRounded, "30"), "1 of 3");
+}
+
 TEST_P(MeasureTest, RoundedReadsNumbersInTexts) {
   EXPECT_EQ(Count("text", {"'1.25'", "'1.255'", "' 1.255 '", "'12'", "''", "NULL", "'1e-3'"}, EMeasure::kRounded, "2"),
             "3 of 7");
@@ -211,6 +224,13 @@ TEST_P(MeasureTest, Float32HoldsFractionsOfItsDigits) {
                                            "3.5e38", "-3.5e38", "1e-45", "0",    "NULL"};
   // 3.4e38 is no number of 24 binary digits.
   EXPECT_EQ(Count("double precision", values, EMeasure::kOutsideType, "float32"), "6 of 10");
+}
+
+TEST_P(MeasureTest, Float32EndsAtTheLeastNumberOfAllItsDigits) {
+  // The 126th and the 127th power of a half.
+  EXPECT_EQ(Count("double precision", {"1.1754943508222875e-38", "5.877471754111438e-39", "-5.877471754111438e-39"},
+                  EMeasure::kOutsideType, "float32"),
+            "2 of 3");
 }
 
 TEST_P(MeasureTest, NotNullCountsValues) {
