@@ -201,6 +201,13 @@ TEST_F(InitCommandTest, TouchesNothingThatIsThere) {
   EXPECT_EQ(Text("up/notes.txt"), "mine");
 }
 
+TEST_F(InitCommandTest, ALinkThatLeadsNowhereIsCalledOne) {
+  fs::create_symlink("gone", directory_.File("up"));
+  EXPECT_EQ(test::TroubleOf(Init({"up"})),
+            "up: is a symbolic link to gone, which leads nowhere; give the path of a new directory");
+  EXPECT_FALSE(fs::exists(directory_.File("gone")));
+}
+
 TEST_F(InitCommandTest, ASecondOneLeavesTheFirstAlone) {
   ASSERT_EQ(Init({"up"}).status, 0);
   const std::string before = Text("up/upgrade.json");

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "kvxsptfile/AtomicFile.h"
+#include "kvxsptfile/OpeningProblem.h"
 #include "upgradesrv/Trouble.h"
 
 namespace upgradesrv {
@@ -31,6 +32,9 @@ CNewDirectory::CNewDirectory(std::string path) : path_(std::move(path)) {
   const int problem = errno;
   std::error_code error;
   if (!fs::exists(path_, error)) {
+    if (fs::is_symlink(path_, error)) {
+      throw CTrouble(path_ + ": " + kvx::OpeningProblem(path_, ENOENT) + "; give the path of a new directory");
+    }
     FailMaking(path_, problem);
   }
   if (!fs::is_directory(path_, error)) {
