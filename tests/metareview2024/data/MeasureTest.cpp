@@ -247,6 +247,25 @@ TEST_P(MeasureTest, NotNullOfSeveralColumnsCountsRows) {
   EXPECT_THAT(rows.front(), testing::ElementsAre("p", "r", "3", "4"));
 }
 
+TEST_P(MeasureTest, NotNullTakesAsManyColumnsAsATableHas) {
+  test::CStoredDatabase database(GetParam());
+  constexpr int kColumns = 1500;
+  metareview::SLookup lookup = {0, "p", "r", "T", {}, EMeasure::kNotNull, ""};
+  std::string columns;
+  for (int i = 0; i < kColumns; ++i) {
+    lookup.columns.push_back("C" + std::to_string(i));
+    columns.append(i == 0 ? "\"" : ", \"").append(lookup.columns.back()).append("\" integer");
+  }
+  database.Query("CREATE TABLE \"T\" (" + columns + ")");
+  for (const std::string column : {"C0", "C499", "C500", "C1499"}) {
+    database.Query("INSERT INTO \"T\" (\"" + column + "\") VALUES (1)");
+  }
+  database.Query("INSERT INTO \"T\" (\"C0\") VALUES (NULL)");
+  const auto rows = database.Query(TableQueries(database.Dialect(), {lookup}).front().query);
+  ASSERT_EQ(rows.size(), 1U);
+  EXPECT_THAT(rows.front(), testing::ElementsAre("p", "r", "4", "5"));
+}
+
 TEST_P(MeasureTest, AnyRowCountsRows) {
   EXPECT_EQ(Count("text", {"NULL", "'a'"}, EMeasure::kAnyRow, ""), "2 of 2");
   EXPECT_EQ(Count("text", {}, EMeasure::kAnyRow, ""), "0 of 0");

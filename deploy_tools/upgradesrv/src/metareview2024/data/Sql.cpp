@@ -33,13 +33,17 @@ std::string CountNotNull(const std::vector<SSqlColumn>& columns) {
   if (columns.size() == 1) {
     return "count(" + ColumnOf(columns.front()) + ")";
   }
+  // SQLite takes no more than 1,000 in one chain.
+  constexpr std::size_t kMost = 500;
   std::string condition;
-  for (const SSqlColumn& column : columns) {
-    condition += condition.empty() ? "" : " OR ";
-    condition += ColumnOf(column);
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    if (i != 0) {
+      condition += i % kMost == 0 ? ") OR (" : " OR ";
+    }
+    condition += ColumnOf(columns[i]);
     condition += " IS NOT NULL";
   }
-  return CountWhere(condition);
+  return CountWhere("(" + condition + ")");
 }
 
 std::string CountExpression(EDialect dialect, const SSqlCount& count) {
