@@ -174,10 +174,13 @@ class CCounter {
   }
 
   void Fail(const SQueryPlan& plan, const SDatabaseAnswer& answer) {
-    const std::string problem =
-        answer.outcome == SDatabaseAnswer::kOutOfTime
-            ? "there was not enough time to count in table " + CStringHelper::ToVisible(plan.name)
-            : answer.problem;
+    const std::string table = "table " + CStringHelper::ToVisible(plan.name);
+    std::string problem = answer.problem;
+    if (answer.outcome == SDatabaseAnswer::kOutOfTime) {
+      problem = "there was not enough time to count in " + table;
+    } else if (answer.outcome != SDatabaseAnswer::kLost) {
+      problem = table + " cannot be read: " + answer.problem;
+    }
     for (const std::size_t lookup : plan.lookups) {
       counts_[lookup].problem = problem;
     }

@@ -67,7 +67,7 @@ class CSqliteCatalogue : public CCatalogue {
     }
     const SDatabaseAnswer columns = queries_.Query("SELECT name FROM pragma_table_xinfo(" + literal + ")");
     if (columns.outcome != SDatabaseAnswer::kRows) {
-      return Problem(columns.problem);
+      return Problem("table " + name + " cannot be read: " + columns.problem);
     }
     SStoredTable table;
     table.quoted = QuoteIdentifier(name);

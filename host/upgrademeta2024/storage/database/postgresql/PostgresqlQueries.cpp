@@ -4,7 +4,9 @@
 #include <soci/postgresql/soci-postgresql.h>
 
 #include <algorithm>
+#include <array>
 #include <new>
+#include <string_view>
 #include <utility>
 
 #include "kvxsptstring/StringHelper.h"
@@ -37,6 +39,15 @@ bool IsAnswered(PGconn* connection, Clock::time_point deadline) {
 std::string FieldOf(const PGresult* result, int field) {
   const char* const text = PQresultErrorField(result, field);
   return text != nullptr ? text : "";
+}
+
+/// Whether the server's message on an error speaks of names, rights and means only. What it says of data, and what the
+/// functions of views say, may hold stored values.
+bool IsMessageWithoutValues(const std::string& state) {
+  constexpr std::array<std::string_view, 11> kClasses = {"08", "0A", "25", "28", "40", "42",
+                                                         "53", "54", "55", "57", "58"};
+  const auto isOfClass = [&state](std::string_view name) { return state.rfind(name, 0) == 0; };
+  return std::any_of(kClasses.begin(), kClasses.end(), isOfClass);
 }
 
 bool IsFailure(const PGresult* result) {
@@ -157,7 +168,10 @@ SDatabaseAnswer CPostgresqlQueries::Explain(const PGresult* result) {
     return Lose("the server does not answer");
   }
   const std::string state = FieldOf(result, PG_DIAG_SQLSTATE);
-  const std::string problem = CStringHelper::ToVisible(FieldOf(result, PG_DIAG_MESSAGE_PRIMARY));
+  const std::string problem =
+      IsMessageWithoutValues(state)
+          ? CStringHelper::ToVisible(FieldOf(result, PG_DIAG_MESSAGE_PRIMARY))
+          : "the server's error " + state + ", whose message is left out because it may hold a stored value";
   if (state == "57014") {
     return {SDatabaseAnswer::kOutOfTime, {}, problem};
   }
