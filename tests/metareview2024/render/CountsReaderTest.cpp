@@ -90,7 +90,11 @@ TEST_F(CountsReaderTest, WhatIsNotInItHasAProblem) {
 }
 
 TEST_F(CountsReaderTest, WhatIsThereInPartHasAProblem) {
-  EXPECT_EQ(Counts(kRating + ",max-tightens,0,3\n").back(), "1: 0 of 3 in T_A: not in r.csv");
+  EXPECT_EQ(Counts(kRating + ",max-tightens,0,3\n").back(),
+            "1: 0 of 3 in T_A: 1 of its 2 tables is not in r.csv, which does not say which one");
+  lookups_.lookups.push_back({1, kRating, "max-tightens", "T_C", {"F_RATING"}, EMeasure::kAbove, "5"});
+  EXPECT_EQ(Counts(kRating + ",max-tightens,0,3\n").back(),
+            "1: 0 of 3 in T_A: 2 of its 3 tables are not in r.csv, which does not say which ones");
 }
 
 TEST_F(CountsReaderTest, ACountThatIsEmptyMeansValuesThatAreNotNumbers) {

@@ -62,6 +62,7 @@ class CCountsReader {
       ReadRow();
     }
     RequireDigests();
+    NoteTablesLeftOut();
     return {AddUp(lookups_, counts_), gone_};
   }
 
@@ -163,6 +164,22 @@ class CCountsReader {
                             name_ + ": the row of the kind " + std::string(NameOf(kind)) +
                                 " is missing, which tells which script has counted; run the script again and leave "
                                 "its result whole");
+      }
+    }
+  }
+
+  /// Rows name no tables: of a finding with too few of them the ones that are there are taken for the first.
+  void NoteTablesLeftOut() {
+    for (const auto& [key, countable] : countables_) {
+      const std::size_t missing = countable.lookups.size() - countable.read;
+      if (countable.read == 0 || missing == 0) {
+        continue;
+      }
+      const std::string problem = std::to_string(missing) + " of its " + std::to_string(countable.lookups.size()) +
+                                  (missing == 1 ? " tables is not in " : " tables are not in ") + name_ +
+                                  (missing == 1 ? ", which does not say which one" : ", which does not say which ones");
+      for (std::size_t i = countable.read; i < countable.lookups.size(); ++i) {
+        counts_[countable.lookups[i]].problem = problem;
       }
     }
   }
