@@ -78,10 +78,11 @@ class CTableReader {
     if (ReadHead()) {
       ReadCounts();
     } else {
-      kvx::CFileNotes::Tell(
-          database_.Describe() +
-          ": the numbers of rows of its tables are missing, so that lost rows may go unnoticed; copy the "
-          "metamodel onto itself once to add them");
+      kvx::CFileNotes::Tell(database_.Describe() +
+                            ": the numbers of rows of its tables are missing, so that lost rows may go unnoticed; " +
+                            (views_.count(kHeadTable) == 0
+                                 ? "copy the metamodel onto itself once to add them"
+                                 : "let the view metamodel count them, as schema_version 2 does"));
       database_.RequireSound(session_);
     }
     auto dictionary = std::make_shared<CMetaDictionary2024>();

@@ -285,6 +285,16 @@ TEST_P(DatabaseNoteTest, RowsThatAreNotCountedAreNoted) {
   EXPECT_TRUE(NotesOfLoading().empty());
 }
 
+TEST_P(DatabaseNoteTest, RowsThatAViewDoesNotCountAreNoted) {
+  storage_.Execute({"ALTER TABLE metamodel RENAME TO head",
+                    "CREATE VIEW metamodel AS SELECT generation, 1 AS schema_version FROM head"});
+  EXPECT_EQ(
+      NotesOfLoading(),
+      std::vector<std::string>{storage_.Location() +
+                               ": the numbers of rows of its tables are missing, so that lost rows may go unnoticed; "
+                               "let the view metamodel count them, as schema_version 2 does"});
+}
+
 const auto kDatabases = testing::Values(EStorage::kSqlite, EStorage::kPostgresql);
 
 INSTANTIATE_TEST_SUITE_P(, DatabaseEnforcesTest, testing::Combine(kDatabases, testing::ValuesIn(kRefusedStatements)),
