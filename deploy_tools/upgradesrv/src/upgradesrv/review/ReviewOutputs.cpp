@@ -101,7 +101,7 @@ CReviewOutputs::CReviewOutputs(const std::vector<std::string>& requests, std::st
         continue;
       }
       if (const std::string problem = OutputNameProblem(output.file, "file"); !problem.empty()) {
-        fail(option_ + " " + request + ": " + problem + ", or leave out \"=-\" for standard output");
+        fail((option_ + " " + request + ": ").append(problem).append(", or leave out \"=-\" for standard output"));
         continue;
       }
       if (IsStandardStream(output.file)) {
