@@ -1,5 +1,6 @@
 #include "kvxsptfile/AtomicFile.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -7,6 +8,12 @@
 #include <cstring>
 
 namespace kvx {
+namespace {
+
+// How much is written before the system is asked to bring it to disk.
+constexpr std::size_t kEarlyPart = 8 * 1024 * 1024;
+
+}  // namespace
 
 CAtomicFile::CAtomicFile(const std::string& path)
     : file_(path), buffer_(std::make_unique<std::array<char, kBufferSize>>()) {}
@@ -26,7 +33,19 @@ void CAtomicFile::WriteAll(const char* data, std::size_t size) {
     }
     data += count;
     size -= static_cast<std::size_t>(count);
+    written_ += static_cast<std::size_t>(count);
   }
+  BeginFlush();
+}
+
+void CAtomicFile::BeginFlush() {
+  if (written_ - flushing_ < kEarlyPart) {
+    return;
+  }
+  // Only asked for: what goes wrong, the flush of the whole file tells.
+  static_cast<void>(sync_file_range(file_.GetDescriptor(), static_cast<off_t>(flushing_),
+                                    static_cast<off_t>(written_ - flushing_), SYNC_FILE_RANGE_WRITE));
+  flushing_ = written_;
 }
 
 void CAtomicFile::FlushBuffer() {

@@ -42,8 +42,13 @@ class KVXSPTFILE_EXPORT CAtomicFile {
 
   void FlushBuffer();
   void WriteAll(const char* data, std::size_t size);
+  /// Lets the system bring to disk what has been written, while the rest is made: less is left to wait for at the end.
+  void BeginFlush();
 
   CTemporaryFile file_;
+  std::size_t written_ = 0;
+  // As much of it as is on its way to disk.
+  std::size_t flushing_ = 0;
   std::unique_ptr<std::array<char, kBufferSize>> buffer_;
   std::size_t used_ = 0;
 };

@@ -201,6 +201,11 @@ int fsync(int descriptor) {
   return call(descriptor);
 }
 
+int sync_file_range(int descriptor, off_t offset, off_t size, unsigned flags) {
+  static const CCall<int, int, off_t, off_t, unsigned> call("sync_file_range");
+  return call(descriptor, offset, size, flags);
+}
+
 int close(int descriptor) {
   static const CCall<int, int> call("close");
   const std::string effect = call.Effect();

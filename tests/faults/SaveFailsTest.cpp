@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <filesystem>
 #include <ostream>
 #include <string>
 #include <tuple>
@@ -105,6 +106,19 @@ TEST_F(SaveTest, SaysThatTheNewDocumentIsThereButPerhapsNotOnDisk) {
   EXPECT_EQ(outcome.document, "new");
   EXPECT_THAT(test::TroubleOf(outcome.process),
               HasSubstr(": was replaced, but its directory cannot be flushed to disk: Input/output error"));
+}
+
+TEST_F(SaveTest, OfManyMegabytesIsWholeWhereNoFlushCanBeginEarly) {
+  const SOutcome outcome =
+      run_.RunInShell(R"({ printf '{"generation": 2024, "classes": [{"internal_name": "Class", "display_name": "';)"
+                      R"( head -c 9000000 /dev/zero | tr '\0' x; printf '"}]}'; } >"$1/2024/metamodel.json";)"
+                      " LD_PRELOAD='" UPGRADESRV_FAULT_PRELOAD "' UPGRADESRV_FAULTS='sync_file_range:1+:" +
+                      std::to_string(EINVAL) + R"(' UPGRADESRV_FAULT_REPORT="$1/fault" exec "$0" run "$1")");
+  EXPECT_EQ(outcome.process.status, 1) << outcome.process.errors;
+  EXPECT_TRUE(std::filesystem::exists(run_.Directory().File("fault")));
+  const std::string document = test::ReadFile(run_.Directory().File("2024/checkMetaError.json"));
+  EXPECT_NE(document.find(R"("display_name": ")" + std::string(9000000, 'x') + "\""), std::string::npos);
+  EXPECT_EQ(document.substr(document.size() - 3), "\n}\n");
 }
 
 TEST_F(SaveTest, WhoseNewFileCannotBeClosedLeavesTheEarlierDocument) {

@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <cstddef>
 #include <filesystem>
@@ -153,6 +154,19 @@ TEST_F(AtomicFileTest, PiecesOfEverySizeAreWrittenInOrder) {
   file.Flush();
   file.Commit();
   EXPECT_TRUE(test::ReadFile(directory_.File("out")) == expected);
+}
+
+TEST_F(AtomicFileTest, FileOfManyMegabytesIsWritten) {
+  std::string content;
+  for (int i = 0; i < 3000000; ++i) {
+    content += std::to_string(i);
+  }
+  CAtomicFile file(directory_.File("out"));
+  for (std::size_t begin = 0; begin < content.size(); begin += 1000) {
+    file.Write(content.data() + begin, std::min<std::size_t>(1000, content.size() - begin));
+  }
+  file.Commit();
+  EXPECT_TRUE(test::ReadFile(directory_.File("out")) == content);
 }
 
 TEST_F(AtomicFileTest, RepeatedCharactersOfEveryNumberAreWrittenInOrder) {
