@@ -5,6 +5,7 @@
 #include <rapidjson/writer.h>
 
 #include "fuzz/support/Failure.h"
+#include "kvxsptjson/JsonDocument.h"
 #include "kvxsptjson/JsonObject.h"
 
 namespace fuzz {

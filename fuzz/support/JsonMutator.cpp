@@ -12,7 +12,7 @@
 
 #include "fuzz/support/Failure.h"
 #include "fuzz/support/Input.h"
-#include "kvxsptjson/JsonAllocator.h"
+#include "kvxsptjson/JsonDocument.h"
 #include "kvxsptjson/JsonObject.h"
 
 extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, std::size_t maxSize);
@@ -80,7 +80,7 @@ class CTreeMutator {
     static const std::array<const char*, 16> texts = {
         "null",  "true",  "0",      "-1", "1.5", "65535",  "65536", "4294967295", "4294967296", "18446744073709551616",
         "1e308", R"("")", R"("a")", "[]", "{}",  R"([""])"};
-    JsonDocument value(&allocator_);
+    kvx::JsonDocumentBase value(&allocator_);
     value.Parse(texts[Below(texts.size())]);
     node.Swap(value);
   }

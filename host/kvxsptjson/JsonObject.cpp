@@ -2,8 +2,6 @@
 
 #include <rapidjson/document.h>
 
-#include <algorithm>
-#include <array>
 #include <string_view>
 #include <utility>
 
@@ -11,9 +9,10 @@
 #include "kvxsptexception/KVXException.h"
 #include "kvxsptfile/AtomicFile.h"
 #include "kvxsptfile/ReadFile.h"
-#include "kvxsptjson/JsonAllocator.h"
+#include "kvxsptjson/JsonDocument.h"
 #include "kvxsptjson/JsonTextWriter.h"
 #include "kvxsptjson/JsonWriter.h"
+#include "kvxsptjson/detail/DeepCopy.h"
 #include "kvxsptjson/detail/JsonParser.h"
 
 namespace {
@@ -38,82 +37,6 @@ Value::StringRefType Reference(const std::string& text) {
 Value Copy(const std::string& text, Document::AllocatorType& allocator) {
   return {text.data(), static_cast<SizeType>(text.size()), allocator};
 }
-
-/// Copies values into the document that allocates them. Objects of a list mostly repeat the names and many texts of the
-/// object before: a long text that is the same as the last one at its place is stored once.
-class CDeepCopy {
- public:
-  explicit CDeepCopy(Document::AllocatorType& allocator) : allocator_(allocator) {}
-
-  Value Copy(const Value& value) {
-    Document copy(&allocator_);
-    const auto put = [&](Document& target) { return Put(value, target); };
-    copy.Populate(put);
-    return std::move(static_cast<Value&>(copy));
-  }
-
- private:
-  /// Of the last object's members at one place.
-  struct SPlace {
-    std::string_view name;
-    std::string_view text;
-  };
-
-  bool Put(const Value& value, Document& target) {
-    switch (value.GetType()) {
-      case rapidjson::kObjectType:
-        return PutObject(value, target);
-      case rapidjson::kArrayType:
-        target.StartArray();
-        for (const Value& item : value.GetArray()) {
-          Put(item, target);
-        }
-        return target.EndArray(value.Size());
-      case rapidjson::kStringType: {
-        std::string_view none;
-        return PutText(value, none, target);
-      }
-      default:
-        return value.Accept(target);
-    }
-  }
-
-  bool PutObject(const Value& object, Document& target) {
-    target.StartObject();
-    std::size_t i = 0;
-    for (const auto& member : object.GetObject()) {
-      SPlace& place = places_[std::min(i++, places_.size() - 1)];
-      PutText(member.name, place.name, target);
-      if (member.value.IsString()) {
-        PutText(member.value, place.text, target);
-      } else {
-        Put(member.value, target);
-      }
-    }
-    return target.EndObject(object.MemberCount());
-  }
-
-  bool PutText(const Value& value, std::string_view& last, Document& target) {
-    const std::string_view text(value.GetString(), value.GetStringLength());
-    const auto size = static_cast<SizeType>(text.size());
-    if (size <= kShort) {
-      return target.String(text.data(), size, /*copy=*/true);
-    }
-    if (text != last) {
-      auto* const stored = static_cast<char*>(allocator_.Malloc(size + 1));
-      last = {stored, size};
-      text.copy(stored, size);
-      stored[size] = 0;
-    }
-    return target.String(last.data(), size, /*copy=*/false);
-  }
-
-  /// What RapidJSON stores inside a value.
-  static constexpr SizeType kShort = 13;
-
-  Document::AllocatorType& allocator_;
-  std::array<SPlace, 16> places_;
-};
 
 std::string Text(const Value& string) {
   return {string.GetString(), string.GetStringLength()};
@@ -150,7 +73,7 @@ bool ReadStringArray(const Value& value, std::list<std::string>& texts) {
 
 }  // namespace
 
-CJsonObject::CJsonObject() : document_(kvx::NewDocument()), value_(document_.get()) {
+CJsonObject::CJsonObject() : document_(std::make_shared<Document>()), value_(document_.get()) {
   value_->SetObject();
 }
 
@@ -160,6 +83,8 @@ CJsonObject::CJsonObject(std::shared_ptr<Document> document, Value* value)
 CJsonObject::~CJsonObject() = default;
 
 std::shared_ptr<Document> CJsonObject::Share() const {
+  document_->PartTaken();
+  document_->Part();
   return document_;
 }
 
@@ -281,6 +206,7 @@ std::pair<bool, std::list<std::string>> CJsonObject::GetPropertyStringArrayValue
 }
 
 std::shared_ptr<CJsonObject> CJsonObject::GetObjectValue(const std::string& key) const {
+  document_->Part();
   Value& value = Require(key);
   if (value.IsNull()) {
     return nullptr;
@@ -292,6 +218,7 @@ std::shared_ptr<CJsonObject> CJsonObject::GetObjectValue(const std::string& key)
 }
 
 std::shared_ptr<CJsonObject> CJsonObject::GetPropertyObjectValue(const std::string& key) const {
+  document_->Part();
   Value* value = FindNotNull(key);
   if (value == nullptr) {
     return nullptr;
@@ -305,6 +232,7 @@ std::shared_ptr<CJsonObject> CJsonObject::GetPropertyObjectValue(const std::stri
 
 std::pair<bool, std::list<std::shared_ptr<CJsonObject>>> CJsonObject::GetPropertyObjectArrayValue(
     const std::string& key) const {
+  document_->Part();
   Value* value = FindNotNull(key);
   if (value == nullptr) {
     return {false, {}};
@@ -327,10 +255,26 @@ std::shared_ptr<CJsonObject> CJsonObject::View(Value& value) const {
   return std::make_shared<CJsonObject>(document_, &value);
 }
 
-void CJsonObject::RequireObject() const {
+void CJsonObject::BeforeChange() {
   if (!value_->IsObject()) {
     throw CKVXException(kvx::kJsonWrongType, "json node is not Object!");
   }
+  document_->PartTaken();
+  document_->Part();
+}
+
+bool CJsonObject::IsOnlyView() const {
+  return value_ == document_.get() && document_.use_count() == 1;
+}
+
+Value CJsonObject::CopyOf(const std::shared_ptr<CJsonObject>& object, kvx::CDeepCopy& copy) {
+  if (object == nullptr) {
+    return {};
+  }
+  if (object.get() != this && IsOnlyView() && object->IsOnlyView() && object->document_->IsWorthGiving()) {
+    return document_->Take(object->document_);
+  }
+  return copy.Copy(*object->value_);
 }
 
 void CJsonObject::SetMember(const std::string& key, Value& value) {
@@ -338,22 +282,24 @@ void CJsonObject::SetMember(const std::string& key, Value& value) {
     *existing = value;
     return;
   }
-  RequireObject();
   Document::AllocatorType& allocator = document_->GetAllocator();
   value_->AddMember(Copy(key, allocator), value, allocator);
 }
 
 void CJsonObject::SetStringValue(const std::string& key, const std::string& value) {
+  BeforeChange();
   Value text = Copy(value, document_->GetAllocator());
   SetMember(key, text);
 }
 
 void CJsonObject::SetUInt32Value(const std::string& key, std::uint32_t value) {
+  BeforeChange();
   Value number(value);
   SetMember(key, number);
 }
 
 void CJsonObject::SetStringArrayValue(const std::string& key, const std::list<std::string>& values) {
+  BeforeChange();
   Document::AllocatorType& allocator = document_->GetAllocator();
   Value array(rapidjson::kArrayType);
   array.Reserve(static_cast<SizeType>(values.size()), allocator);
@@ -364,21 +310,23 @@ void CJsonObject::SetStringArrayValue(const std::string& key, const std::list<st
 }
 
 void CJsonObject::SetObjectArrayValue(const std::string& key, const std::list<std::shared_ptr<CJsonObject>>& objects) {
+  BeforeChange();
   Document::AllocatorType& allocator = document_->GetAllocator();
   Value array(rapidjson::kArrayType);
   array.Reserve(static_cast<SizeType>(objects.size()), allocator);
-  CDeepCopy copy(allocator);
+  kvx::CDeepCopy copy(allocator);
   for (const std::shared_ptr<CJsonObject>& object : objects) {
-    array.PushBack(object != nullptr ? copy.Copy(*object->value_) : Value(), allocator);
+    array.PushBack(CopyOf(object, copy), allocator);
   }
   SetMember(key, array);
 }
 
 void CJsonObject::SetObjectValue(const std::string& key, const std::shared_ptr<CJsonObject>& object) {
-  RequireObject();
+  BeforeChange();
   Document::AllocatorType& allocator = document_->GetAllocator();
   // The copy comes first: the object may be a view on the very member that is removed.
-  Value copy = object != nullptr ? CDeepCopy(allocator).Copy(*object->value_) : Value();
+  kvx::CDeepCopy deepCopy(allocator);
+  Value copy = CopyOf(object, deepCopy);
   const Value name(Reference(key));
   while (value_->EraseMember(name)) {
     // A parsed object may hold the member more than once.

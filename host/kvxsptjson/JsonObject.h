@@ -12,17 +12,20 @@
 
 namespace kvx {
 
+class CDeepCopy;
 class CJsonAllocator;
 
 /// RapidJSON's document and value, on an allocator that throws (see JsonAllocator.h).
-using JsonDocument =
+using JsonDocumentBase =
     rapidjson::GenericDocument<rapidjson::UTF8<char>, rapidjson::MemoryPoolAllocator<CJsonAllocator>, CJsonAllocator>;
+class JsonDocument;
 using JsonValue = rapidjson::GenericValue<rapidjson::UTF8<char>, rapidjson::MemoryPoolAllocator<CJsonAllocator>>;
 
 }  // namespace kvx
 
 /// A view on one object node of a JSON document (UTF-8, members in insertion order). Several views may share one
-/// document and keep it alive together. Use from one thread at a time per document.
+/// document and keep it alive together. Use from one thread at a time per document; one that has been set into another
+/// counts as a part of that.
 ///
 /// Reading, by the operation's name:
 /// - Get…Value throws CKVXException: kvx::kJsonMemberMissing "json member [KEY] not exist!" for a missing member,
@@ -31,8 +34,9 @@ using JsonValue = rapidjson::GenericValue<rapidjson::UTF8<char>, rapidjson::Memo
 ///   same code.
 /// A node that is not an object has no members. Strings are taken with every byte, NUL included.
 ///
-/// Writing copies what it is given and keeps the order of the other members. On a node that is not an object it throws
-/// CKVXException (kvx::kJsonWrongType, "json node is not Object!").
+/// Writing copies what it is given, a large document not before one of the two is changed (JsonDocument.h), and keeps
+/// the order of the other members. On a node that is not an object it throws CKVXException (kvx::kJsonWrongType, "json
+/// node is not Object!").
 ///
 /// A view must not be used any more once the object or array that holds its value has been changed through another
 /// view.
@@ -105,7 +109,11 @@ class KVXSPTJSON_EXPORT CJsonObject {
   kvx::JsonValue& Require(const std::string& key) const;
   kvx::JsonValue* FindNotNull(const std::string& key) const;
   void SetMember(const std::string& key, kvx::JsonValue& value);
-  void RequireObject() const;
+  void BeforeChange();
+  /// Whether nobody else has a view into the document.
+  bool IsOnlyView() const;
+  /// The object's value for this document.
+  kvx::JsonValue CopyOf(const std::shared_ptr<CJsonObject>& object, kvx::CDeepCopy& copy);
   std::shared_ptr<CJsonObject> View(kvx::JsonValue& value) const;
 
   std::shared_ptr<kvx::JsonDocument> document_;

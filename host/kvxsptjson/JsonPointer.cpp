@@ -71,7 +71,7 @@ class CJsonWalker {
     if (token.find('\\') == std::string_view::npos) {
       return std::string(token.substr(1, token.size() - 2));
     }
-    JsonDocument key;
+    JsonDocumentBase key;
     key.Parse(token.data(), token.size());
     return key.IsString() ? std::string(key.GetString(), key.GetStringLength()) : std::string();
   }

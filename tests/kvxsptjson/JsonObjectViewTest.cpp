@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "kvxsptjson/JsonAllocator.h"
+#include "kvxsptjson/JsonDocument.h"
 #include "kvxsptjson/JsonObject.h"
 #include "kvxsptjson/JsonText.h"
 

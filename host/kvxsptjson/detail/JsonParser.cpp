@@ -22,22 +22,9 @@
 namespace kvx {
 namespace {
 
-// Holds an object's first sixteen members and a property's texts.
-constexpr std::size_t kFirstChunk = 1024;
-// With its head a little less than 32 KiB. In small chunks, a good part of each is left over when a value does not fit;
-// what jemalloc counts as small is not used again for other sizes.
-constexpr std::size_t kLaterChunks = 32000;
 // RapidJSON copies, writes and compares values by recursion, so depth is bounded where a document enters.
 constexpr unsigned kMaxDepth = 512;
 constexpr const char* kByteOrderMark = "\xEF\xBB\xBF";
-
-struct SDocumentMemory {
-  SDocumentMemory() : allocator(firstChunk.data(), firstChunk.size(), kLaterChunks), document(&allocator) {}
-
-  alignas(std::max_align_t) std::array<char, kFirstChunk> firstChunk;
-  JsonDocument::AllocatorType allocator;
-  JsonDocument document;
-};
 
 /// Passes a parse on to a document, and stops it at what RapidJSON itself would let through.
 class CStrictHandler : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, CStrictHandler> {
@@ -116,7 +103,7 @@ class CParse {
  public:
   CParse(const char* text, std::size_t size, JsonDocument& document) : stream_(text, size), handler_(document) {}
 
-  bool operator()(JsonDocument& /*document*/) {
+  bool operator()(JsonDocumentBase& /*document*/) {
     constexpr unsigned kFlags =
         rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag | rapidjson::kParseNumbersAsStringsFlag;
     rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, CJsonAllocator> reader;
@@ -143,18 +130,13 @@ class CParse {
 
 }  // namespace
 
-std::shared_ptr<JsonDocument> NewDocument() {
-  const auto memory = std::make_shared<SDocumentMemory>();
-  return {memory, &memory->document};
-}
-
 std::shared_ptr<JsonDocument> ParseDocument(const std::string& text, const std::string& name) {
   const std::size_t begin =
       text.compare(0, std::strlen(kByteOrderMark), kByteOrderMark) == 0 ? std::strlen(kByteOrderMark) : 0;
   if (IsUtf16(text)) {
     Fail(name, text, 0, kUtf16Problem);
   }
-  std::shared_ptr<JsonDocument> document = NewDocument();
+  auto document = std::make_shared<JsonDocument>();
   CParse parse(text.data() + begin, text.size() - begin, *document);
   document->Populate(parse);
   if (parse.GetResult().IsError()) {

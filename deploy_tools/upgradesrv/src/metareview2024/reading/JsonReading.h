@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-#include "kvxsptjson/JsonAllocator.h"
+#include "kvxsptjson/JsonDocument.h"
 #include "kvxsptjson/JsonObject.h"
 #include "metareview2024/metareview2024_export.h"
 
