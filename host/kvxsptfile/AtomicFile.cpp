@@ -11,7 +11,7 @@ namespace kvx {
 namespace {
 
 // How much is written before the system is asked to bring it to disk.
-constexpr std::size_t kEarlyPart = 8 * 1024 * 1024;
+constexpr std::size_t kEarlyPart = std::size_t{8} * 1024 * 1024;
 
 }  // namespace
 

@@ -13,8 +13,8 @@
 
 namespace kvx {
 
-/// Memory that begins with a small block and grows in larger ones: tens of thousands of small documents are alive at once
-/// during a check.
+/// Memory that begins with a small block and grows in larger ones: tens of thousands of small documents are alive at
+/// once during a check.
 class CJsonMemory {
  protected:
   CJsonMemory() : pool_(firstBlock_.data(), firstBlock_.size(), kLaterBlocks, &system_) {}

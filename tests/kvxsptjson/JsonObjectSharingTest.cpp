@@ -13,7 +13,8 @@
 #include "kvxsptjson/JsonObject.h"
 #include "kvxsptjson/JsonText.h"
 
-// An object that is large enough is not copied when it is set into another: both have the same values until one changes.
+// An object that is large enough is not copied when it is set into another: both have the same values until one
+// changes.
 
 namespace {
 
@@ -104,9 +105,7 @@ std::vector<SChange> Changes() {
        [](CJsonObject& object) { object.GetPropertyObjectValue("inner")->SetStringValue("n", "2"); },
        LargeText("1", "2")},
       {"GetPropertyObjectArrayValue",
-       [](CJsonObject& object) {
-         object.GetPropertyObjectArrayValue("list").second.front()->SetStringValue("n", "9");
-       },
+       [](CJsonObject& object) { object.GetPropertyObjectArrayValue("list").second.front()->SetStringValue("n", "9"); },
        LargeText("1", "1", "9")},
       {"a copy of the view", [](CJsonObject& object) { CJsonObject(object).SetStringValue("n", "2"); }, LargeText("2")},
       {"Share",
@@ -323,7 +322,8 @@ TEST(JsonObjectSharingTest, AnObjectCanBeSetAgainWhenTheFirstTargetIsGone) {
   EXPECT_EQ(Compact(*source), LargeText("3"));
 }
 
-/// Does by chance what can be done with a few objects, and the same with their JSON texts, of which each is parsed anew.
+/// Does by chance what can be done with a few objects, and the same with their JSON texts, of which each is parsed
+/// anew.
 class CRandomSteps {
  public:
   explicit CRandomSteps(unsigned seed) : random_(seed) {

@@ -29,11 +29,13 @@ SValue::EKind KindOf(int type) {
   }
 }
 
-/// A column of texts gives whole numbers as texts as well.
+/// A column of texts gives whole numbers as texts as well. The value is asked for once: each call for a column looks
+/// for it again, which takes longer than the answer. Only one thread uses the connection.
 void Take(sqlite3_stmt* statement, int column, bool isNumber, SValue& value) {
-  value.kind = KindOf(sqlite_api::sqlite3_column_type(statement, column));
+  sqlite_api::sqlite3_value* const found = sqlite_api::sqlite3_column_value(statement, column);
+  value.kind = KindOf(sqlite_api::sqlite3_value_type(found));
   if (value.kind == SValue::kInteger && isNumber) {
-    value.integer = sqlite_api::sqlite3_column_int64(statement, column);
+    value.integer = sqlite_api::sqlite3_value_int64(found);
     return;
   }
   if (value.kind == SValue::kNull || value.kind == SValue::kBlob) {
@@ -42,11 +44,11 @@ void Take(sqlite3_stmt* statement, int column, bool isNumber, SValue& value) {
   if (value.kind == SValue::kInteger) {
     value.kind = SValue::kText;
   }
-  const auto* text = reinterpret_cast<const char*>(sqlite_api::sqlite3_column_text(statement, column));
+  const auto* text = reinterpret_cast<const char*>(sqlite_api::sqlite3_value_text(found));
   if (text == nullptr) {
     FailStatement(statement, SQLITE_NOMEM);
   }
-  value.text = {text, static_cast<std::size_t>(sqlite_api::sqlite3_column_bytes(statement, column))};
+  value.text = {text, static_cast<std::size_t>(sqlite_api::sqlite3_value_bytes(found))};
 }
 
 }  // namespace
