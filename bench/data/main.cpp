@@ -39,7 +39,7 @@ void Scan(const std::string& location, std::size_t tables, const std::string& co
 }
 
 void Count(const std::string& location, const metareview::SLookups& lookups) {
-  for (const metareview::SCount& count : CountStored(location, lookups, kLimit)) {
+  for (const metareview::SCount& count : CountStored(location, lookups, kLimit).counts) {
     if (!count.data.problem.empty()) {
       throw std::runtime_error(count.data.problem);
     }

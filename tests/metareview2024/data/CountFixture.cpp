@@ -29,7 +29,7 @@ std::vector<std::string> Texts(const std::vector<SCount>& counts) {
 
 std::vector<std::string> Count(const std::string& location, const std::vector<SLookup>& lookups,
                                std::chrono::milliseconds limit, const metareview::CountObserver& observer) {
-  return Texts(CountStored(location, {lookups, {}, {}}, limit, observer));
+  return Texts(CountStored(location, {lookups, {}, {}}, limit, observer).counts);
 }
 
 void CCountFixture::MakeTable(const std::string& name, int rows) {

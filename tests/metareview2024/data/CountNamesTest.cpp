@@ -11,6 +11,8 @@ using test::EStorage;
 using test::Longer;
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Optional;
 
 namespace {
 
@@ -43,6 +45,24 @@ TEST_P(CountNamesTest, ANameWithANulCharacterIsNotCutOff) {
   MakeTable("T_A", 2);
   EXPECT_THAT(CountHere({AnyRow(0, std::string("T_A\0x", 5)), Longer(1, "T_A", std::string("V\0x", 3))}),
               ElementsAre(HasSubstr("there is no table T_A\\x00x"), HasSubstr("has no column V\\x00x")));
+}
+
+/// Where tables were looked for in vain; nothing where one was found.
+std::optional<std::vector<std::string>> SearchedInVain(const std::string& location,
+                                                       const std::vector<SLookup>& lookups) {
+  return metareview::CountStored(location, {lookups, {}, {}}, test::kCountLimit).searchedInVain;
+}
+
+TEST_P(CountNamesTest, WhereNoTableIsFoundTheSearchIsTold) {
+  MakeTable("T_A", 2);
+  const std::vector<std::string> schemas =
+      IsSqlite() ? std::vector<std::string>() : std::vector<std::string>{database_.Value("SELECT current_schema()")};
+  database_.Disconnect();
+  EXPECT_EQ(SearchedInVain(database_.Location(), {AnyRow(0, "T_B"), AnyRow(1, "T_C")}), schemas);
+  EXPECT_EQ(SearchedInVain(database_.Location(), {AnyRow(0, "T_B"), AnyRow(1, "T_A")}), std::nullopt);
+  // The table is there.
+  EXPECT_EQ(SearchedInVain(database_.Location(), {Longer(0, "T_A", "missing")}), std::nullopt);
+  EXPECT_EQ(SearchedInVain(database_.Location(), {}), std::nullopt);
 }
 
 class PostgresqlCountNamesTest : public test::CRoleFixture {};
@@ -78,6 +98,13 @@ TEST_P(PostgresqlCountNamesTest, TheSearchPathSaysWhichSchemaComesFirst) {
   EXPECT_THAT(Count(location, {AnyRow(0, "T_A"), AnyRow(1, "T_B")}),
               ElementsAre("0: 2 of 2 in T_A", "1: 0 of 0 in T_B"));
   database_.Query("DROP SCHEMA " + schema + "_2 CASCADE");
+}
+
+TEST_P(PostgresqlCountNamesTest, TheSearchIsToldInItsOrder) {
+  const std::string schema = Schema();
+  EXPECT_THAT(SearchedInVain("postgresql://options=-csearch_path=none_such,public," + schema, {AnyRow(0, "T_A")}),
+              Optional(ElementsAre("public", schema)));
+  EXPECT_THAT(SearchedInVain("postgresql://options=-csearch_path=none_such", {AnyRow(0, "T_A")}), Optional(IsEmpty()));
 }
 
 TEST_P(PostgresqlCountNamesTest, ANameIsCutOffAsTheServerDoes) {

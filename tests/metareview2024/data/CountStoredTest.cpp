@@ -29,7 +29,7 @@ TEST_P(CountStoredTest, CountsOfSeveralTablesAreAdded) {
 TEST_P(CountStoredTest, NothingIsStoredForWhatNoTableHolds) {
   MakeTable("T_A", 1);
   const std::vector<SCount> counts =
-      metareview::CountStored(database_.Location(), {{}, {3}, {{5, "no column"}}}, test::kCountLimit);
+      metareview::CountStored(database_.Location(), {{}, {3}, {{5, "no column"}}}, test::kCountLimit).counts;
   EXPECT_THAT(Texts(counts), ElementsAre("3: 0 of 0 in", "5: 0 of 0 in; no column"));
 }
 

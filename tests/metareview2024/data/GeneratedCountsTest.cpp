@@ -103,7 +103,8 @@ class GeneratedCountsTest : public testing::TestWithParam<EStorage> {
       database_.Query("INSERT INTO \"T\" VALUES " + rows);
     }
     database_.Disconnect();
-    const auto counts = metareview::CountStored(database_.Location(), {{lookup}, {}, {}}, std::chrono::seconds(30));
+    const auto counts =
+        metareview::CountStored(database_.Location(), {{lookup}, {}, {}}, std::chrono::seconds(30)).counts;
     RC_ASSERT(counts.size() == 1U);
     const metareview::SData& data = counts.front().data;
     return {data.rows, data.of, data.problem};

@@ -20,7 +20,7 @@ class MeasureTest : public testing::TestWithParam<EStorage> {
   bool IsSqlite() const { return GetParam() == EStorage::kSqlite; }
 
   static std::string CountLive(const std::string& location, const metareview::SLookup& lookup) {
-    const auto counts = metareview::CountStored(location, {{lookup}, {}, {}}, std::chrono::seconds(30));
+    const auto counts = metareview::CountStored(location, {{lookup}, {}, {}}, std::chrono::seconds(30)).counts;
     if (counts.size() != 1) {
       return "no count";
     }

@@ -32,7 +32,7 @@ TEST(SubjectTest, SaysWhereStoredValuesWereLookedUp) {
 }
 
 TEST(SubjectTest, SaysForHowManyFindingsTheyCouldNotBeCounted) {
-  EXPECT_EQ(Subject({test::NotCountable(Moved("A"), "no table T_A"), Moved("B")}),
+  EXPECT_EQ(Subject({test::NotCountable(Moved("A"), "no table T_A"), test::Counted(Moved("B"), 0, 0)}),
             std::string(kCompared) +
                 " Stored values were looked up in data.db. For one difference they could not be counted, or not all of "
                 "them.");
@@ -42,8 +42,24 @@ TEST(SubjectTest, SaysForHowManyFindingsTheyCouldNotBeCounted) {
                 "them.");
 }
 
+TEST(SubjectTest, DoesNotSoundAsIfCountedWhereNothingCouldBe) {
+  const std::vector<SFinding> findings = {test::NotCountable(Moved("A"), "?"), Moved("B"),
+                                          test::NotCountable(Moved("C"), "?")};
+  for (const auto& [language, sentence] : std::vector<std::pair<const char*, std::string>>{
+           {"en", "No stored values could be counted in data.db."},
+           {"de", "In data.db konnten keine gespeicherten Werte gezählt werden."},
+           {"fr", "Aucune valeur stockée n’a pu être comptée dans data.db."},
+           {"es", "No se pudo contar ningún valor guardado en data.db."},
+           {"zh", "在 data.db 中未能统计任何存储值。"},
+           {"ja", "data.db では保存値を数えられませんでした。"}}) {
+    const std::string subject = Subject(findings, language);
+    EXPECT_EQ(subject.substr(subject.size() - std::min(subject.size(), sentence.size())), sentence);
+  }
+}
+
 TEST(SubjectTest, SaysItInEveryLanguage) {
-  const std::vector<SFinding> findings = {test::NotCountable(Moved("A"), "?"), test::NotCountable(Moved("B"), "?")};
+  const std::vector<SFinding> findings = {test::NotCountable(Moved("A"), "?"), test::NotCountable(Moved("B"), "?"),
+                                          test::Counted(Moved("C"), 0, 0)};
   for (const auto& [language, sentence] : std::vector<std::pair<const char*, std::string>>{
            {"de", "Bei 2 Abweichungen konnten sie nicht oder nicht alle gezählt werden."},
            {"fr", "Pour 2 différences, elles n’ont pas pu être comptées, ou pas toutes."},

@@ -3,9 +3,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <soci/soci.h>
+
 #include <filesystem>
+#include <memory>
 #include <sstream>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "support/TemporaryDirectory.h"
@@ -135,10 +139,74 @@ TEST_P(ReviewDataTest, WhatIsMissingIsAProblemOfItsFindings) {
   EXPECT_THAT(review.output, HasSubstr("Stored values could not be counted: there is no table T_PART."));
 }
 
+TEST_P(ReviewDataTest, ADatabaseWithoutAnyOfTheTablesIsNoted) {
+  storage_.Execute({R"(CREATE TABLE "T_OTHER" ("F_ID" INTEGER))"});
+  const test::SProcessResult review = Review({"--data", storage_.Location()});
+  EXPECT_EQ(review.status, 1);
+  EXPECT_THAT(review.errors, HasSubstr(": there is none of the tables in which something is to be counted"));
+  EXPECT_THAT(review.errors, HasSubstr("; is it the right database"));
+  storage_.Execute({kStored[2], kStored[3]});
+  EXPECT_THAT(Review({"--data", storage_.Location()}).errors, Not(HasSubstr("none of the tables")));
+}
+
 TEST_P(ReviewDataTest, TheScriptHasTheDialectOfTheDatabase) {
   storage_.Execute(kStored);
   const std::string begin = GetParam() == test::EStorage::kSqlite ? "\nPRAGMA query_only = ON;\n" : "READ ONLY;\n";
   EXPECT_THAT(Review({"--data", storage_.Location(), "-o", "sql"}).output, HasSubstr(begin));
+}
+
+class PostgresqlReviewDataTest : public ReviewDataTest {
+ protected:
+  /// What the server has written since it is there: the place in its log of changes, the transactions that changed
+  /// something, and what it has counted for the database and for each table.
+  std::string Written() const {
+    const std::unique_ptr<soci::session> session = storage_.OpenSession();
+    const auto value = [&session](const std::string& query) {
+      std::string text;
+      *session << query, soci::into(text);
+      return text;
+    };
+    // What a connection has done is counted when it is gone.
+    constexpr int kMostLooks = 10000;
+    const std::string others =
+        "SELECT count(*)::text FROM pg_stat_activity WHERE backend_type = 'client backend' AND pid <> pg_backend_pid()";
+    for (int i = 0; i < kMostLooks && value(others) != "0"; ++i) {
+      std::this_thread::yield();
+    }
+    EXPECT_EQ(value(others), "0");
+    return value("SELECT pg_current_wal_insert_lsn()::text") + "; " +
+           value("SELECT pg_snapshot_xmax(pg_current_snapshot())::text") + "; " +
+           value(
+               "SELECT concat_ws(' ', tup_inserted, tup_updated, tup_deleted, temp_files, temp_bytes) FROM "
+               "pg_stat_database WHERE datname = current_database()") +
+           "; " +
+           value(
+               "SELECT string_agg(concat_ws(' ', relname, n_tup_ins, n_tup_upd, n_tup_del), ', ' ORDER BY relid) FROM "
+               "pg_stat_user_tables");
+  }
+};
+
+INSTANTIATE_TEST_SUITE_P(Postgresql, PostgresqlReviewDataTest, testing::Values(test::EStorage::kPostgresql));
+
+TEST_P(PostgresqlReviewDataTest, TheServerWritesNothing) {
+  storage_.Execute(kStored);
+  // Whoever reads first tidies up what the others have left.
+  EXPECT_EQ(Review({"--data", storage_.Location()}).status, 1);
+  std::string before;
+  std::string after;
+  // The server itself writes now and then.
+  constexpr int kTries = 3;
+  for (int i = 0; i < kTries && (i == 0 || before != after); ++i) {
+    before = Written();
+    const test::SProcessResult review = Review({"--data", storage_.Location(), "-o", "csv"});
+    EXPECT_EQ(review.status, 1);
+    EXPECT_THAT(review.output, HasSubstr("There are 3 of them."));
+    after = Written();
+  }
+  EXPECT_EQ(after, before);
+  // All of it would be noticed.
+  storage_.Execute({kStored.back()});
+  EXPECT_NE(Written(), before);
 }
 
 TEST(ReviewDataExampleTest, IsWhatTheReadmeShows) {

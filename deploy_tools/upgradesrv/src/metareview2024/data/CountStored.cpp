@@ -33,9 +33,13 @@ class CCounter {
   CCounter(EDialect dialect, const std::vector<SLookup>& lookups, const CountObserver& observer)
       : dialect_(dialect), lookups_(lookups), observer_(observer), counts_(lookups.size()) {}
 
-  /// `second` may be null.
-  std::vector<SLookupCount> Run(CDatabaseQueries& first, CDatabaseQueries* second) {
+  /// To be called once. `second` may be null.
+  void Run(CDatabaseQueries& first, CDatabaseQueries* second) {
     places_ = FindPlaces(first, lookups_);
+    if (!places_.empty() &&
+        std::all_of(places_.begin(), places_.end(), [](const SPlace& place) { return place.isTableMissing; })) {
+      searchedInVain_ = SchemasSearched(first);
+    }
     plans_ = Plan();
     std::future<void> other;
     if (second != nullptr && plans_.size() > 1) {
@@ -53,8 +57,10 @@ class CCounter {
     while (const std::optional<std::size_t> plan = Take()) {
       Count(first, plans_[*plan]);
     }
-    return std::move(counts_);
   }
+
+  const std::vector<SLookupCount>& Counts() const { return counts_; }
+  const std::optional<std::vector<std::string>>& SearchedInVain() const { return searchedInVain_; }
 
  private:
   std::vector<SQueryPlan> Plan() {
@@ -190,6 +196,7 @@ class CCounter {
   const std::vector<SLookup>& lookups_;
   const CountObserver& observer_;
   std::vector<SPlace> places_;
+  std::optional<std::vector<std::string>> searchedInVain_;
   std::vector<SQueryPlan> plans_;
   // A thread changes those of the plans that it has taken.
   std::vector<SLookupCount> counts_;
@@ -207,26 +214,24 @@ bool HasSeveralTables(const std::vector<SLookup>& lookups) {
 
 }  // namespace
 
-std::vector<SCount> CountStored(const std::string& location, const SLookups& lookups, std::chrono::milliseconds limit,
-                                const CountObserver& observer) {
+SStoredCounts CountStored(const std::string& location, const SLookups& lookups, std::chrono::milliseconds limit,
+                          const CountObserver& observer) {
   constexpr int kTries = 3;
   const std::unique_ptr<CMetaStorage> storage = OpenMetaStorage(location);
-  std::vector<SLookupCount> counts;
   for (int i = 0; i < kTries; ++i) {
     const std::unique_ptr<CDatabaseQueries> queries = storage->OpenQueries(limit);
     const std::unique_ptr<CDatabaseQueries> second =
         HasSeveralTables(lookups.lookups) ? queries->OpenSecond() : nullptr;
     const EDialect dialect =
         queries->GetKind() == CDatabaseQueries::kSqlite ? EDialect::kSqlite : EDialect::kPostgresql;
-    counts = CCounter(dialect, lookups.lookups, observer).Run(*queries, second.get());
+    CCounter counter(dialect, lookups.lookups, observer);
+    counter.Run(*queries, second.get());
     if (queries->IsOfOneMoment()) {
-      return AddUp(lookups, counts);
+      return {AddUp(lookups, counter.Counts()), counter.SearchedInVain()};
     }
   }
-  for (SLookupCount& count : counts) {
-    count = {0, 0, false, "the database was changed while it was read"};
-  }
-  return AddUp(lookups, counts);
+  const SLookupCount notCounted = {0, 0, false, "the database was changed while it was read"};
+  return {AddUp(lookups, std::vector<SLookupCount>(lookups.lookups.size(), notCounted)), std::nullopt};
 }
 
 }  // namespace metareview

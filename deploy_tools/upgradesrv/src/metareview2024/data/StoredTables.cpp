@@ -24,6 +24,7 @@ struct SStoredColumn {
 
 struct SStoredTable {
   std::string problem;
+  bool isMissing = false;
   std::string quoted;
   std::vector<SStoredColumn> columns;
 };
@@ -48,7 +49,9 @@ SStoredTable Problem(const std::string& problem) {
 }
 
 SStoredTable NoTable(const std::string& name) {
-  return Problem("there is no table " + name);
+  SStoredTable table = Problem("there is no table " + name);
+  table.isMissing = true;
+  return table;
 }
 
 class CSqliteCatalogue : public CCatalogue {
@@ -193,6 +196,7 @@ class CPlaceFinder {
     const SStoredTable& table = FindTable(lookup.table);
     SPlace place;
     place.problem = table.problem;
+    place.isTableMissing = table.isMissing;
     place.table = table.quoted;
     for (const std::string& name : lookup.columns) {
       if (!place.problem.empty()) {
@@ -247,6 +251,16 @@ std::vector<SPlace> FindPlaces(CDatabaseQueries& queries, const std::vector<SLoo
     places.push_back(finder.Find(lookup));
   }
   return places;
+}
+
+std::vector<std::string> SchemasSearched(CDatabaseQueries& queries) {
+  std::vector<std::string> schemas;
+  if (queries.GetKind() == CDatabaseQueries::kPostgresql) {
+    for (const auto& row : queries.Query("SELECT unnest(current_schemas(false))").rows) {
+      schemas.push_back(CStringHelper::ToVisible(row.at(0).value_or("")));
+    }
+  }
+  return schemas;
 }
 
 }  // namespace metareview

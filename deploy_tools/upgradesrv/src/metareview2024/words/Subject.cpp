@@ -34,6 +34,11 @@ std::uint64_t CountProblems(const SReview& review) {
   return static_cast<std::uint64_t>(std::count_if(review.findings.begin(), review.findings.end(), has));
 }
 
+bool HasAnyCounts(const SReview& review) {
+  return std::any_of(review.findings.begin(), review.findings.end(),
+                     [](const SFinding& finding) { return finding.data != nullptr && HasCounts(*finding.data); });
+}
+
 }  // namespace
 
 Sentence SubjectSentence(const CWords& words, const SReview& review) {
@@ -53,8 +58,10 @@ Sentence SubjectSentence(const CWords& words, const SReview& review) {
     say("report.not-compared", {{"kinds", Kinds(words, review, false)}});
   }
   if (review.data.has_value()) {
-    say("report.data", {{"data", AsValue(*review.data)}});
-    if (const std::uint64_t problems = CountProblems(review); problems != 0) {
+    const std::uint64_t problems = CountProblems(review);
+    const bool isAnyCounted = problems == 0 || HasAnyCounts(review);
+    say(isAnyCounted ? "report.data" : "report.data.none", {{"data", AsValue(*review.data)}});
+    if (isAnyCounted && problems != 0) {
       sentences.push_back(
           FillIn(words.Text("report.data.problems", problems), {{"n", AsWords(words.Number(problems))}}));
     }

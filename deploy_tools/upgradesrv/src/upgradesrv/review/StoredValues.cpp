@@ -47,6 +47,20 @@ EDialect ParseDialect(const std::string& name) {
   throw CTrouble("--dialect: unknown dialect \"" + name + "\"; the dialects are sqlite, postgresql");
 }
 
+std::string SearchedInVain(const std::string& location, const std::vector<std::string>& schemas) {
+  const std::string note =
+      OpenMetaStorage(location)->Describe() + ": there is none of the tables in which something is to be counted";
+  if (DialectOf(location) == EDialect::kSqlite) {
+    return note + "; is it the right database?";
+  }
+  std::string names;
+  for (const std::string& schema : schemas) {
+    names.append(names.empty() ? "" : ", ").append(schema);
+  }
+  return note + (names.empty() ? ", and no schema in which to look for them" : " in the schemas searched: " + names) +
+         "; is it the right database, and the right search_path?";
+}
+
 }  // namespace
 
 CStoredValues::CStoredValues(const SStoredValues& values, const std::string& client)
@@ -99,7 +113,12 @@ std::vector<metareview::SCount> CStoredValues::ReadFromDatabase(const metareview
     progress->SetDone(count.done);
   };
   try {
-    return metareview::CountStored(*location_, lookups, timeout_, show);
+    metareview::SStoredCounts stored = metareview::CountStored(*location_, lookups, timeout_, show);
+    progress.reset();
+    if (stored.searchedInVain) {
+      WriteNote(SearchedInVain(*location_, *stored.searchedInVain));
+    }
+    return std::move(stored.counts);
   } catch (const CKVXException& error) {
     throw CKVXException(error.GetCode(), std::string("stored values: ") + error.what());
   }
