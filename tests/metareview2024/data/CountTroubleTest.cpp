@@ -148,6 +148,21 @@ TEST_P(PostgresqlCountTroubleTest, APolicyThatMayHideRowsMakesTheCountALowerBoun
   EXPECT_THAT(Count(database_.Location(), {Longer(0, "T_A", "V")}), ElementsAre("0: 3 of 3 in T_A"));
 }
 
+TEST_P(PostgresqlCountTroubleTest, APolicyIsSaidOfEachTableThatHasOne) {
+  const std::string location = LocationOfRole();
+  for (const std::string table : {"T_A", "T_B"}) {
+    MakeTable(table, 2);
+    const std::string quoted = metareview::QuoteIdentifier(table);
+    database_.Query("INSERT INTO " + quoted + " VALUES ('shown')");
+    database_.Query("ALTER TABLE " + quoted + " ENABLE ROW LEVEL SECURITY");
+    database_.Query("GRANT SELECT ON " + quoted + " TO " + Role());
+    database_.Query("CREATE POLICY partly ON " + quoted + " USING (\"V\" = 'shown')");
+  }
+  EXPECT_THAT(Count(location, {AnyRow(0, "T_A"), AnyRow(1, "T_B")}),
+              ElementsAre("0: 1 of 1 in T_A; row-level security may hide rows of table T_A",
+                          "1: 1 of 1 in T_B; row-level security may hide rows of table T_B"));
+}
+
 TEST_P(PostgresqlCountTroubleTest, NoProblemTellsAStoredValue) {
   database_.Query("CREATE TABLE \"T\" (\"V\" text)");
   database_.Query("INSERT INTO \"T\" VALUES ('secret')");

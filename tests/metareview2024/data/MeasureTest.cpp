@@ -205,6 +205,13 @@ TEST_P(MeasureTest, Float64HoldsWholeNumbersOf53Digits) {
             "1 of 3");
 }
 
+TEST_P(MeasureTest, Float64HoldsWhatFloatingPointColumnsHold) {
+  for (const std::string type : {"double precision", "real"}) {
+    EXPECT_EQ(Count(type, {"0.1", "-0.1", "1.5", "16777217", "NULL"}, EMeasure::kOutsideType, "float64"), "0 of 5")
+        << type;
+  }
+}
+
 TEST_P(MeasureTest, Float32HoldsWholeNumbersOf24Digits) {
   const std::vector<std::string> values = {"16777216",
                                            "16777217",
@@ -239,8 +246,8 @@ TEST_P(MeasureTest, NotNullCountsValues) {
 
 TEST_P(MeasureTest, NotNullOfSeveralColumnsCountsRows) {
   test::CStoredDatabase database(GetParam());
-  database.Query("CREATE TABLE \"T\" (\"A\" integer, \"B\" text)");
-  database.Query("INSERT INTO \"T\" VALUES (1, 'x'), (NULL, 'x'), (1, NULL), (NULL, NULL)");
+  database.Query("CREATE TABLE \"T\" (\"A\" text, \"B\" text)");
+  database.Query("INSERT INTO \"T\" VALUES ('1', 'x'), (NULL, 'x'), ('1', NULL), (NULL, NULL)");
   const metareview::SLookup lookup = {0, "p", "r", "T", {"A", "B"}, EMeasure::kNotNull, ""};
   const auto rows = database.Query(TableQueries(database.Dialect(), {lookup}).front().query);
   ASSERT_EQ(rows.size(), 1U);
