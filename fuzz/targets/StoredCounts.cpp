@@ -134,8 +134,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       lines += c == '\n' ? "\r\n" : std::string(1, c);
     }
     const SReadCounts again = readCounts(lines);
-    Require(Shown(again.counts) == Shown(read.counts) && again.gone == read.gone,
-            "it does not matter how lines end", text);
+    Require(Shown(again.counts) == Shown(read.counts) && again.gone == read.gone, "it does not matter how lines end",
+            text);
   }
   return 0;
 }
