@@ -111,6 +111,14 @@ TEST_P(MeasureTest, RoundedTakesManyPlaces) {
   EXPECT_EQ(Count("double precision", {"1e-30", "1e-31", "0.5"}, EMeasure::kRounded, "30"), "1 of 3");
 }
 
+TEST_P(MeasureTest, RoundedIsExactForLargeFloatingPointNumbers) {
+  EXPECT_EQ(Count("double precision",
+                  {"112589990684262.4", "112589990684262.45", "-112589990684262.45", "112589990684263.5",
+                   "112589990684263.55", "225179981368524.7", "225179981368524.75", "0.05", "-0.05", "-0.1", "0.3"},
+                  EMeasure::kRounded, "1"),
+            "6 of 11");
+}
+
 TEST_P(MeasureTest, RoundedReadsNumbersInTexts) {
   EXPECT_EQ(Count("text", {"'1.25'", "'1.255'", "' 1.255 '", "'12'", "''", "NULL", "'1e-3'"}, EMeasure::kRounded, "2"),
             "3 of 7");
