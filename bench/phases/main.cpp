@@ -7,6 +7,7 @@
 #include <string>
 
 #include "kvxsptjson/JsonObject.h"
+#include "metareview2024/ReviewSteps.h"
 #include "storages/SqliteScan.h"
 #include "support/UpgradeRun.h"
 #include "upgrademeta2024/MetaDictionary2024.h"
@@ -37,6 +38,11 @@ void RunAll(const std::string& directory) {
   const std::size_t original = bench::CountProperties(*metamodels.original);
   Phase("unload", client + original, [&] { metamodels = {}; });
   Phase("load", client + original, [&] { metamodels = run.Load(); });
+  metareview::SReview review;
+  Phase("review", client, [&] {
+    review = metareview::CompareMetamodels({metamodels.client, metamodels.original, nullptr},
+                                           {metareview::kKinds.begin(), metareview::kKinds.end()});
+  });
   metamodels = {};
   std::shared_ptr<CJsonObject> checkResult;
   Phase("compare", client, [&] { checkResult = run.Compare(); });
