@@ -210,4 +210,19 @@ TEST(SetRuleRisksTest, EachFindingUnderTheRuleGetsItsRisk) {
   EXPECT_EQ(FindingAt(review, "class/Part/behavior/Own").risk, ERisk::kBlock);
 }
 
+TEST(DecisionTest, AnotherMemberIsAnotherDecision) {
+  const SDecision decision = {
+      "class/P/class_id", metareview::EChange::kChanged, Value(1U), Value(2U), {"known", "m.keller", "2027-06-30"}};
+  std::vector<SDecision> others(7, decision);
+  EXPECT_THAT(others, testing::Each(decision));
+  others[0].path = "class/Q/class_id";
+  others[1].change = metareview::EChange::kDeleted;
+  others[2].original = Value(3U);
+  others[3].client = std::nullopt;
+  others[4].acceptance.reason = "new";
+  others[5].acceptance.by = std::nullopt;
+  others[6].acceptance.until = "2027-07-01";
+  EXPECT_THAT(others, testing::Each(testing::Not(decision)));
+}
+
 }  // namespace

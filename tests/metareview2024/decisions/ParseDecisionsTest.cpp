@@ -212,6 +212,16 @@ INSTANTIATE_TEST_SUITE_P(Change, DecisionsFaultTest, testing::ValuesIn(kChanges)
 INSTANTIATE_TEST_SUITE_P(Value, DecisionsFaultTest, testing::ValuesIn(kValues), kFaultName);
 INSTANTIATE_TEST_SUITE_P(Acceptance, DecisionsFaultTest, testing::ValuesIn(kAcceptances), kFaultName);
 
+TEST(ParseDecisionsTest, OneSignIsAReason) {
+  for (char sign = '!'; sign <= '~'; ++sign) {
+    const std::string reason = (sign == '"' || sign == '\\' ? "\\" : "") + std::string(1, sign);
+    const SDecisions decisions = ParseDecisions(
+        R"({"accepted": [ { "path": "class/Own", "change": "inserted", "reason": ")" + reason + "\" } ]}", "FILE");
+    ASSERT_EQ(decisions.accepted.size(), 1U) << sign;
+    EXPECT_EQ(decisions.accepted.front().acceptance.reason, std::string(1, sign));
+  }
+}
+
 TEST(DateTest, ADayIsWrittenWithYearMonthAndDay) {
   for (const char* text : {"2026-01-01", "2026-12-31", "2024-02-29", "2000-02-29", "2026-04-30", "0001-01-01"}) {
     EXPECT_TRUE(IsDate(text)) << text;
