@@ -315,6 +315,14 @@ TEST_P(PostgresqlMeasureTest, InfinityIsBeyondEveryLimit) {
   EXPECT_EQ(Count("double precision", values, EMeasure::kRounded, "2"), "0 of 4");
 }
 
+TEST_P(PostgresqlMeasureTest, AColumnOfFloat64HoldsWhatFloat64Can) {
+  test::CStoredDatabase database(GetParam());
+  database.MakeTable("double precision", {"1e300", "-1e300", "NULL"});
+  database.Disconnect();
+  const metareview::SLookup lookup = {0, "p", "r", "T", {"V"}, EMeasure::kOutsideType, "float64"};
+  EXPECT_EQ(CountLive(database.Location(), lookup), "0 of 3");
+}
+
 TEST_P(PostgresqlMeasureTest, DecimalsAreExact) {
   EXPECT_EQ(Count("numeric", {"0.1000000000000000000000001", "0.1", "100.0000000000000000000000001"}, EMeasure::kAbove,
                   "100"),
