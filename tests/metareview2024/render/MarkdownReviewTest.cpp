@@ -40,6 +40,17 @@ TEST(MarkdownReviewTest, HasEveryFindingOnceInTheTable) {
   }
 }
 
+TEST(MarkdownReviewTest, EachSectionHasItsHeading) {
+  const std::string text = test::Rendered("markdown", test::FullReview());
+  EXPECT_THAT(text, HasSubstr("\n## Decide first\n\n- **Loss** "));
+  EXPECT_THAT(text, HasSubstr("\n## All differences\n\n"
+                              "| Risk | Difference | What the upgrade does | Changed by |\n"
+                              "|:--|:--|:--|:--|\n"
+                              "| Loss | "));
+  EXPECT_THAT(text, HasSubstr("\n## Outdated: 1\n\n- "));
+  EXPECT_THAT(text, HasSubstr("\n## Gone since the last review: 1\n\n- "));
+}
+
 TEST(MarkdownReviewTest, AFailedReviewSaysWhy) {
   SReview review;
   review.complete = false;

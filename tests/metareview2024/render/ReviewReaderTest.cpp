@@ -70,6 +70,14 @@ TEST_F(ReviewReaderTest, ReadsASmallReview) {
   EXPECT_EQ(test::Rendered("json", ReadReview(text, "r.json")), text);
 }
 
+TEST_F(ReviewReaderTest, ReadsWhoDecidedWhatIsOutdated) {
+  SReview review = test::FullReview();
+  review.outdated.front().decision.acceptance = {"longest has 31", "jo", "2027-06-30"};
+  const SReview read = ReadReview(test::Rendered("json", review), "r.json");
+  ASSERT_EQ(read.outdated.size(), 1U);
+  EXPECT_EQ(read.outdated.front().decision.acceptance, review.outdated.front().decision.acceptance);
+}
+
 TEST_F(ReviewReaderTest, ReadsTextsOfAnyContent) {
   const SFinding finding =
       test::MadeChange("class/a~1~0~2\x1B/display_name", "display-name", std::string("\0\n\"\\图", 7), std::string());

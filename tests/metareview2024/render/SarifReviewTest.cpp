@@ -123,6 +123,19 @@ TEST(SarifReviewTest, AnAcceptedFindingIsSuppressed) {
   EXPECT_EQ(suppression->GetObjectValue("properties")->GetStringValue("until"), "2027-06-30");
 }
 
+TEST(SarifReviewTest, ASuppressionSaysWhatIsKnownOfIt) {
+  const Object suppression = Objects(*Result(test::Accepted(Own(), {"ours", "jo", {}})), "suppressions").at(0);
+  EXPECT_EQ(suppression->GetObjectValue("properties")->GetStringValue("by"), "jo");
+  const Object bare = Objects(*Result(test::Accepted(Own(), {"ours", {}, {}})), "suppressions").at(0);
+  EXPECT_FALSE(bare->HasMember("properties"));
+}
+
+TEST(SarifReviewTest, ARuleHasItsNameInWords) {
+  const Object run = SarifRun(test::MadeReview({Own()}));
+  const Object rule = Objects(*run->GetObjectValue("tool")->GetObjectValue("driver"), "rules").at(0);
+  EXPECT_EQ(rule->GetObjectValue("shortDescription")->GetStringValue("text"), "Class only here");
+}
+
 TEST(SarifReviewTest, TheBaselineStateIsSinceTheEarlierReview) {
   EXPECT_FALSE(Result(Own())->HasMember("baselineState"));
   std::vector<SFinding> findings(3, Own());

@@ -5,6 +5,7 @@
 
 #include "metareview2024/MadeReview.h"
 #include "metareview2024/render/Render.h"
+#include "metareview2024/render/RenderedReview.h"
 #include "metareview2024/render/page/Assets.h"
 #include "metareview2024/render/page/ContentHash.h"
 
@@ -56,6 +57,19 @@ TEST(HtmlReviewTest, OnlyItsOwnStyleAndScriptMayBeUsed) {
   EXPECT_THAT(html, HasSubstr("<script>" + std::string(page::assets::script) + "</script>"));
 }
 
+TEST(HtmlReviewTest, NoWordIsShownAsItsKey) {
+  const SReview review = test::FullReview();
+  std::string html = Html(review);
+  html.erase(html.find("<style>"), page::assets::style.size());
+  html.erase(html.find("<script>"), page::assets::script.size() + std::string_view("<script>").size());
+  EXPECT_THAT(html, Not(HasSubstr("page.")));
+  for (const SFinding& finding : review.findings) {
+    for (const char* const word : {".name", ".why", ".todo"}) {
+      EXPECT_THAT(html, Not(HasSubstr(std::string(finding.rule->name) + word)));
+    }
+  }
+}
+
 TEST(HtmlReviewTest, TheVerdictComesFirst) {
   EXPECT_THAT(Html(MadeReview({kLength, kAdded})),
               HasSubstr("<h1><strong>Not yet.</strong> One difference has to be decided first.</h1>"));
@@ -71,6 +85,23 @@ TEST(HtmlReviewTest, EveryFindingHasARowOfItsOwn) {
   const std::string html = Html(MadeReview({kLength, kAdded}));
   EXPECT_THAT(html, HasSubstr("<tr id=\"f-" + IdText(kLength.id) + "\""));
   EXPECT_THAT(html, HasSubstr("<tr id=\"f-" + IdText(kAdded.id) + "\""));
+}
+
+TEST(HtmlReviewTest, TheFilterSaysWhatMayBeChosen) {
+  const std::string html = Html(test::FullReview());
+  EXPECT_THAT(html, HasSubstr("<label class=\"hear\" for=\"filter-kind\">Kind</label>"
+                              "<select name=\"kind\" id=\"filter-kind\"><option value=\"\">Any kind</option>"
+                              "<option value=\"class\">Classes</option><option value=\"link\">Links</option>"
+                              "<option value=\"behavior\">Behaviors</option></select>"));
+  EXPECT_THAT(html, HasSubstr("<label class=\"hear\" for=\"filter-risk\">Risk</label>"
+                              "<select name=\"risk\" id=\"filter-risk\"><option value=\"\">Any risk</option>"
+                              "<option value=\"loss\">Loss</option><option value=\"block\">Block</option>"
+                              "<option value=\"attention\">Attention</option><option value=\"safe\">Safe</option>"
+                              "</select>"));
+  EXPECT_THAT(html, HasSubstr("<label class=\"hear\" for=\"filter-since\">Since the last review</label>"
+                              "<select name=\"since\" id=\"filter-since\"><option value=\"\">New or known</option>"
+                              "<option value=\"new\">New</option><option value=\"changed\">Changed</option>"
+                              "<option value=\"known\">Known</option></select>"));
 }
 
 TEST(HtmlReviewTest, LinksLeadToWhatTheyCount) {
