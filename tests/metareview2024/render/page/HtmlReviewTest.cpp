@@ -104,6 +104,34 @@ TEST(HtmlReviewTest, TheFilterSaysWhatMayBeChosen) {
                               "<option value=\"known\">Known</option></select>"));
 }
 
+TEST(HtmlReviewTest, ThePartsAreListedInTheirOrder) {
+  EXPECT_THAT(Html(test::FullReview()), HasSubstr("<ul><li><a href=\"#decide\">Decide first</a></li> "
+                                                  "<li><a href=\"#all\">All differences</a></li> "
+                                                  "<li><a href=\"#decisions\">"));
+}
+
+TEST(HtmlReviewTest, AnElementSaysHowManyOfEachRiskItHas) {
+  EXPECT_THAT(Html(MadeReview({kLength})),
+              HasSubstr("<span class=\"tally\"><span class=\"risk loss\">1<span class=\"hear\"> Loss</span></span> "
+                        "</span>"));
+}
+
+TEST(HtmlReviewTest, EachRuleIsExplainedUnderItsName) {
+  EXPECT_THAT(Html(MadeReview({kAdded})),
+              HasSubstr("<tr id=\"r-class-inserted\"><th scope=\"row\"><b>Class only here</b> "
+                        "<code class=\"quiet\">class-inserted</code></th>"));
+}
+
+TEST(HtmlReviewTest, TheTotalsHaveAColumnForEachRisk) {
+  std::string heads;
+  for (const auto& [risk, name] :
+       {std::pair("loss", "Loss"), std::pair("block", "Block"), std::pair("attention", "Attention"),
+        std::pair("safe", "Safe"), std::pair("accepted", "Accepted")}) {
+    heads += "<th scope=\"col\"><span class=\"risk " + std::string(risk) + "\">" + name + "</span></th>";
+  }
+  EXPECT_THAT(Html(MadeReview({kLength})), HasSubstr(heads));
+}
+
 TEST(HtmlReviewTest, LinksLeadToWhatTheyCount) {
   const std::string html = Html(MadeReview({kLength, kAdded}));
   EXPECT_THAT(html, HasSubstr("href=\"#kind=class&amp;risk=loss&amp;decision=open\" aria-label=\"Classes, Loss: 1\""));
