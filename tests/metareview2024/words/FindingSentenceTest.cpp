@@ -161,6 +161,19 @@ TEST(FindingSentenceTest, SaysThatADecisionWithAWildcardExpired) {
   EXPECT_EQ(Say(review), std::string(kDefault) + " The decision on record expired on 2026-10-31.");
 }
 
+TEST(FindingSentenceTest, OfSeveralWildcardsTheOneThatMatchesExpired) {
+  SReview review = MadeReview({Default()});
+  SDecision decision;
+  decision.path = "class/*/property/Code/default_value";
+  decision.acceptance.until = "2026-10-31";
+  SDecision other = decision;
+  other.path = "link/*/property/*/default_value";
+  other.acceptance.until = "2025-01-31";
+  review.expired.push_back(other);
+  review.expired.push_back(decision);
+  EXPECT_EQ(Say(review), std::string(kDefault) + " The decision on record expired on 2026-10-31.");
+}
+
 TEST(FindingSentenceTest, ADecisionWithAWildcardHasNeverBeenAboutALoss) {
   SReview review = MadeReview({Shortened()});
   SDecision decision;

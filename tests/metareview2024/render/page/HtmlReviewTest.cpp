@@ -132,6 +132,12 @@ TEST(HtmlReviewTest, TheTotalsHaveAColumnForEachRisk) {
   EXPECT_THAT(Html(MadeReview({kLength})), HasSubstr(heads));
 }
 
+TEST(HtmlReviewTest, TheLastRowOfTheTotalsIsTheirSum) {
+  EXPECT_THAT(
+      Html(test::FullReview()),
+      testing::ContainsRegex("<th scope=\"row\">All</th><td><a data-cell href=\"[^\"]*\" aria-label=\"[^\"]*\">2<"));
+}
+
 TEST(HtmlReviewTest, LinksLeadToWhatTheyCount) {
   const std::string html = Html(MadeReview({kLength, kAdded}));
   EXPECT_THAT(html, HasSubstr("href=\"#kind=class&amp;risk=loss&amp;decision=open\" aria-label=\"Classes, Loss: 1\""));
