@@ -90,7 +90,10 @@ struct SChange {
 };
 
 std::vector<SChange> Changes() {
-  const auto with = [](const std::string& member) { return LargeText().insert(LargeText().size() - 1, "," + member); };
+  const auto with = [](const std::string& member) {
+    const std::string text = LargeText();
+    return text.substr(0, text.size() - 1) + "," + member + "}";
+  };
   return {
       {"SetStringValue", [](CJsonObject& object) { object.SetStringValue("n", "2"); }, LargeText("2")},
       {"SetUInt32Value", [](CJsonObject& object) { object.SetUInt32Value("new", 2); }, with(R"("new":2)")},
@@ -99,17 +102,20 @@ std::vector<SChange> Changes() {
       {"SetObjectArrayValue", [](CJsonObject& object) { object.SetObjectArrayValue("new", {Json("{}")}); },
        with(R"("new":[{}])")},
       {"SetObjectValue", [](CJsonObject& object) { object.SetObjectValue("new", Json("{}")); }, with(R"("new":{})")},
-      {"GetObjectValue", [](CJsonObject& object) { object.GetObjectValue("inner")->SetStringValue("n", "2"); },
+      {"GetObjectValue", [](const CJsonObject& object) { object.GetObjectValue("inner")->SetStringValue("n", "2"); },
        LargeText("1", "2")},
       {"GetPropertyObjectValue",
-       [](CJsonObject& object) { object.GetPropertyObjectValue("inner")->SetStringValue("n", "2"); },
+       [](const CJsonObject& object) { object.GetPropertyObjectValue("inner")->SetStringValue("n", "2"); },
        LargeText("1", "2")},
       {"GetPropertyObjectArrayValue",
-       [](CJsonObject& object) { object.GetPropertyObjectArrayValue("list").second.front()->SetStringValue("n", "9"); },
+       [](const CJsonObject& object) {
+         object.GetPropertyObjectArrayValue("list").second.front()->SetStringValue("n", "9");
+       },
        LargeText("1", "1", "9")},
-      {"a copy of the view", [](CJsonObject& object) { CJsonObject(object).SetStringValue("n", "2"); }, LargeText("2")},
+      {"a copy of the view", [](const CJsonObject& object) { CJsonObject(object).SetStringValue("n", "2"); },
+       LargeText("2")},
       {"Share",
-       [](CJsonObject& object) {
+       [](const CJsonObject& object) {
          kvx::JsonValue& root = *object.Share();
          root["inner"]["n"].SetString("2");
        },
@@ -388,10 +394,10 @@ class CRandomSteps {
     return std::make_shared<CJsonObject>(*kept_);
   }
 
-  static Object Node(CJsonObject& root, std::size_t deep) {
+  static Object Node(const CJsonObject& root, std::size_t deep) {
     Object node;
     for (std::size_t i = 0; i < deep; ++i) {
-      CJsonObject& from = node != nullptr ? *node : root;
+      const CJsonObject& from = node != nullptr ? *node : root;
       const auto [found, items] = from.GetPropertyObjectArrayValue("list");
       const Object next = found && !items.empty() && i % 2 == 1 ? items.back() : from.GetPropertyObjectValue("inner");
       if (next == nullptr) {
