@@ -154,6 +154,8 @@ TEST_P(SqliteCountMomentTest, WhoChangesTheDatabaseWaitsForBothConnections) {
 TEST_P(SqliteCountMomentTest, BothConnectionsSeeTheSameWhileOthersWrite) {
   MakeTable("T", 1);
   database_.Query("PRAGMA journal_mode = WAL");
+  // Whoever opens or leaves the database may lock it for a moment.
+  database_.Query("PRAGMA busy_timeout = 60000");
   std::atomic<bool> isOver{false};
   std::thread writer([this, &isOver] {
     while (!isOver) {
