@@ -242,6 +242,18 @@ TEST_P(PostgresqlCountTroubleTest, BinaryDataIsNotMeasured) {
   EXPECT_THAT(CountHere({Longer(0, "T", "V")}), ElementsAre("0: 0 of 0 in; column V of table T holds binary data"));
 }
 
+TEST_P(PostgresqlCountTroubleTest, CharactersAreNotCountedWhereTheDatabaseKnowsBytesAlone) {
+  const std::string name = "bytes_" + Schema();
+  database_.Query("CREATE DATABASE " + name + " ENCODING 'SQL_ASCII' LOCALE 'C' TEMPLATE template0");
+  const std::string location = "postgresql://dbname=" + name + " options=-csearch_path=information_schema";
+  EXPECT_THAT(
+      Count(location, {Longer(0, "sql_features", "feature_id"), AnyRow(1, "sql_features")}),
+      ElementsAre("0: 0 of 0 in; column feature_id of table sql_features is in a database of encoding SQL_ASCII, "
+                  "which knows the bytes of a text, not its characters",
+                  Not(HasSubstr(";"))));
+  database_.Query("DROP DATABASE " + name);
+}
+
 TEST_P(PostgresqlCountTroubleTest, AServerThatCannotBeReachedIsAnErrorWithoutThePassword) {
   EXPECT_THAT(test::ErrorOf([&] { Count("postgresql://host=127.0.0.1 port=1 password=verysecret", {}); }).message,
               AllOf(HasSubstr("cannot be opened"), Not(HasSubstr("verysecret"))));

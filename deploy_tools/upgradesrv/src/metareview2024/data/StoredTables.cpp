@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <unordered_map>
 #include <utility>
 
@@ -40,6 +41,8 @@ class CCatalogue {
   virtual SStoredTable Find(const std::string& name) = 0;
   /// As the database shortens it.
   virtual std::string ColumnName(const std::string& name) { return name; }
+  /// Whether the database knows the characters of a text, not its bytes alone.
+  virtual bool KnowsCharacters() { return true; }
 };
 
 SStoredTable Problem(const std::string& problem) {
@@ -125,6 +128,14 @@ class CPostgresqlCatalogue : public CCatalogue {
     return cut.rows.empty() ? name : cut.rows.front().at(0).value_or(name);
   }
 
+  bool KnowsCharacters() override {
+    if (!encoding_) {
+      const SDatabaseAnswer encoding = queries_.Query("SHOW server_encoding");
+      encoding_ = encoding.rows.empty() ? "" : encoding.rows.front().at(0).value_or("");
+    }
+    return encoding_ != "SQL_ASCII";
+  }
+
  private:
   SStoredTable Describe(const std::string& oid, const std::string& quoted) {
     const SDatabaseAnswer columns = queries_.Query(
@@ -161,6 +172,7 @@ class CPostgresqlCatalogue : public CCatalogue {
   }
 
   CDatabaseQueries& queries_;
+  std::optional<std::string> encoding_;
 };
 
 /// Empty, or why the column of that name is none of the table's.
@@ -232,6 +244,9 @@ class CPlaceFinder {
     }
     if (found->isBinary && lookup.measure != EMeasure::kNotNull) {
       return column + " holds binary data";
+    }
+    if (lookup.measure == EMeasure::kLongerThan && !catalogue_->KnowsCharacters()) {
+      return column + " is in a database of encoding SQL_ASCII, which knows the bytes of a text, not its characters";
     }
     columns.push_back({found->name, found->kind});
     return "";
