@@ -29,15 +29,15 @@ constexpr const char* kByteOrderMark = "\xEF\xBB\xBF";
 /// Passes a parse on to a document, and stops it at what RapidJSON itself would let through.
 class CStrictHandler : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, CStrictHandler> {
  public:
-  explicit CStrictHandler(JsonDocument& document) : document_(document) {}
+  explicit CStrictHandler(JsonDocumentBase& document) : document_(document) {}
 
   bool Null() { return document_.Null(); }
   bool Bool(bool value) { return document_.Bool(value); }
   /// RapidJSON's own conversion makes 1.8e308 an infinity, which cannot be written, and overflows an int on exponents
   /// near -2147483648. Every number arrives here as text instead.
   bool RawNumber(const char* text, rapidjson::SizeType size, bool /*copy*/) {
-    return *text == '-' ? Number<std::int64_t>(text, text + size, &JsonDocument::Int64)
-                        : Number<std::uint64_t>(text, text + size, &JsonDocument::Uint64);
+    return *text == '-' ? Number<std::int64_t>(text, text + size, &JsonDocumentBase::Int64)
+                        : Number<std::uint64_t>(text, text + size, &JsonDocumentBase::Uint64);
   }
   bool String(const char* text, rapidjson::SizeType size, bool copy) {
     return IsUnicode(text, size) && document_.String(text, size, copy);
@@ -65,7 +65,7 @@ class CStrictHandler : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, CS
     return true;
   }
   template <typename Integer>
-  bool Number(const char* begin, const char* end, bool (JsonDocument::*integer)(Integer)) {
+  bool Number(const char* begin, const char* end, bool (JsonDocumentBase::*integer)(Integer)) {
     Integer value = 0;
     if (const auto [at, error] = std::from_chars(begin, end, value); at == end && error == std::errc()) {
       return (document_.*integer)(value);
@@ -93,7 +93,7 @@ class CStrictHandler : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, CS
     return true;
   }
 
-  JsonDocument& document_;
+  JsonDocumentBase& document_;
   unsigned depth_ = 0;
   const char* problem_ = nullptr;
 };
@@ -101,7 +101,7 @@ class CStrictHandler : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, CS
 /// Feeds Document::Populate and keeps the parse's result.
 class CParse {
  public:
-  CParse(const char* text, std::size_t size, JsonDocument& document) : stream_(text, size), handler_(document) {}
+  CParse(const char* text, std::size_t size, JsonDocumentBase& document) : stream_(text, size), handler_(document) {}
 
   bool operator()(JsonDocumentBase& /*document*/) {
     constexpr unsigned kFlags =
