@@ -16,19 +16,20 @@ namespace kvx {
 /// Memory that begins with a small block and grows in larger ones: tens of thousands of small documents are alive at
 /// once during a check.
 class CJsonMemory {
- protected:
-  CJsonMemory() : pool_(firstBlock_.data(), firstBlock_.size(), kLaterBlocks, &system_) {}
-
-  JsonDocumentBase::AllocatorType pool_;
-
  private:
   // Holds a property, or the change of one, with all texts.
   static constexpr std::size_t kFirstBlock = 1536;
   // With its head a little less than 8 KiB.
   static constexpr std::size_t kLaterBlocks = 8160;
 
+  // The pool begins in these.
   alignas(std::max_align_t) std::array<char, kFirstBlock> firstBlock_;
   CJsonAllocator system_;
+
+ protected:
+  CJsonMemory() : pool_(firstBlock_.data(), firstBlock_.size(), kLaterBlocks, &system_) {}
+
+  JsonDocumentBase::AllocatorType pool_;
 };
 
 /// RapidJSON's document, with memory of its own. A large one that is set into another by CJsonObject is not copied at
