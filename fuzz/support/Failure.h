@@ -11,7 +11,7 @@ inline bool Succeeded(const test::SError& error) {
   return error.code == 0;
 }
 
-/// Messages for the user stand on one line, whatever the input holds.
+/// Messages for the user are one line, whatever the input holds.
 inline void RequireOneLine(const std::string& message) {
   for (const char c : message) {
     const auto byte = static_cast<unsigned char>(c);

@@ -1,4 +1,4 @@
-// Mutates inputs that are JSON as trees: values change their type, vanish, stand twice, move to other places. Random
+// Mutates inputs that are JSON as trees: values change their type, vanish, are doubled, move to other places. Random
 // bytes would mostly make texts that the parser refuses. A part of the mutations stays with the bytes.
 #include <rapidjson/document.h>
 #include <rapidjson/stringbuffer.h>

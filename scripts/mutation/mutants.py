@@ -84,7 +84,7 @@ class Finder:
             self.invert(index + 1)
 
     def invert(self, opening):
-        """An if's condition stands after the declaration that it may begin with."""
+        """An if's condition comes after the declaration that it may begin with."""
         closing = self.tokens[opening].partner
         begin = opening + 1
         for index in self.at_level(opening):

@@ -136,7 +136,7 @@ std::string CCall<Result, Arguments...>::Effect() const {
 
 }  // namespace
 
-// The functions stand in place of the C library's.
+// The functions take the place of the C library's.
 #pragma GCC visibility push(default)
 extern "C" {
 

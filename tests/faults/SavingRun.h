@@ -7,7 +7,7 @@
 
 namespace test {
 
-/// What stands where a run saves its document: an earlier document, nothing, or a symbolic link to an earlier document
+/// What is where a run saves its document: an earlier document, nothing, or a symbolic link to an earlier document
 /// in another directory.
 enum class ETarget { kFile, kNothing, kLink };
 
@@ -19,7 +19,7 @@ struct SOutcome {
   SProcessResult process;
   /// Whether any of the faults asked for has happened.
   bool faulted = false;
-  /// "earlier", "new", or anything else that stands there.
+  /// "earlier", "new", or anything else that is there.
   std::string document;
   /// What lies beside the document that did not before.
   std::vector<std::string> strays;
@@ -57,7 +57,7 @@ class CSavingRun {
 };
 
 /// Fails the test unless the outcome of a run that ended by itself is truthful: the document is the earlier or the new
-/// one, status 1 stands for the new one and status 2 for one error that says which it is; nothing lies beside it.
+/// one, status 1 means the new one and status 2 one error that says which it is; nothing lies beside it.
 void ExpectTruth(const SOutcome& outcome, const std::string& report);
 
 }  // namespace test

@@ -175,7 +175,7 @@ void* New(CReal<void*, std::size_t, Arguments...>& real, std::size_t size, Argum
 
 }  // namespace
 
-// The functions stand in place of the C library's, the allocator's and the C++ library's.
+// The functions take the place of the C library's, the allocator's and the C++ library's.
 #pragma GCC visibility push(default)
 extern "C" {
 

@@ -24,7 +24,7 @@ int theRenameError = 0;
 
 }  // namespace
 
-// Stands in place of the C library's.
+// Takes the place of the C library's.
 extern "C" __attribute__((visibility("default"))) int renameat2(int fromDirectory, const char* from, int toDirectory,
                                                                 const char* to, unsigned flags) noexcept {
   if (theRenameError != 0) {

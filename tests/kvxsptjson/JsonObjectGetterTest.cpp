@@ -20,13 +20,13 @@ using testing::IsEmpty;
 using testing::Pair;
 
 TEST(JsonObjectGetterTest, GetAllKeyGivesTheNamesInDocumentOrder) {
-  std::list<std::string> keys = {"what stood here before"};
+  std::list<std::string> keys = {"what was here before"};
   Json(R"({"b": 1, "a": 2, "": 3, "B": 4})")->GetAllKey(keys);
   EXPECT_THAT(keys, ElementsAre("b", "a", "", "B"));
 }
 
 TEST(JsonObjectGetterTest, GetAllKeyOfAnEmptyObjectIsEmpty) {
-  std::list<std::string> keys = {"what stood here before"};
+  std::list<std::string> keys = {"what was here before"};
   CJsonObject().GetAllKey(keys);
   EXPECT_THAT(keys, IsEmpty());
 }

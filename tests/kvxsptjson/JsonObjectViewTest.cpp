@@ -74,7 +74,7 @@ TEST(JsonObjectViewTest, NodeThatIsNotAnObjectHasNoMembers) {
     const auto node = Json(text);
     EXPECT_FALSE(node->IsObject()) << text;
     EXPECT_FALSE(node->HasMember("a")) << text;
-    std::list<std::string> keys = {"what stood here before"};
+    std::list<std::string> keys = {"what was here before"};
     node->GetAllKey(keys);
     EXPECT_THAT(keys, IsEmpty()) << text;
     EXPECT_EQ(ErrorOf([&] { node->GetStringValue("a"); }), Missing("a")) << text;

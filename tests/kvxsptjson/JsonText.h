@@ -15,7 +15,7 @@ inline std::shared_ptr<CJsonObject> Json(const std::string& text) {
   return object;
 }
 
-/// The object as JSON text without any space or line end, also where they stand in strings.
+/// The object as JSON text without any space or line end, also where they are in strings.
 inline std::string Compact(const CJsonObject& object) {
   std::string compact;
   for (const char c : object.ToText()) {

@@ -21,7 +21,7 @@ TEST(StringHelperTest, ToLowerChangesTheAsciiCapitalsInPlace) {
 }
 
 TEST(StringHelperTest, ToLowerLeavesEveryOtherAsciiCharacter) {
-  // @ and [ stand just outside A to Z, ` and { just outside a to z.
+  // @ and [ are just outside A to Z, ` and { just outside a to z.
   EXPECT_EQ(Lower("@[`{az09_-. \t\n\x7F"), "@[`{az09_-. \t\n\x7F");
   EXPECT_EQ(Lower(""), "");
 }

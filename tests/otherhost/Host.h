@@ -60,7 +60,7 @@ struct SFailure {
 ///     SetStringValue(internal_name, A)            of a JSON object; objects and arrays as JSON text
 ///
 /// One host is there at a time. What the interface leaves to a host, this one does in its own way: names match exactly,
-/// a member that is missing reads as "?", and beside false stands "stale" in place of nothing.
+/// a member that is missing reads as "?", and beside false it gives "stale" instead of nothing.
 class CHost {
  public:
   CHost();

@@ -23,7 +23,7 @@ struct SScale {
   const char* name;
   test::Shape shape;
   ERelation relation;
-  /// What stands in the document once for each unit of size, or in all when that is fixed.
+  /// What is in the document once for each unit of size, or in all when that is fixed.
   const char* finding;
   bool findingsGrow = true;
 };

@@ -21,7 +21,7 @@ const std::vector<SJsonLetters>& JsonStrings();
 /// Numbers.
 const std::vector<SJsonLetters>& JsonNumbers();
 
-/// What stands between two tokens. Of the value only its presence counts.
+/// What is between two tokens. Of the value only its presence counts.
 const std::vector<SJsonLetters>& JsonSpaces();
 
 /// Whole documents. Of the value only its presence counts.

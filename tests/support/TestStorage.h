@@ -27,7 +27,7 @@ class CTestStorage {
   CTestStorage& operator=(const CTestStorage&) = delete;
 
   const std::string& Location() const { return location_; }
-  /// What stands in the location beside the connection words given here, for example "host=… port=…".
+  /// What is in the location beside the connection words given here, for example "host=… port=…".
   std::string LocationWith(const std::string& words) const;
   /// The database's file; none has PostgreSQL.
   std::string File() const { return directory_.File("metamodel.db"); }

@@ -105,7 +105,7 @@ TYPED_TEST(MetaDictionary2024Test, LookupIgnoresAsciiCase) {
 TYPED_TEST(MetaDictionary2024Test, LookupSeesEveryOtherDifference) {
   this->Fill({"Part", "\u00C4rea"});
   for (const char* name : {"", "Par", "Part ", "Parts", "\u00E4rea"}) {
-    std::shared_ptr<typename TypeParam::Element> out = TypeParam::Make("what stood here before");
+    std::shared_ptr<typename TypeParam::Element> out = TypeParam::Make("what was here before");
     EXPECT_FALSE(TypeParam::Exist(this->dictionary_, name, out)) << name;
     EXPECT_EQ(out, nullptr) << name;
     EXPECT_EQ(TypeParam::Get(this->dictionary_, name), nullptr) << name;

@@ -40,7 +40,7 @@ TEST(MetaProperty2024Test, EachGetterGivesItsValue) {
 }
 
 TEST(MetaProperty2024Test, MaximumComesFirstAndMinimumSecond) {
-  std::string first = "what stood here before";
+  std::string first = "what was here before";
   std::string second = first;
   test::Make(EveryValueDifferent())->GetMaxMinValue(first, second);
   EXPECT_EQ(first, "99.5");
@@ -51,7 +51,7 @@ TEST(MetaProperty2024Test, EverythingUnsetIsEmptyOrZero) {
   CMetaPropertyTable2024 table;
   table.Add({});
   const auto property = table.GetProperties().front();
-  std::string max = "what stood here before";
+  std::string max = "what was here before";
   std::string min = max;
   property->GetMaxMinValue(max, min);
   for (const std::string& text :

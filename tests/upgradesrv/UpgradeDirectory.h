@@ -14,10 +14,10 @@ SProcessResult RunTool(const std::vector<std::string>& arguments, const std::str
 /// Runs a shell command in which "$0" is the executable and "$1" the argument.
 SProcessResult RunInShell(const std::string& command, const std::string& argument);
 
-/// What stands after "upgradesrv: error: ". Fails the test unless the exit status is 2 and there is exactly one such
+/// What comes after "upgradesrv: error: ". Fails the test unless the exit status is 2 and there is exactly one such
 /// line.
 std::string ErrorOf(const SProcessResult& result);
-/// The same, and nothing may stand on standard output.
+/// The same, and nothing may be on standard output.
 std::string TroubleOf(const SProcessResult& result);
 
 /// `text` with every `from` replaced.

@@ -24,7 +24,7 @@ _upgradesrv_name() {
 }
 
 # The paths of findings, but of those that CSV puts in quotes. Names come from a metamodel: without quotes the shell would
-# run what stands in them.
+# run what is in them.
 _upgradesrv_paths() {
   local path
   "${COMP_WORDS[0]}" review --quiet --timeout 5 --fail-on never -o csv "$(_upgradesrv_name "$1")" 2>/dev/null |

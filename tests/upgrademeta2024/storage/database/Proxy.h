@@ -8,7 +8,7 @@
 
 namespace test {
 
-/// Stands between a client and the PostgreSQL server that PGHOST and PGPORT name. Once it has handed `limit` bytes to
+/// Is between a client and the PostgreSQL server that PGHOST and PGPORT name. Once it has handed `limit` bytes to
 /// the client, in the midst of whatever it is reading, it calls `interruption`, which answers whether the connection
 /// goes on. Serves one connection.
 class CProxy {

@@ -159,7 +159,7 @@ TEST_P(SqliteDamageTest, PagesThatHaveChangedPlacesAreNoticed) {
 }
 
 TEST_P(SqliteDamageTest, PageThatIsItsOwnChildIsNoticed) {
-  // The pointer to the last child stands in the header of a page that has children.
+  // The pointer to the last child is in the header of a page that has children.
   constexpr std::size_t kLastChild = 8;
   const std::size_t root = RootOf("meta_class_properties");
   const std::size_t page = (root - 1) * kPageSize;

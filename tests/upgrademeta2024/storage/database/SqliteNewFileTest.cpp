@@ -32,7 +32,7 @@ const std::string kUpgradesrv = UPGRADESRV_EXECUTABLE;
 
 class NewSqliteFileTest : public testing::Test {
  protected:
-  /// Copies to a new file, halted while it is written for `meanwhile`; answers with what stands on standard error.
+  /// Copies to a new file, halted while it is written for `meanwhile`; answers with what is on standard error.
   template <typename Action>
   std::string CopyHaltedFor(const std::string& option, const Action& meanwhile) const {
     const CTemporaryDirectory aside;

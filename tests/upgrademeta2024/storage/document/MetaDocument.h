@@ -52,7 +52,7 @@ inline SError ContentError(const std::string& pointer, const std::string& proble
   return {kvx::kMalformedDocument, "meta.json: " + pointer + ": " + problem};
 }
 
-/// A place in a metamodel document at which an object stands, and what its members are called.
+/// A place in a metamodel document at which there is an object, and what its members are called.
 struct SObjectPlace {
   const char* name;
   /// The document before and after the object.

@@ -9,7 +9,7 @@
 #include "metareview2024/metareview2024_export.h"
 
 /// Lookups as SQL. Names are always quoted, and columns named with their table, so that none is taken for a text. What
-/// stands in quotes cannot end them; everything else is made here or a number.
+/// is in quotes cannot end them; everything else is made here or a number.
 namespace metareview {
 
 enum class EDialect { kSqlite, kPostgresql };

@@ -15,7 +15,7 @@ class CCsvRows {
   CCsvRows(std::string_view text, std::string name);
 
   /// Goes to the next row; false when there is none. Throws CKVXException (kvx::kMalformedDocument, "NAME:LINE: what is
-  /// wrong") where quotes are not closed, or stand where none may.
+  /// wrong") where quotes are not closed, or are where none may be.
   bool Next();
 
   const std::vector<std::string>& Fields() const { return fields_; }

@@ -58,7 +58,7 @@ View RuleViews(const CPage& page) {
   return views;
 }
 
-/// Sentences in which words of the command line or of metamodels stand apart.
+/// Sentences in which words of the command line or of metamodels are set apart.
 std::string CodeSentence(const CPage& page, std::string_view key, const Placeholders& values) {
   return SentenceHtml(FillIn(page.Words().Text(key), values));
 }
