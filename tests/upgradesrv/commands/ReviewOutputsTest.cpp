@@ -215,4 +215,19 @@ TEST_F(ReviewOutputsTest, TroubleThatComesEarlyReplacesNoInput) {
   EXPECT_EQ(Output("2024/metamodel.json"), test::kReviewedOriginal);
 }
 
+TEST_F(ReviewOutputsTest, AnUpgradeFileThatCannotBeUnderstoodCostsNoMetamodel) {
+  const std::string names = R"("client_metamodel": "installation.json", "original_metamodel": "2024/metamodel.json")";
+  const std::vector<std::string> broken = {"{" + names + ",}", "{" + names, "{" + names + R"(, "version": 2024x})",
+                                           R"({"client_metamodel": "other.json", )" + names + "}"};
+  for (const std::string& text : broken) {
+    upgrade_.Write("upgrade.json", text);
+    Trouble({"-o", Into("json", "installation.json"), "-o", Into("json", "r.json")});
+    Trouble({"-o", Into("json", "2024/metamodel.json")});
+    Trouble({"--bogus", "-o", Into("json", "installation.json")});
+    EXPECT_EQ(Output("installation.json"), test::kReviewedClient) << text;
+    EXPECT_EQ(Output("2024/metamodel.json"), test::kReviewedOriginal) << text;
+    EXPECT_THAT(Output("r.json"), HasSubstr("\"complete\": false"));
+  }
+}
+
 }  // namespace

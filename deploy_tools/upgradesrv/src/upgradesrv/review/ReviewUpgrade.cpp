@@ -60,6 +60,17 @@ std::vector<EKind> ParseKinds(const std::optional<std::vector<std::string>>& nam
 /// The members of upgrade.json that name metamodels.
 constexpr std::array<const char*, 3> kMetamodelMembers = {"original_metamodel", "client_metamodel", "base_metamodel"};
 
+/// What stands in quotation marks in the text, and between them: some of it may be a metamodel location.
+std::vector<std::string> QuotedTexts(const std::string& text) {
+  std::vector<std::string> texts;
+  std::size_t begin = 0;
+  for (std::size_t end = text.find('"'); end != std::string::npos; end = text.find('"', begin)) {
+    texts.push_back(text.substr(begin, end - begin));
+    begin = end + 1;
+  }
+  return texts;
+}
+
 /// The files that an argument leads to, whatever it was meant for: a file, a metamodel location or an upgrade
 /// directory.
 std::vector<std::string> FilesNamedBy(const std::string& argument) {
@@ -81,6 +92,16 @@ std::vector<std::string> FilesNamedBy(const std::string& argument) {
       upgrade.CreateFromFile(argument + kConfigurationFile);
       return OpenMetaStorage(ResolveMetaLocation(upgrade.GetStringValue(member), argument))->GetFiles();
     });
+  }
+  // It may be no JSON at all, or name a metamodel twice.
+  std::vector<std::string> texts;
+  try {
+    texts = QuotedTexts(kvx::ReadFile(argument + kConfigurationFile));
+  } catch (const std::exception&) {
+    // There is none.
+  }
+  for (const std::string& text : texts) {
+    add([&] { return OpenMetaStorage(ResolveMetaLocation(text, argument))->GetFiles(); });
   }
   return files;
 }
