@@ -199,7 +199,8 @@ TEST(DecideTest, AReasonOrANameThatIsNotUtf8IsRefused) {
 }
 
 TEST(DecideTest, ALastDayMustBeADayThatHasNotPassed) {
-  EXPECT_EQ(Refusal("{}", {"class/Old"}, {"r", {}, "30.6.2027"}), Refused("30.6.2027: not a day, written YYYY-MM-DD"));
+  EXPECT_EQ(Refusal("{}", {"class/Old"}, {"r", {}, "30.6.2027"}),
+            Refused("\"30.6.2027\" is not a day; write YYYY-MM-DD"));
   EXPECT_EQ(Refusal("{}", {"class/Old"}, {"r", {}, "2026-11-21"}),
             Refused("2026-11-21: the day has passed; the last day may be today or later"));
 }

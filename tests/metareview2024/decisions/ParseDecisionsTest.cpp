@@ -197,7 +197,7 @@ const SFault kAcceptances[] = {
     {"UntilIsNoString", Entry(R"("path": "class/Own", "change": "inserted", "reason": "x", "until": 20270630)"),
      "2:70: /accepted/0/until: expected a string"},
     {"UntilIsNoDay", Entry(R"("path": "class/Own", "change": "inserted", "reason": "x", "until": "2027-02-29")"),
-     "2:70: /accepted/0/until: \"2027-02-29\" is not a day, written YYYY-MM-DD"},
+     "2:70: /accepted/0/until: \"2027-02-29\" is not a day; write YYYY-MM-DD"},
     {"UnknownMember", Entry(R"("path": "class/Own", "change": "inserted", "reason": "x", "note": "y")"),
      "2:69: /accepted/0/note: unknown member; known here: path, change, original, client, reason, by, until"},
     {"DuplicateMember", Entry(R"("path": "class/Own", "change": "inserted", "reason": "x", "reason": "y")"),

@@ -56,8 +56,17 @@ TEST_F(DecideCommandTest, RefusesAPathWithoutAFinding) {
 }
 
 TEST_F(DecideCommandTest, RefusesToGoWithoutAReason) {
-  EXPECT_THAT(test::TroubleOf(Decide({}, {kDocument})), HasSubstr("reason"));
-  EXPECT_THAT(test::TroubleOf(Decide({"--reason", " "}, {kDocument})), HasSubstr("reason"));
+  // Before anything is loaded.
+  upgrade_.Write("installation.json", "not JSON");
+  EXPECT_EQ(test::TroubleOf(Decide({}, {kDocument})),
+            "decide: no reason is given; say with --reason why it is accepted");
+  EXPECT_FALSE(HasDecisions());
+}
+
+TEST_F(DecideCommandTest, RefusesABlankReasonAndALastDayThatIsNone) {
+  EXPECT_THAT(test::TroubleOf(Decide({"--reason", " "}, {kDocument})), HasSubstr("the reason is empty"));
+  EXPECT_EQ(test::TroubleOf(Decide({"--reason", "r", "--until", "31.12.2099"}, {kDocument})),
+            "\"31.12.2099\" is not a day; write YYYY-MM-DD");
   EXPECT_FALSE(HasDecisions());
 }
 
@@ -96,7 +105,17 @@ TEST_F(DecideCommandTest, PruneDropsWhatMatchesNothing) {
   EXPECT_EQ(Decisions(),
             "{\n  \"accepted\": [\n"
             "    { \"path\": \"class/Document\", \"change\": \"deleted\", \"reason\": \"r\" }\n  ]\n}\n");
+}
+
+TEST_F(DecideCommandTest, PruneTakesNothingOfADecision) {
+  const std::string decisions = R"({"accepted": [{"path": "class/Gone", "change": "deleted", "reason": "r"}]})";
+  upgrade_.Write("decisions.json", decisions);
   EXPECT_THAT(test::TroubleOf(Decide({"--prune"}, {kDocument})), HasSubstr("takes no path"));
+  for (const char* option : {"--reason", "--by", "--until"}) {
+    EXPECT_EQ(test::TroubleOf(Decide({"--prune", option, "2099-12-31"}, {})),
+              "decide --prune: takes no " + std::string(option) + "; it drops every entry that matches nothing");
+  }
+  EXPECT_EQ(Decisions(), decisions);
 }
 
 TEST_F(DecideCommandTest, PruneLeavesAFileAloneThatHasNothingStale) {
@@ -140,6 +159,12 @@ TEST_F(DecideCommandTest, TakesABareNameOfAFileThatIsNotThereYet) {
   const test::SProcessResult result = decide({"--decisions", "own.json", "--reason", "r", ".", kDocument});
   EXPECT_EQ(result.status, 0) << result.errors;
   EXPECT_THAT(test::ReadFile(upgrade_.File("own.json")), HasSubstr("\"path\": \"class/Document\""));
+}
+
+TEST_F(DecideCommandTest, SaysWhichFileItCannotMakeInADirectoryThatIsNotThere) {
+  const std::string file = upgrade_.File("none/own.json");
+  EXPECT_EQ(test::TroubleOf(Decide({"--decisions", file, "--reason", "r"}, {kDocument})),
+            file + ": cannot be saved: No such file or directory; nothing was changed");
 }
 
 TEST_F(DecideCommandTest, RefusesADashForTheDecisionsFile) {

@@ -44,7 +44,8 @@ void RequireAcceptance(const SAcceptance& acceptance, const std::string& today) 
   RequireUtf8("reason", acceptance.reason);
   RequireUtf8("name", acceptance.by.value_or(""));
   if (acceptance.until && !IsDate(*acceptance.until)) {
-    Refuse(*acceptance.until, "not a day, written YYYY-MM-DD");
+    throw CKVXException(kvx::kRefused,
+                        "\"" + CStringHelper::ToVisible(*acceptance.until) + "\" is not a day; write YYYY-MM-DD");
   }
   if (acceptance.until && *acceptance.until < today) {
     Refuse(*acceptance.until, "the day has passed; the last day may be today or later");

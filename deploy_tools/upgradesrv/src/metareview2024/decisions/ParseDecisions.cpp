@@ -57,7 +57,7 @@ std::string ReadReason(CJsonReading& reading, const Json& json) {
 std::string ReadDay(CJsonReading& reading, const Json& json) {
   std::string day = reading.Text(json);
   if (!IsDate(day)) {
-    reading.Fail("\"" + day + "\" is not a day, written YYYY-MM-DD");
+    reading.Fail("\"" + day + "\" is not a day; write YYYY-MM-DD");
   }
   return day;
 }

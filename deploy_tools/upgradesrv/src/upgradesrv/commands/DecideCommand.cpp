@@ -23,7 +23,8 @@ void DefineDecide(CLI::App& parent, SRequest& request) {
   AddText(decide, "--by", arguments.acceptance.by, "Who decided")->type_name("NAME");
   AddText(decide, "--until", arguments.acceptance.until, "Last day on which the decision is valid, YYYY-MM-DD")
       ->type_name("DATE");
-  decide.add_flag("--prune", arguments.isPrune, "Remove the entries that no longer match a finding; takes no PATH");
+  decide.add_flag("--prune", arguments.isPrune,
+                  "Remove the entries that no longer match a finding; takes no PATH, --reason, --by or --until");
   AddReviewSources(decide, arguments.sources);
   AddLoadingOptions(decide, request);
   RequireValues(decide);

@@ -26,6 +26,9 @@ class CDecisionsLock {
     const std::string directory = std::filesystem::path(kvx::CanonicalPath(file)).parent_path().string();
     directory_ = kvx::CFileDescriptor(open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     int problem = directory_.IsOpen() ? 0 : errno;
+    if (problem != 0) {
+      throw CTrouble(file + ": cannot be saved: " + std::strerror(problem) + "; nothing was changed");
+    }
     while (problem == 0 && flock(directory_.Get(), LOCK_EX) != 0) {
       problem = errno == EINTR ? 0 : errno;
     }
@@ -54,15 +57,33 @@ void Replace(const std::string& file, const metareview::SDecisions& decisions) {
   output.Commit();
 }
 
+void RequireNone(bool isGiven, const std::string& what) {
+  if (isGiven) {
+    throw CTrouble("decide --prune: takes no " + what + "; it drops every entry that matches nothing");
+  }
+}
+
+/// What is known before anything is loaded.
+void RequireUse(const SDecideArguments& arguments) {
+  if (arguments.isPrune) {
+    RequireNone(!arguments.paths.empty(), "path");
+    RequireNone(!arguments.acceptance.reason.empty(), "--reason");
+    RequireNone(arguments.acceptance.by.has_value(), "--by");
+    RequireNone(arguments.acceptance.until.has_value(), "--until");
+    return;
+  }
+  if (arguments.paths.empty()) {
+    throw CTrouble("decide: no path is given; copy one from the review, for example class/Part/property/Code/length");
+  }
+  if (arguments.acceptance.reason.empty()) {
+    throw CTrouble("decide: no reason is given; say with --reason why it is accepted");
+  }
+}
+
 }  // namespace
 
 EExitStatus DecideFindings(const SDecideArguments& arguments) {
-  if (!arguments.isPrune && arguments.paths.empty()) {
-    throw CTrouble("decide: no path is given; copy one from the review, for example class/Part/property/Code/length");
-  }
-  if (arguments.isPrune && !arguments.paths.empty()) {
-    throw CTrouble("decide --prune: takes no path; it drops every entry that matches nothing");
-  }
+  RequireUse(arguments);
   const std::string problem = OutputNameProblem(arguments.sources.decisions.value_or(""), "file");
   if (!problem.empty()) {
     throw CTrouble("--decisions -: " + problem);
