@@ -44,6 +44,16 @@ TEST_F(SavedReviewTest, AgainstTakesWholeReviewsOnly) {
   EXPECT_THAT(Trouble({"--against", upgrade_.File("r.json")}), HasSubstr("r.json:"));
 }
 
+TEST_F(SavedReviewTest, WhatIsNoReviewAsJsonIsRefusedWithWhatIsAskedFor) {
+  ASSERT_EQ(Review({"-o", Into("html", "r.html"), "-o", Into("ndjson", "r.ndjson")}).status, 1);
+  for (const std::string name : {"r.html", "r.ndjson", "upgrade.json"}) {
+    const std::string file = upgrade_.File(name);
+    const std::string refused = " takes a whole review, saved by -o json: " + file + ":";
+    EXPECT_THAT(Trouble({"--against", file}), StartsWith("--against" + refused));
+    EXPECT_THAT(test::TroubleOf(test::RunTool({"review", "--from", file})), StartsWith("--from" + refused));
+  }
+}
+
 TEST_F(SavedReviewTest, FromWritesASavedReviewAgain) {
   ASSERT_EQ(Review({"-o", Into("json", "r.json")}).status, 1);
   std::filesystem::remove(upgrade_.File("installation.json"));

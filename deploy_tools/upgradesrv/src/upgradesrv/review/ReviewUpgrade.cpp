@@ -10,6 +10,7 @@
 #include <system_error>
 #include <utility>
 
+#include "kvxsptexception/KVXException.h"
 #include "kvxsptfile/ReadFile.h"
 #include "kvxsptjson/JsonObject.h"
 #include "metareview2024/Totals.h"
@@ -106,6 +107,16 @@ std::vector<std::string> FilesNamedBy(const std::string& argument) {
   return files;
 }
 
+/// The review that an option names.
+SReview ReadSaved(const std::string& option, const std::string& file) {
+  const std::string text = kvx::ReadFile(file);
+  try {
+    return metareview::ReadReview(text, file);
+  } catch (const CKVXException& error) {
+    throw CTrouble(option + " takes a whole review, saved by -o json: " + error.what());
+  }
+}
+
 constexpr const char* kScript = "sql";
 
 class CReview {
@@ -154,7 +165,7 @@ class CReview {
                      ": a saved review does not say where values are stored; leave out --from");
     }
     words_ = &WordsFor(arguments_.sources.overrides.lang.value_or("en"));
-    SReview review = metareview::ReadReview(kvx::ReadFile(*arguments_.from), *arguments_.from);
+    SReview review = ReadSaved("--from", *arguments_.from);
     RequireEarlier(review.against.has_value());
     return review;
   }
@@ -177,7 +188,7 @@ class CReview {
     const metareview::SDecisions decisions = sources.ReadDecisions();
     std::optional<SReview> earlier;
     if (arguments_.against) {
-      earlier = metareview::ReadReview(kvx::ReadFile(*arguments_.against), *arguments_.against);
+      earlier = ReadSaved("--against", *arguments_.against);
     }
 
     const LoadedMetamodels2024 loaded = arguments_.foregoing ? RunForegoing() : LoadedMetamodels2024();
