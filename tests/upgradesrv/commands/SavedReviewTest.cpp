@@ -71,15 +71,23 @@ TEST_F(SavedReviewTest, FromGoesWithoutADirectory) {
 
 TEST_F(SavedReviewTest, FromRefusesEveryOptionOfAComparison) {
   ASSERT_EQ(Review({"-o", Into("json", "r.json")}).status, 1);
-  const std::vector<std::vector<std::string>> others = {
-      {"--original", "o.json"},  {"--client", "c.json"},  {"--base", "b.json"},    {"--decisions", "d.json"},
-      {"--today", "2026-11-22"}, {"--elements", "class"}, {"--against", "r.json"}, {"."}};
+  const std::vector<std::vector<std::string>> others = {{"--original", "o.json"},
+                                                        {"--client", "c.json"},
+                                                        {"--base", "b.json"},
+                                                        {"--decisions", "d.json"},
+                                                        {"--today", "2026-11-22"},
+                                                        {"--elements", "class"},
+                                                        {"--against", "r.json"},
+                                                        {"--data", "data.db"},
+                                                        {"--data-timeout", "5"},
+                                                        {"--dialect", "sqlite"},
+                                                        {"."}};
   for (const std::vector<std::string>& other : others) {
     std::vector<std::string> arguments = {"review", "--from", "r.json"};
     arguments.insert(arguments.end(), other.begin(), other.end());
     const std::string name = other.front() == "." ? "UPGRADE_DIR" : other.front();
     EXPECT_THAT(test::TroubleOf(test::RunTool(arguments, upgrade_.Path())),
-                testing::AllOf(HasSubstr("--from"), HasSubstr(name)));
+                StartsWith("--from: takes no " + name + "; a saved review is written again as it is;"));
   }
 }
 

@@ -68,7 +68,8 @@ void DefineReview(CLI::App& parent, SRequest& request) {
     for (const char* other : {"UPGRADE_DIR", "--original", "--client", "--base", "--decisions", "--today", "--elements",
                               "--against", "--data", "--data-timeout", "--dialect"}) {
       if (from->count() != 0 && review.get_option(other)->count() != 0) {
-        throw CLI::ExcludesError("--from", other);
+        throw CLI::ValidationError("--from",
+                                   "takes no " + std::string(other) + "; a saved review is written again as it is");
       }
     }
     if (directory->count() == 0 && from->count() == 0) {
