@@ -141,6 +141,20 @@ TEST_F(DecideCommandTest, SaysHowManyEntriesItHasWritten) {
             "upgradesrv: 2 entries were written to " + file + ".\n");
 }
 
+TEST_F(DecideCommandTest, TodayDecidesWhatHasExpired) {
+  const std::string document =
+      R"({"path": "class/Document", "change": "deleted", "reason": "r", "until": "2026-06-30"})";
+  upgrade_.Write("decisions.json", "{\"accepted\": [" + document + "]}");
+  const auto decide = [this](const std::string& today) {
+    return Decide({"--today", today, "--reason", "again", "--until", "2026-07-15"}, {kDocument});
+  };
+  EXPECT_THAT(test::TroubleOf(decide("2026-06-30")), HasSubstr("is accepted already"));
+  EXPECT_EQ(test::TroubleOf(decide("2026-07-16")),
+            "2026-07-15: the day has passed; the last day may be today or later");
+  EXPECT_EQ(decide("2026-07-01").status, 0);
+  EXPECT_THAT(Decisions(), HasSubstr("\"reason\": \"again\", \"until\": \"2026-07-15\""));
+}
+
 TEST_F(DecideCommandTest, MakesTheFileThatDecisionsNames) {
   const std::string file = upgrade_.File("own.json");
   EXPECT_THAT(test::TroubleOf(Decide({"--decisions", file, "--prune"}, {})), HasSubstr("own.json: cannot be read"));
