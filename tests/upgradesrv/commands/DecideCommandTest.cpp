@@ -213,6 +213,20 @@ TEST_F(DecideCommandTest, TwoAtOnceLoseNothing) {
   }
 }
 
+TEST_F(DecideCommandTest, SaysThatItWaitsForAnother) {
+  const test::SProcessResult result = test::RunInShell(
+      "exec 9<\"$1\" && flock 9 && { \"$0\" decide --reason r \"$1\" class/Document 2>\"$1/notes\" & } && "
+      "until grep -q waiting \"$1/notes\" || ! kill -0 $!; do sleep 0.05; done; "
+      "test -e \"$1/decisions.json\" && echo early; flock -u 9; wait $!",
+      upgrade_.Path());
+  EXPECT_EQ(result.status, 0) << result.errors;
+  EXPECT_EQ(result.output, "");
+  EXPECT_EQ(test::ReadFile(upgrade_.File("notes")),
+            "upgradesrv: " + std::filesystem::canonical(upgrade_.Path()).string() +
+                ": another decide is at work there; waiting for it to end\nupgradesrv: One entry was written to " +
+                upgrade_.File("decisions.json") + ".\n");
+}
+
 TEST(ExplainCommandTest, ListsAllRulesWithTheirRisk) {
   const test::SProcessResult result = test::RunTool({"explain"});
   EXPECT_EQ(result.status, 0);

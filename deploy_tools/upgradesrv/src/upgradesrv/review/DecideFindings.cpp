@@ -29,8 +29,10 @@ class CDecisionsLock {
     if (problem != 0) {
       throw CTrouble(file + ": cannot be saved: " + std::strerror(problem) + "; nothing was changed");
     }
-    while (problem == 0 && flock(directory_.Get(), LOCK_EX) != 0) {
-      problem = errno == EINTR ? 0 : errno;
+    problem = Lock(LOCK_EX | LOCK_NB);
+    if (problem == EWOULDBLOCK) {
+      WriteNote(directory + ": another decide is at work there; waiting for it to end");
+      problem = Lock(LOCK_EX);
     }
     if (problem != 0) {
       throw CTrouble(directory + ": cannot be locked: " + std::strerror(problem) + "; nothing was changed");
@@ -38,6 +40,15 @@ class CDecisionsLock {
   }
 
  private:
+  /// Why it is not locked; 0 when it is.
+  int Lock(int operation) const {
+    int problem = EINTR;
+    while (problem == EINTR) {
+      problem = flock(directory_.Get(), operation) == 0 ? 0 : errno;
+    }
+    return problem;
+  }
+
   kvx::CFileDescriptor directory_;
 };
 
