@@ -155,6 +155,23 @@ TEST_F(DecideCommandTest, TodayDecidesWhatHasExpired) {
   EXPECT_THAT(Decisions(), HasSubstr("\"reason\": \"again\", \"until\": \"2026-07-15\""));
 }
 
+TEST_F(DecideCommandTest, WithoutTodayTheDayIsThatOfUtc) {
+  // At any hour it is another day in one of these zones.
+  for (const std::string zone : {"XXX-14", "XXX+12"}) {
+    std::filesystem::remove(upgrade_.File("decisions.json"));
+    const test::SProcessResult result =
+        test::RunInShell("decide() { TZ=" + zone +
+                             " \"$0\" decide --reason r --until \"$2\" \"$1\" class/Document 2>&1; }\n"
+                             "day=$(date -u +%F)\n"
+                             "decide \"$1\" \"$(date -u -d yesterday +%F)\"; decide \"$1\" \"$day\"\n"
+                             "test \"$day\" = \"$(date -u +%F)\" || echo midnight",
+                         upgrade_.Path());
+    if (result.output.find("midnight") == std::string::npos) {
+      EXPECT_THAT(result.output, testing::ContainsRegex("the day has passed.*\n.*One entry was written")) << zone;
+    }
+  }
+}
+
 TEST_F(DecideCommandTest, MakesTheFileThatDecisionsNames) {
   const std::string file = upgrade_.File("own.json");
   EXPECT_THAT(test::TroubleOf(Decide({"--decisions", file, "--prune"}, {})), HasSubstr("own.json: cannot be read"));
