@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <unordered_map>
 
 namespace metareview {
@@ -28,7 +29,7 @@ bool BecomesInteger(const SFinding& finding) {
   return IsOneOf(finding.original, kIntegers);
 }
 
-const SVariant kPlain = {"", [](const SFinding&) { return true; }};
+const SVariant kPlain = {"", nullptr};
 const SVariant kOriginBoth = {".both", [](const SFinding& finding) { return finding.origin == EOrigin::kBoth; }};
 const SVariant kOriginUnknown = {".unknown",
                                  [](const SFinding& finding) { return finding.origin == EOrigin::kUnknown; }};
@@ -44,9 +45,8 @@ const SVariant kIntegerToSmaller = {".integer-to-smaller", [](const SFinding& fi
 const SVariant kFloatToInteger = {".float-to-integer", [](const SFinding& finding) {
                                     return IsOneOf(finding.client, kFloats) && BecomesInteger(finding);
                                   }};
-const SVariant kMoneyToInteger = {".money-to-integer", [](const SFinding& finding) {
-                                    return IsText(finding.client, "money") && BecomesInteger(finding);
-                                  }};
+const SVariant kMoneyToInteger = {".money-to-integer",
+                                  [](const SFinding& finding) { return IsText(finding.client, "money"); }};
 const SVariant kNumberToLessExact = {".number-to-less-exact",
                                      [](const SFinding& finding) { return IsOneOf(finding.original, kFloats); }};
 const SVariant kTextToString = {".text-to-string",
@@ -55,8 +55,7 @@ const SVariant kDatetimeToDate = {".datetime-to-date",
                                   [](const SFinding& finding) { return IsText(finding.original, "date"); }};
 const SVariant kDatetimeToTime = {".datetime-to-time",
                                   [](const SFinding& finding) { return IsText(finding.original, "time"); }};
-const SVariant kLookupToText = {".lookup-to-text",
-                                [](const SFinding& finding) { return IsText(finding.client, "lookup"); }};
+const SVariant kLookupToText = {".lookup-to-text", nullptr};
 
 constexpr bool kCounted = true;
 constexpr bool kNotCounted = false;
@@ -155,10 +154,7 @@ const SRuleWords* FindRuleWords(std::string_view rule) {
 
 std::string HappensKey(const SRuleWords& words, const SFinding& finding) {
   const auto applies = [&](const SVariant* variant) { return variant->applies(finding); };
-  auto found = std::find_if(words.variants.begin(), words.variants.end(), applies);
-  if (found == words.variants.end()) {
-    --found;
-  }
+  const auto found = std::find_if(words.variants.begin(), std::prev(words.variants.end()), applies);
   return std::string(words.rule) + ".happens" + std::string((*found)->suffix);
 }
 

@@ -13,13 +13,14 @@ namespace metareview {
 struct SVariant {
   /// What follows "RULE.happens" in the sentence's key.
   std::string_view suffix;
+  /// Null for what stands last only, where nobody asks.
   bool (*applies)(const SFinding& finding);
 };
 
 /// Which messages of the catalogues say what a rule means. All rules have "RULE.name", "RULE.why" and "RULE.todo".
 struct SRuleWords {
   std::string_view rule;
-  /// The sentences on what happens; of several that apply, the first is taken.
+  /// The sentences on what happens: the first that applies is taken, or the last where none before it does.
   std::vector<const SVariant*> variants;
   /// Whether there are "RULE.counted" and "RULE.counted.none", for stored values.
   bool isCounted;
