@@ -39,6 +39,8 @@ TEST_F(CatalogueTest, FindsAllPluralFormsUnderTheKeyOfTheSingular) {
 TEST_F(CatalogueTest, HasNothingForAnUnknownKey) {
   EXPECT_EQ(catalogue_.Find("as"), "");
   EXPECT_EQ(catalogue_.Find("b"), "");
+  // The first text follows the last key.
+  EXPECT_EQ(catalogue_.Find("head"), "");
 }
 
 TEST_F(CatalogueTest, ListsItsKeys) {

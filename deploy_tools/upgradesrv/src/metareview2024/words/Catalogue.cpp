@@ -21,17 +21,13 @@ std::string_view CCatalogue::Find(std::string_view key) const {
   std::size_t end = size_;
   while (begin < end) {
     const std::size_t middle = begin + (end - begin) / 2;
-    const int order = Key(middle).compare(key);
-    if (order == 0) {
-      return Text(middle);
-    }
-    if (order < 0) {
+    if (Key(middle) < key) {
       begin = middle + 1;
     } else {
       end = middle;
     }
   }
-  return {};
+  return begin < size_ && Key(begin) == key ? Text(begin) : std::string_view();
 }
 
 std::string_view CCatalogue::Key(std::size_t index) const {
