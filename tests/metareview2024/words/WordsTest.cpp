@@ -1,11 +1,15 @@
 #include "metareview2024/words/Words.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <string>
 
 namespace metareview {
 namespace {
+
+using testing::ElementsAre;
+using testing::Pair;
 
 std::string Number(const char* language, std::uint64_t number) {
   return CWords::Find(language)->Number(number);
@@ -33,6 +37,20 @@ TEST(WordsTest, FindsATextByItsKey) {
 TEST(WordsTest, TakesAnUnknownKeyForItsText) {
   EXPECT_EQ(CWords::English().Text("no.such.key"), "no.such.key");
   EXPECT_EQ(CWords::English().Text("no.such.key", 2), "no.such.key");
+}
+
+TEST(WordsTest, ListsTheMessagesWhoseKeysBeginAlike) {
+  EXPECT_THAT(CWords::English().WithPrefix("risk."),
+              ElementsAre(Pair("risk.attention", "attention"), Pair("risk.block", "block"), Pair("risk.loss", "loss"),
+                          Pair("risk.safe", "safe")));
+  EXPECT_THAT(CWords::English().WithPrefix("report.block"), ElementsAre(Pair("report.block", "One may be refused.")));
+  EXPECT_THAT(CWords::English().WithPrefix("no.such.key"), ElementsAre());
+}
+
+TEST(WordsTest, ListsAllMessagesFromTheHeadOfTheCatalogueOn) {
+  const auto messages = CWords::English().WithPrefix("");
+  EXPECT_EQ(messages.size(), CCatalogue(Languages().front().catalogue).Size());
+  EXPECT_EQ(messages.front().first, "");
 }
 
 TEST(WordsTest, ChoosesTheSingularForOneInEnglish) {
@@ -64,7 +82,10 @@ TEST(WordsTest, SeparatesThousandsAsTheLanguageDoes) {
 
 TEST(WordsTest, SeparatesFourDigitsExceptInSpanish) {
   EXPECT_EQ(Number("en", 1593), "1,593");
+  EXPECT_EQ(Number("zh", 1593), "1,593");
   EXPECT_EQ(Number("de", 1593), "1.593");
+  EXPECT_EQ(Number("fr", 1593), "1\u202F593");
+  EXPECT_EQ(Number("ja", 1593), "1,593");
   EXPECT_EQ(Number("es", 1593), "1593");
 }
 
