@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <string>
 
 #include "metareview2024/MadeReview.h"
@@ -222,6 +223,33 @@ TEST(FindingSentenceTest, ANumberDecidesOnTheForm) {
             "The upgrade shortens P from 2 to 1 character. None of 1 stored values is longer.");
 }
 
+TEST(FindingSentenceTest, WithoutANumberItTakesTheFormForMany) {
+  const std::string notCounted = " Stored values were not counted.";
+  EXPECT_EQ(Say(MadeChange("class/A/property/P/max", "length-shrinks", "9", "1")),
+            "The upgrade shortens P from 9 to 1 characters." + notCounted);
+  EXPECT_EQ(Say(Made("class/A/property/P", EChange::kInserted, "length-shrinks")),
+            "The upgrade shortens P from  to  characters." + notCounted);
+}
+
+TEST(FindingSentenceTest, NothingStandsForWhatIsNotKnown) {
+  SFinding withIdentity = Made("class/A", EChange::kDeleted, "class-identity-taken");
+  SFinding withColumn = Made("class/A/property/P", EChange::kDeleted, "property-field-taken");
+  withIdentity.taken = std::make_shared<const STaken>(STaken{"link/L", {}, {}, {}});
+  withColumn.taken = std::make_shared<const STaken>(STaken{"class/A/property/Own", {}, {}, {}});
+  EXPECT_EQ(Say(withIdentity), "The upgrade adds class A with table , which link L already has here.");
+  EXPECT_EQ(Say(withColumn),
+            "The upgrade adds property P to class A with column , which property Own already uses here.");
+  withIdentity.taken = nullptr;
+  withColumn.taken = nullptr;
+  EXPECT_EQ(Say(withIdentity), "The upgrade adds class A with , which  already has here.");
+  EXPECT_EQ(Say(withColumn), "The upgrade adds property P to class A with column , which  already uses here.");
+  SReview review = MadeReview({Default()});
+  SDecision decision;
+  decision.path = "class/Part/property/Code/default_value";
+  review.expired.push_back(decision);
+  EXPECT_EQ(Say(review), std::string(kDefault) + " The decision on record expired on .");
+}
+
 TEST(FindingSentenceTest, OtherLanguagesJoinAndCountInTheirWay) {
   EXPECT_EQ(Say(Counted(Shortened(), 1, 20341), "de"),
             "Das Upgrade kürzt Code von 48 auf 32 Zeichen. Einer von 20.341 gespeicherten Werten ist länger und würde "
@@ -261,6 +289,13 @@ TEST(FindingSentenceTest, OtherLanguagesInflectTheElement) {
   EXPECT_EQ(Say(finding, "fr"),
             "La mise à niveau ajoute au lien Uses la propriété Count. Elle n’était pas livrée auparavant.");
   EXPECT_EQ(Say(finding, "es"), "La actualización añade al vínculo Uses la propiedad Count. Antes no se entregaba.");
+  const SFinding back = Made("behavior/Numbered/method/Next", EChange::kDeleted, "method-deleted");
+  EXPECT_EQ(Say(back, "de"),
+            "Methode Next des Verhaltens Numbered wurde hier entfernt. Das Upgrade fügt sie wieder hinzu.");
+  EXPECT_EQ(Say(back, "fr"),
+            "La méthode Next du comportement Numbered a été supprimée ici. La mise à niveau l’ajoute de nouveau.");
+  EXPECT_EQ(Say(back, "es"),
+            "El método Next del comportamiento Numbered se eliminó aquí. La actualización lo añade de nuevo.");
 }
 
 TEST(FindingSentenceTest, SaysWhoAcceptedIt) {
