@@ -22,6 +22,12 @@ TEST(SentenceTest, TellsValuesFromWords) {
   EXPECT_FALSE(sentence[2].isValue);
 }
 
+TEST(SentenceTest, HasNoPieceWhereThereIsNothing) {
+  EXPECT_EQ(FillIn("{a}{b}", {{"a", AsValue("one")}, {"b", AsValue("two")}}).size(), 2U);
+  EXPECT_TRUE(FillIn("{x}", Placeholders()).empty());
+  EXPECT_TRUE(FillIn("", Placeholders()).empty());
+}
+
 TEST(SentenceTest, LeavesOutWhatIsNotKnown) {
   EXPECT_EQ(Plain(FillIn("a{x}b", Placeholders())), "ab");
 }

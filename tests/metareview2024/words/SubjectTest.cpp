@@ -31,6 +31,12 @@ TEST(SubjectTest, SaysWhereStoredValuesWereLookedUp) {
             std::string(kCompared) + " Stored values were looked up in data.db.");
 }
 
+TEST(SubjectTest, SaysWhereTheyWouldHaveBeenLookedUpThoughNothingWasToBeCounted) {
+  const SFinding finding = test::MadeChange("class/A/display_name", "display-name", "a", "b");
+  EXPECT_EQ(Subject({finding}), std::string(kCompared) + " Stored values were looked up in data.db.");
+  EXPECT_EQ(Subject({}), std::string(kCompared) + " Stored values were looked up in data.db.");
+}
+
 TEST(SubjectTest, SaysForHowManyFindingsTheyCouldNotBeCounted) {
   EXPECT_EQ(Subject({test::NotCountable(Moved("A"), "no table T_A"), test::Counted(Moved("B"), 0, 0)}),
             std::string(kCompared) +
@@ -43,6 +49,8 @@ TEST(SubjectTest, SaysForHowManyFindingsTheyCouldNotBeCounted) {
 }
 
 TEST(SubjectTest, DoesNotSoundAsIfCountedWhereNothingCouldBe) {
+  EXPECT_EQ(Subject({test::NotCountable(Moved("A"), "?")}),
+            std::string(kCompared) + " No stored values could be counted in data.db.");
   const std::vector<SFinding> findings = {test::NotCountable(Moved("A"), "?"), Moved("B"),
                                           test::NotCountable(Moved("C"), "?")};
   for (const auto& [language, sentence] : std::vector<std::pair<const char*, std::string>>{
