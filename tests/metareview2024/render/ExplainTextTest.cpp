@@ -9,6 +9,7 @@
 namespace metareview {
 namespace {
 
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;
 
@@ -37,7 +38,7 @@ TEST(ExplainTextTest, ListsEveryRuleWithItsRisk) {
   }
   EXPECT_THAT(text, HasSubstr("\nlength-shrinks                     loss       Length shrinks\n"));
   EXPECT_THAT(text, HasSubstr("\ndefault-changes                    attention  Default changes\n"));
-  EXPECT_THAT(text, HasSubstr("\nupgradesrv explain RULE says what a rule means.\n"));
+  EXPECT_THAT(text, EndsWith("\n\nupgradesrv explain RULE says what a rule means.\n"));
   EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), static_cast<std::ptrdiff_t>(Rules().size()) + 2);
 }
 
@@ -82,6 +83,11 @@ TEST(ExplainTextTest, SaysWhatHappensInEveryCase) {
                         "  Only the upgrade has method NAME of class ELEMENT, and adds it. Without a base nobody can "
                         "tell\n"
                         "  whether it is new or was removed here.\n\n"));
+}
+
+TEST(ExplainTextTest, ASentenceBeginsWithACapital) {
+  EXPECT_THAT(One("listed-behavior-withdrawn"),
+              HasSubstr("\n  Class ELEMENT was shipped with behavior NAME and no longer is. "));
 }
 
 TEST(ExplainTextTest, ExplainsEveryRuleInEveryLanguage) {

@@ -30,6 +30,7 @@ TEST(ShellWordTest, AQuoteIsTakenOutOfTheQuotes) {
 
 TEST(ShellWordTest, ControlCharactersAreWrittenAsNumbers) {
   EXPECT_EQ(ShellWord("a\nb\x1B[2J"), "$'a\\012b\\033[2J'");
+  EXPECT_EQ(ShellWord("~\x7F"), "$'~\\177'");
   EXPECT_EQ(ShellWord("\x01' \\"), "$'\\001\\' \\\\'");
 }
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <string_view>
 
 namespace metareview {
 namespace {
@@ -22,6 +23,8 @@ TEST(ShownTextTest, SixHundredBytesAreShownWhole) {
 TEST(ShownTextTest, OfAVeryLongTextTheBeginningAndTheEndAreShown) {
   EXPECT_EQ(ShownText(std::string(400, 'a') + std::string(1000000, 'b') + std::string(100, 'c')),
             std::string(400, 'a') + " … " + std::string(100, 'c'));
+  EXPECT_EQ(ShownText(std::string(400, 'a') + std::string(101, 'b') + std::string(100, 'c')),
+            std::string(400, 'a') + " … " + std::string(100, 'c'));
 }
 
 TEST(ShownTextTest, NoCharacterIsCutApart) {
@@ -35,6 +38,11 @@ TEST(ShownTextTest, NoCharacterIsCutApart) {
     end += i < 33 ? "中" : "";
   }
   EXPECT_EQ(ShownText(text), beginning + " … " + end);
+}
+
+TEST(ShownTextTest, OfBytesThatAreNoCharactersNothingIsShown) {
+  const std::string bytes(2000, '\x80');
+  EXPECT_EQ(ShownText(std::string_view(bytes).substr(0, 1000)), " … ");
 }
 
 }  // namespace

@@ -20,7 +20,7 @@ std::string Quoted(std::string_view text) {
 
 void AppendOctal(std::string& word, unsigned char byte) {
   word += '\\';
-  for (unsigned shift = 6; shift <= 6; shift -= 3) {
+  for (const unsigned shift : {6U, 3U, 0U}) {
     word += static_cast<char>('0' + (byte >> shift & 7U));
   }
 }
