@@ -12,7 +12,7 @@ namespace metareview {
 /// from a catalogue.
 struct SPiece {
   std::string text;
-  bool isValue = false;
+  bool isValue;
 };
 
 using Sentence = std::vector<SPiece>;
