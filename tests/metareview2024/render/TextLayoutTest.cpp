@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <string_view>
+
 namespace metareview {
 namespace {
 
@@ -44,6 +46,14 @@ TEST(TextLayoutTest, KeepsPathsAndValuesWhole) {
   EXPECT_THAT(WrapText("a class/Part/property-x b", 10), ElementsAre("a", "class/Part/property-x", "b"));
 }
 
+TEST(TextLayoutTest, AWordThatIsTooLongHasItsOwnLine) {
+  EXPECT_THAT(WrapText("sixteen to two", 5), ElementsAre("sixteen", "to", "two"));
+}
+
+TEST(TextLayoutTest, WhatFollowsTheTextDoesNotMatter) {
+  EXPECT_THAT(WrapText(std::string_view("three two sixty").substr(0, 13), 7), ElementsAre("three", "two six"));
+}
+
 TEST(TextLayoutTest, BreaksBetweenWideCharacters) {
   EXPECT_THAT(WrapText("升级将其移除", 6), ElementsAre("升级将", "其移除"));
   EXPECT_THAT(WrapText("升级将其移除", 7), ElementsAre("升级将", "其移除"));
@@ -55,6 +65,7 @@ TEST(TextLayoutTest, DoesNotBeginALineWithAWidePunctuationMark) {
 
 TEST(TextLayoutTest, BreaksBetweenScripts) {
   EXPECT_THAT(WrapText("升级Code", 6), ElementsAre("升级", "Code"));
+  EXPECT_THAT(WrapText("Code升级", 5), ElementsAre("Code", "升级"));
 }
 
 TEST(TextLayoutTest, AnEmptyTextIsOneLine) {
@@ -63,6 +74,7 @@ TEST(TextLayoutTest, AnEmptyTextIsOneLine) {
 
 TEST(TextLayoutTest, NoLineEndsWithASpace) {
   EXPECT_THAT(WrapText("one  two ", 4), ElementsAre("one", "two"));
+  EXPECT_THAT(WrapText("  ", 4), ElementsAre(""));
 }
 
 }  // namespace

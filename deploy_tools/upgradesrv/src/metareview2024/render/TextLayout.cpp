@@ -33,8 +33,8 @@ SCharacter First(std::string_view text) {
 }
 
 std::string_view WithoutTrailingSpaces(std::string_view text) {
-  const std::size_t last = text.find_last_not_of(' ');
-  return text.substr(0, last == std::string_view::npos ? 0 : last + 1);
+  // The place after none is 0.
+  return text.substr(0, text.find_last_not_of(' ') + 1);
 }
 
 }  // namespace
@@ -73,12 +73,11 @@ std::vector<std::string> WrapText(std::string_view text, std::size_t width) {
   std::size_t breakAt = 0;      // the last place in the line where it may end
   std::size_t column = 0;       // of what comes next
   std::size_t breakColumn = 0;  // of what comes after that place
-  SCharacter before{0, 0};
+  bool isAfterWord = false;     // or after a wide character
   for (std::size_t i = 0; i < text.size();) {
     const SCharacter character = First(text.substr(i));
     // Paths and values, which could be broken at a slash or a hyphen, stay whole.
-    const bool isBetweenWords = i > 0 && (text[i - 1] == ' ' || before.width > 1 || character.width > 1);
-    if (isBetweenWords && breaks[i] == UC_BREAK_POSSIBLE) {
+    if ((isAfterWord || character.width > 1) && breaks[i] == UC_BREAK_POSSIBLE) {
       breakAt = i;
       breakColumn = column;
     }
@@ -86,11 +85,10 @@ std::vector<std::string> WrapText(std::string_view text, std::size_t width) {
       lines.emplace_back(WithoutTrailingSpaces(text.substr(lineStart, breakAt - lineStart)));
       lineStart = breakAt;
       column -= breakColumn;
-      breakColumn = 0;
     }
+    isAfterWord = text[i] == ' ' || character.width > 1;
     column += character.width;
     i += character.size;
-    before = character;
   }
   lines.emplace_back(WithoutTrailingSpaces(text.substr(lineStart)));
   return lines;
