@@ -16,6 +16,7 @@ using test::Made;
 using test::MadeChange;
 using test::MadeReview;
 using test::Rendered;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
@@ -45,6 +46,34 @@ TEST(TextReviewTest, AnswersFirst) {
                          "yesterday.json: 2\n"
                          "new, 1 changed, 2 known, 1 gone.\n"
                          "\n"));
+}
+
+TEST(TextReviewTest, AnswersForConflictsAndForWhatTheReportLeavesOut) {
+  SFinding safe = MadeChange("class/A/display_name", "display-name", "a", "b", EOrigin::kBoth);
+  const SFinding more = MadeChange("class/B/display_name", "display-name", "a", "b", EOrigin::kBoth);
+  const SFinding loss = MadeChange("class/C/table_name", "table-moved", "T_1", "T_2", EOrigin::kBoth);
+  const SFinding block = MadeChange("class/D/class_id", "class-id", 1U, 2U, EOrigin::kBoth);
+  EXPECT_THAT(Rendered("text", MadeReview({safe, block, loss})),
+              StartsWith("Not yet. 3 differences have to be decided first.\n"
+                         "One may lose or alter stored values. One may be refused. One more was changed on both "
+                         "sides.\n\n"));
+  EXPECT_THAT(Rendered("text", MadeReview({safe, more})),
+              StartsWith("Not yet. 2 differences have to be decided first.\n"
+                         "2 more were changed on both sides.\n\n"));
+  safe.origin = EOrigin::kCustomer;
+  safe.reported = false;
+  EXPECT_THAT(Rendered("text", MadeReview({safe})),
+              StartsWith("Yes. One difference is left, and it touches nothing stored.\n"
+                         "One of 1 is not in the check's report: *\n\n"));
+}
+
+TEST(TextReviewTest, SaysWhatIsPeculiarAboutTheBase) {
+  SReview review = MadeReview({Made("class/Own", EChange::kInserted, "class-inserted")});
+  review.notes = {ENote::kBaseEqualsClient, ENote::kBaseEqualsOriginal};
+  EXPECT_THAT(Rendered("text", review),
+              HasSubstr("\ncomplete: classes, links, behaviors.\n"
+                        "Base and client are equal: every difference is the vendor's.\n"
+                        "Base and original are equal: every difference is the customer's.\n\n"));
 }
 
 TEST(TextReviewTest, SaysWhenNothingDiffers) {
@@ -146,12 +175,37 @@ TEST(TextReviewTest, ListsDecisionsThatNoLongerHoldAndWhatIsGone) {
             "gone      behavior/Rated: was only in the upgrade.\n");
 }
 
+TEST(TextReviewTest, ListsDecisionsOfOneKind) {
+  SDecision decision;
+  decision.path = "class/A/class_id";
+  decision.original = 1U;
+  decision.client = 2U;
+  decision.acceptance = {"fine", {}, "2026-10-31"};
+  SReview outdated = MadeReview({});
+  outdated.outdated.push_back({decision, 1U, 3U});
+  SReview expired = MadeReview({});
+  expired.expired.push_back(decision);
+  SReview stale = MadeReview({});
+  stale.stale.push_back(decision);
+  SReview gone = MadeReview({});
+  gone.gone.push_back({FindingId("class/A", EChange::kInserted), "class/A", EChange::kInserted});
+  EXPECT_THAT(
+      Rendered("text", outdated),
+      EndsWith("\n\nDECISIONS\n"
+               "outdated  class/A/class_id: accepted for 2 here and 1 shipped, now 3 here and 1 shipped. Reason:\n"
+               "          fine\n"));
+  EXPECT_THAT(Rendered("text", expired),
+              EndsWith("\n\nDECISIONS\nexpired   class/A/class_id: accepted until 2026-10-31. Reason: fine\n"));
+  EXPECT_THAT(Rendered("text", stale),
+              EndsWith("\n\nDECISIONS\nstale     class/A/class_id: nothing differs there. Reason: fine\n"));
+  EXPECT_THAT(Rendered("text", gone), EndsWith("\n\nDECISIONS\ngone      class/A: was only here.\n"));
+}
+
 TEST(TextReviewTest, EndsWithTheCommandsThatComeNext) {
-  EXPECT_THAT(Rendered("text", test::FullReview()),
-              testing::EndsWith("\n\n"
-                                "accept    upgradesrv decide --reason '' upgrade PATH...\n"
-                                "explain   upgradesrv explain RULE\n"
-                                "prune     upgradesrv decide --prune upgrade\n"));
+  EXPECT_THAT(Rendered("text", test::FullReview()), EndsWith("\n\n"
+                                                             "accept    upgradesrv decide --reason '' upgrade PATH...\n"
+                                                             "explain   upgradesrv explain RULE\n"
+                                                             "prune     upgradesrv decide --prune upgrade\n"));
 }
 
 TEST(TextReviewTest, QuotesADirectoryForTheShell) {
@@ -201,6 +255,14 @@ TEST(TextReviewTest, SaysWhatBecomesOfWhatOnlyOneSideHas) {
   };
   EXPECT_EQ(state(Made("class/A", EChange::kInserted, "class-withdrawn", EOrigin::kVendor)),
             "LOSS      class/A  no longer shipped");
+  EXPECT_EQ(state(Made("class/A", EChange::kInserted, "class-withdrawn", EOrigin::kBoth)),
+            "LOSS      class/A  no longer shipped");
+  // A decision may make more of a rule.
+  SFinding own = Made("class/A", EChange::kInserted, "class-inserted", EOrigin::kCustomer);
+  own.risk = ERisk::kBlock;
+  EXPECT_EQ(state(own), "BLOCK     class/A  only here, stays");
+  own.origin = EOrigin::kUnknown;
+  EXPECT_EQ(state(own), "BLOCK     class/A  only here, stays");
   EXPECT_EQ(state(Made("class/A", EChange::kDeleted, "class-identity-taken", EOrigin::kUnknown)),
             "BLOCK     class/A  is added");
   EXPECT_EQ(state(Made("class/A", EChange::kDeleted, "class-identity-taken", EOrigin::kVendor)),
@@ -225,6 +287,19 @@ TEST(TextReviewTest, WhatDoesNotFitBesideAPathComesBelow) {
   EXPECT_THAT(text, HasSubstr("\nDECIDE FIRST\n" + path + "\n" + Ends("", "max-tightens, customer") + "BLOCK "));
   EXPECT_THAT(text, HasSubstr("\nBLOCK     " + path + "\n" + Ends("", "max-tightens, customer") +
                               "          123456789 -> 1\n"));
+}
+
+TEST(TextReviewTest, WhatFitsJustSoStaysBesideThePath) {
+  const std::string right = "max-tightens, customer";
+  const auto path = [](std::size_t size) { return "class/" + std::string(size - 21, 'x') + "/property/P/max"; };
+  const auto render = [&](std::size_t size) {
+    return Rendered("text", MadeReview({MadeChange(path(size), "max-tightens", "9", "1")}));
+  };
+  // Two columns are left between a path and what is at its right.
+  EXPECT_THAT(render(76), HasSubstr("\nDECIDE FIRST\n" + path(76) + "  " + right + "\n"));
+  EXPECT_THAT(render(77), HasSubstr("\nDECIDE FIRST\n" + path(77) + "\n" + Ends("", right)));
+  EXPECT_THAT(render(58), HasSubstr("\nBLOCK     " + path(58) + "  9 -> 1  " + right + "\n"));
+  EXPECT_THAT(render(59), HasSubstr("\n" + Ends("BLOCK     " + path(59), right) + "          9 -> 1\n"));
 }
 
 TEST(TextReviewTest, NoLineIsWiderThanAHundredColumnsInAnyLanguage) {
@@ -271,6 +346,21 @@ TEST(TextReviewTest, HasColourOnlyWhenAsked) {
     }
   }
   EXPECT_EQ(plain, Rendered("text", review));
+}
+
+TEST(TextReviewTest, HasAColourForEachRisk) {
+  SRenderOptions options;
+  options.hasColour = true;
+  const std::string text = Rendered(
+      "text",
+      MadeReview({Made("class/A", EChange::kDeleted, "class-deleted"), Made("class/B", EChange::kDeleted, "class-new"),
+                  test::Accepted(Made("class/C", EChange::kDeleted, "class-deleted"), {"known", {}, {}})}),
+      options);
+  EXPECT_THAT(text, StartsWith("\x1B[1mYes, with care. "));
+  EXPECT_THAT(text, HasSubstr("\n\x1B[1mCLASSES\x1B[0m\n"));
+  EXPECT_THAT(text, HasSubstr("\n\x1B[33mattention\x1B[0m class/A "));
+  EXPECT_THAT(text, HasSubstr("\n\x1B[32msafe\x1B[0m      class/B "));
+  EXPECT_THAT(text, HasSubstr("\n\x1B[2maccepted\x1B[0m  class/C "));
 }
 
 TEST(TextReviewTest, OfAFailedReviewHasNoAnswer) {
