@@ -51,6 +51,17 @@ TEST(ExplainTextTest, SaysWhatDecisionsMakeOfARule) {
                                                                    "  set by a decision; otherwise attention\n"));
 }
 
+TEST(ExplainTextTest, ADecisionIsAboutItsRuleOnly) {
+  SDecisions decisions = DefaultsAreSafe();
+  decisions.rules.push_back({FindRule("class-new"), ERisk::kAttention, {}});
+  const std::string text = All(decisions);
+  EXPECT_THAT(text, HasSubstr("\ndefault-changes                    safe       Default changes (set by a decision; "
+                              "otherwise attention)\n"));
+  EXPECT_THAT(text, HasSubstr("\nclass-new                          attention  New class (set by a decision; otherwise "
+                              "safe)\n"));
+  EXPECT_THAT(text, HasSubstr("\nlength-shrinks                     loss       Length shrinks\n"));
+}
+
 TEST(ExplainTextTest, ExplainsARule) {
   EXPECT_EQ(One("length-shrinks"), R"(length-shrinks: Length shrinks
 
