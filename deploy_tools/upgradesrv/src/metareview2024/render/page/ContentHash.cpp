@@ -10,16 +10,18 @@ namespace metareview::page {
 
 namespace {
 
-std::string Base64(const std::uint8_t* bytes, std::size_t size) {
+using Digest = std::array<std::uint8_t, SHA256_DIGEST_LENGTH>;
+
+std::string Base64(const Digest& bytes) {
   constexpr std::string_view kDigits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
   std::string text;
-  for (std::size_t i = 0; i < size; i += 3) {
+  for (std::size_t i = 0; i < bytes.size(); i += 3) {
     std::uint32_t group = 0;
     for (std::size_t k = 0; k < 3; ++k) {
-      group = group << 8U | (i + k < size ? bytes[i + k] : 0U);
+      group = group << 8U | (i + k < bytes.size() ? bytes.at(i + k) : 0U);
     }
     for (std::size_t k = 0; k < 4; ++k) {
-      text += i + k <= size ? kDigits[group >> (18U - 6U * k) & 0x3FU] : '=';
+      text += i + k <= bytes.size() ? kDigits[group >> (18U - 6U * k) & 0x3FU] : '=';
     }
   }
   return text;
@@ -31,9 +33,9 @@ std::string ContentHash(std::string_view content) {
   SHA2_CTX context;
   SHA256Init(&context);
   SHA256Update(&context, reinterpret_cast<const std::uint8_t*>(content.data()), content.size());
-  std::array<std::uint8_t, SHA256_DIGEST_LENGTH> digest{};
+  Digest digest{};
   SHA256Final(digest.data(), &context);
-  return Base64(digest.data(), digest.size());
+  return Base64(digest);
 }
 
 }  // namespace metareview::page
