@@ -57,6 +57,12 @@ TEST(HtmlReviewTest, OnlyItsOwnStyleAndScriptMayBeUsed) {
   EXPECT_THAT(html, HasSubstr("<script>" + std::string(page::assets::script) + "</script>"));
 }
 
+TEST(HtmlReviewTest, ThePageSaysWhatMadeIt) {
+  EXPECT_THAT(Html(MadeReview({kLength})),
+              HasSubstr("<footer class=\"wide\">Made by <bdi>upgradesrv review</bdi>. This page asks nothing of the "
+                        "network.</footer>"));
+}
+
 TEST(HtmlReviewTest, NoWordIsShownAsItsKey) {
   const SReview review = test::FullReview();
   std::string html = Html(review);
