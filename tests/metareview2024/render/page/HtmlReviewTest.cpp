@@ -8,12 +8,13 @@
 #include "metareview2024/render/RenderedReview.h"
 #include "metareview2024/render/page/Assets.h"
 #include "metareview2024/render/page/ContentHash.h"
+#include "metareview2024/render/page/PageHtml.h"
 
 namespace metareview {
 namespace {
 
-using test::Accepted;
 using test::Counted;
+using test::CountOf;
 using test::Made;
 using test::MadeChange;
 using test::MadeReview;
@@ -29,14 +30,6 @@ std::string Html(const SReview& review, const char* language = "en") {
   std::string html;
   FindFormat("html")->write(review, options, [&](std::string_view text) { html += text; });
   return html;
-}
-
-std::size_t Count(const std::string& text, const std::string& part) {
-  std::size_t count = 0;
-  for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + part.size())) {
-    ++count;
-  }
-  return count;
 }
 
 TEST(HtmlReviewTest, TheSameReviewGivesTheSameBytes) {
@@ -82,50 +75,10 @@ TEST(HtmlReviewTest, TheVerdictComesFirst) {
   EXPECT_THAT(Html(MadeReview({kAdded}), "zh"), HasSubstr("<h1><strong>可以。</strong>"));
 }
 
-TEST(HtmlReviewTest, WhatHasToBeDecidedHasItsCommand) {
-  EXPECT_THAT(Html(MadeReview({kLength})), HasSubstr("<code>upgradesrv decide --reason &apos;&apos; \\\n  upgrade \\\n"
-                                                     "  class/Part/property/Code/length</code>"));
-}
-
 TEST(HtmlReviewTest, EveryFindingHasARowOfItsOwn) {
   const std::string html = Html(MadeReview({kLength, kAdded}));
   EXPECT_THAT(html, HasSubstr("<tr id=\"f-" + IdText(kLength.id) + "\""));
   EXPECT_THAT(html, HasSubstr("<tr id=\"f-" + IdText(kAdded.id) + "\""));
-}
-
-TEST(HtmlReviewTest, TheFilterSaysWhatMayBeChosen) {
-  const std::string html = Html(test::FullReview());
-  EXPECT_THAT(html, HasSubstr("<label class=\"hear\" for=\"filter-kind\">Kind</label>"
-                              "<select name=\"kind\" id=\"filter-kind\"><option value=\"\">Any kind</option>"
-                              "<option value=\"class\">Classes</option><option value=\"link\">Links</option>"
-                              "<option value=\"behavior\">Behaviors</option></select>"));
-  EXPECT_THAT(html, HasSubstr("<label class=\"hear\" for=\"filter-risk\">Risk</label>"
-                              "<select name=\"risk\" id=\"filter-risk\"><option value=\"\">Any risk</option>"
-                              "<option value=\"loss\">Loss</option><option value=\"block\">Block</option>"
-                              "<option value=\"attention\">Attention</option><option value=\"safe\">Safe</option>"
-                              "</select>"));
-  EXPECT_THAT(html, HasSubstr("<label class=\"hear\" for=\"filter-since\">Since the last review</label>"
-                              "<select name=\"since\" id=\"filter-since\"><option value=\"\">New or known</option>"
-                              "<option value=\"new\">New</option><option value=\"changed\">Changed</option>"
-                              "<option value=\"known\">Known</option></select>"));
-}
-
-TEST(HtmlReviewTest, ThePartsAreListedInTheirOrder) {
-  EXPECT_THAT(Html(test::FullReview()), HasSubstr("<ul><li><a href=\"#decide\">Decide first</a></li> "
-                                                  "<li><a href=\"#all\">All differences</a></li> "
-                                                  "<li><a href=\"#decisions\">"));
-}
-
-TEST(HtmlReviewTest, AnElementSaysHowManyOfEachRiskItHas) {
-  EXPECT_THAT(Html(MadeReview({kLength})),
-              HasSubstr("<span class=\"tally\"><span class=\"risk loss\">1<span class=\"hear\"> Loss</span></span> "
-                        "</span>"));
-}
-
-TEST(HtmlReviewTest, EachRuleIsExplainedUnderItsName) {
-  EXPECT_THAT(Html(MadeReview({kAdded})),
-              HasSubstr("<tr id=\"r-class-inserted\"><th scope=\"row\"><b>Class only here</b> "
-                        "<code class=\"quiet\">class-inserted</code></th>"));
 }
 
 TEST(HtmlReviewTest, TheTotalsHaveAColumnForEachRisk) {
@@ -138,17 +91,11 @@ TEST(HtmlReviewTest, TheTotalsHaveAColumnForEachRisk) {
   EXPECT_THAT(Html(MadeReview({kLength})), HasSubstr(heads));
 }
 
-TEST(HtmlReviewTest, TheLastRowOfTheTotalsIsTheirSum) {
-  EXPECT_THAT(
-      Html(test::FullReview()),
-      testing::ContainsRegex("<th scope=\"row\">All</th><td><a data-cell href=\"[^\"]*\" aria-label=\"[^\"]*\">2<"));
-}
-
 TEST(HtmlReviewTest, LinksLeadToWhatTheyCount) {
   const std::string html = Html(MadeReview({kLength, kAdded}));
   EXPECT_THAT(html, HasSubstr("href=\"#kind=class&amp;risk=loss&amp;decision=open\" aria-label=\"Classes, Loss: 1\""));
-  EXPECT_EQ(Count(html, " id=\"kind=class&amp;risk=loss&amp;decision=open\""), 1U);
-  EXPECT_EQ(Count(html, " id=\"kind=class\""), 1U);
+  EXPECT_EQ(CountOf(html, " id=\"kind=class&amp;risk=loss&amp;decision=open\""), 1U);
+  EXPECT_EQ(CountOf(html, " id=\"kind=class\""), 1U);
 }
 
 TEST(HtmlReviewTest, WithoutABaseNobodyIsSaidToHaveChangedIt) {
@@ -159,37 +106,8 @@ TEST(HtmlReviewTest, WithoutABaseNobodyIsSaidToHaveChangedIt) {
   EXPECT_THAT(html, Not(HasSubstr("data-label=\"Base\"")));
   EXPECT_THAT(html, Not(HasSubstr("name=\"origin\"")));
   EXPECT_THAT(html, HasSubstr("<body class=\"no-base\">"));
-}
-
-TEST(HtmlReviewTest, DecisionsSayWhoDecidedWhatAndWhy) {
-  SReview review = MadeReview({Accepted(kAdded, {"add-on, stays", "m.keller", "2027-06-30"})});
-  const std::string html = Html(review);
-  EXPECT_THAT(html, HasSubstr("<h3>Accepted: 1</h3>"));
-  EXPECT_THAT(html, HasSubstr("<bdi class=\"text\">add-on, stays</bdi>"));
-  EXPECT_THAT(html, HasSubstr("<bdi class=\"text\">m.keller</bdi>"));
-  EXPECT_THAT(html, HasSubstr("2027-06-30"));
-}
-
-TEST(HtmlReviewTest, DecisionsThatNoLongerHoldAreListed) {
-  SReview review = MadeReview({kLength});
-  const SDecision decision{kLength.path, EChange::kChanged, Value(32U), Value(40U), {"31 is the longest", {}, {}}};
-  review.outdated = {{decision, Value(32U), Value(48U)}};
-  review.expired = {{kLength.path, EChange::kChanged, {}, {}, {"for now", {}, "2026-01-31"}}};
-  review.stale = {{"class/Old", EChange::kInserted, {}, {}, {"was there", {}, {}}}};
-  const std::string html = Html(review);
-  EXPECT_THAT(html, HasSubstr("<h3>Outdated: 1</h3>"));
-  EXPECT_THAT(html, HasSubstr("<bdi>40</bdi> <span class=\"arrow\">→</span> <bdi>32</bdi>"));
-  EXPECT_THAT(html, HasSubstr("<h3>Expired: 1</h3>"));
-  EXPECT_THAT(html, HasSubstr("<h3>Stale: 1</h3>"));
-  EXPECT_THAT(html, HasSubstr("<bdi>upgradesrv decide --prune upgrade</bdi>"));
-  EXPECT_THAT(html, HasSubstr("data-decision=\"outdated\""));
-}
-
-TEST(HtmlReviewTest, WhatIsGoneIsListed) {
-  SReview review = MadeReview({});
-  review.against = "yesterday.json";
-  review.gone = {{1, "class/Old", EChange::kDeleted}};
-  EXPECT_THAT(Html(review), HasSubstr("<bdi>class/Old</bdi></th><td data-label=\"Change\">only in the upgrade</td>"));
+  review.base = "base.json";
+  EXPECT_THAT(Html(review), HasSubstr("<body>"));
 }
 
 TEST(HtmlReviewTest, CountsOfStoredValuesAreShown) {
@@ -252,7 +170,7 @@ TEST(HtmlReviewTest, TwentyThousandFindingsAreShownTheWorstFirst) {
   }
   findings.push_back(kLength);
   const std::string html = Html(MadeReview(findings));
-  EXPECT_EQ(Count(html, "<tr id=\"f-"), 20000U);
+  EXPECT_EQ(CountOf(html, "<tr id=\"f-"), 20000U);
   EXPECT_THAT(html, HasSubstr("<tr id=\"f-" + IdText(kLength.id) + "\""));
   EXPECT_THAT(html, Not(HasSubstr(IdText(findings.at(20000).id))));
   EXPECT_THAT(html, HasSubstr("2 more differences are not on this page, which shows the worst."));
@@ -265,22 +183,12 @@ TEST(HtmlReviewTest, AThousandPlacesAreShownOneByOne) {
     findings.push_back(Made("class/C" + std::to_string(i), EChange::kInserted, "class-withdrawn", EOrigin::kVendor));
   }
   const std::string html = Html(MadeReview(findings));
-  EXPECT_EQ(Count(html, "<article "), 1000U);
-  EXPECT_EQ(Count(html, "<th scope=\"rowgroup\""), 25U);
+  EXPECT_EQ(CountOf(html, "<article "), 1000U);
+  EXPECT_EQ(CountOf(html, "<th scope=\"rowgroup\""), 25U);
   EXPECT_THAT(html, HasSubstr("One more place is not shown here."));
   EXPECT_THAT(html, HasSubstr("976 more places"));
   // One link for each that has an article.
-  EXPECT_EQ(Count(html, ">to the decision</a>"), 1000U);
-}
-
-TEST(HtmlReviewTest, FewElementsAreUnfoldedAtFirstAndManyAreFolded) {
-  std::vector<SFinding> findings;
-  for (int i = 0; i < 500; ++i) {
-    findings.push_back(Made("class/C" + std::to_string(i), EChange::kInserted, "class-inserted"));
-  }
-  EXPECT_EQ(Count(Html(MadeReview(findings)), "<details class=\"element\" open"), 500U);
-  findings.push_back(kLength);
-  EXPECT_EQ(Count(Html(MadeReview(findings)), "<details class=\"element\" open"), 0U);
+  EXPECT_EQ(CountOf(html, ">to the decision</a>"), 1000U);
 }
 
 TEST(HtmlReviewTest, ThePathThatNoShellTakesHasNoCommand) {
