@@ -49,6 +49,16 @@ TEST(SelectionTest, AcceptedFindingsAreTakenLast) {
   EXPECT_THAT(Selected(4), ElementsAre("class/Safe", "class/Attention", "class/Conflict", "class/Loss"));
 }
 
+TEST(SelectionTest, OfThoseThatAreEquallyBadTheFirstAreTaken) {
+  const SReview review = MadeReview({Made("class/A", EChange::kInserted, "class-inserted"),
+                                     Made("class/B", EChange::kInserted, "class-inserted"),
+                                     Made("class/C", EChange::kInserted, "class-inserted")});
+  const Findings selected = SelectFindings(review, 2);
+  ASSERT_EQ(selected.size(), 2U);
+  EXPECT_EQ(selected[0]->path, "class/A");
+  EXPECT_EQ(selected[1]->path, "class/B");
+}
+
 TEST(SelectionTest, TheOrderOfTheReviewIsKept) {
   EXPECT_THAT(Selected(3), ElementsAre("class/Attention", "class/Conflict", "class/Loss"));
 }

@@ -1,5 +1,6 @@
 #include "metareview2024/render/page/Template.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <stdexcept>
@@ -40,7 +41,8 @@ TEST(TemplateTest, TheLastLineEndIsLeftOut) {
 }
 
 TEST(TemplateTest, ATextThatIsNoTemplateIsRefused) {
-  EXPECT_THROW(CTemplate("{{#open}}"), std::logic_error);
+  EXPECT_THAT([] { CTemplate("{{#open}}"); },
+              testing::ThrowsMessage<std::logic_error>(testing::StartsWith("this is no template: Unclosed")));
 }
 
 }  // namespace

@@ -72,6 +72,11 @@ TEST(ValueCellsTest, NoCharacterIsMarkedInHalf) {
               ElementsAre("base ℄", "original ℄", "client [Ä]"));
 }
 
+TEST(ValueCellsTest, WhatBeginsWithinACharacterIsMarkedToo) {
+  EXPECT_THAT(Cells(MadeChange("class/A/display_name", "display-name", "\x84", "\x96")),
+              ElementsAre("base \\x96", "original \\x96", "client [\\x84]"));
+}
+
 TEST(ValueCellsTest, AnEmptyValueIsAWord) {
   const SFinding finding = MadeChange("class/A/property/P/lookup_internal_name", "lookup-unset", "User", "");
   EXPECT_THAT(Cells(finding), ElementsAre("base (empty)", "original (empty)", "client [User]"));

@@ -65,7 +65,7 @@ SValueCell MarkedCell(const std::string& text, const std::string& other) {
   const auto firstDifference =
       std::mismatch(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(shorter), other.begin());
   auto beginning = static_cast<std::size_t>(firstDifference.first - text.begin());
-  while (beginning > 0 && (IsInsideCharacter(text, beginning) || IsInsideCharacter(other, beginning))) {
+  while (beginning > 0 && IsInsideCharacter(text, beginning)) {
     --beginning;
   }
   const auto lastDifference =
