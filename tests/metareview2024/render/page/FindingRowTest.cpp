@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 
 #include "metareview2024/MadeReview.h"
 #include "metareview2024/render/page/PageHtml.h"
@@ -146,12 +147,18 @@ TEST(FindingRowTest, AWholeThingIsNamedByItsKind) {
   EXPECT_EQ(Difference(InPlace(listed)), "<small>entry in the list</small>");
 }
 
-TEST(FindingRowTest, EveryPlaceOfAGroupLeadsToItsFirstFinding) {
+TEST(FindingRowTest, AFindingLeadsToTheFirstOfItsPlace) {
   const SFinding block = MadeChange("class/Part/property/Code/max", "max-tightens", "99", "50");
   const SFinding loss = MadeChange("class/Part/property/Code/length", "length-shrinks", 48U, 32U);
-  // The worst comes first in the place, and the place has its name.
-  EXPECT_EQ(Remarks(InElement(MadeReview({block, loss}))),
-            "customer <a href=\"#d-" + IdText(loss.id) + "\">to the decision</a>");
+  const SFinding other = Made("link/Uses", EChange::kInserted, "link-withdrawn");
+  const SReview review = MadeReview({block, loss, other});
+  const CPage page(review, CWords::English());
+  CFindingRow row(page);
+  // The worst comes first in its place.
+  for (const auto& [finding, first] : {std::pair(0U, loss), std::pair(1U, loss), std::pair(2U, other)}) {
+    EXPECT_EQ(Remarks(row.InElement(review.findings[finding])),
+              "customer <a href=\"#d-" + IdText(first.id) + "\">to the decision</a>");
+  }
 }
 
 TEST(FindingRowTest, WhatHasNotToBeDecidedLeadsToNoDecision) {

@@ -97,7 +97,7 @@ SValueCell ValueCell(const CWords& words, const SFinding& finding, const std::op
   }
   if (isMarked) {
     const bool isWhole = IsWholeValue(finding.attribute) || !compared->has_value();
-    return MarkedCell(text, isWhole ? "" : ValueText(**compared));
+    return MarkedCell(text, isWhole ? std::string() : ValueText(**compared));
   }
   SValueCell cell;
   cell.before = ShownText(text);
