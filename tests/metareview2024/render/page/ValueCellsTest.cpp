@@ -70,6 +70,8 @@ TEST(ValueCellsTest, NoCharacterIsMarkedInHalf) {
   // Ä is C3 84 and ℄ is E2 84 84: they end in the same byte.
   EXPECT_THAT(Cells(MadeChange("class/A/display_name", "display-name", "Ä", "℄")),
               ElementsAre("base ℄", "original ℄", "client [Ä]"));
+  EXPECT_THAT(Cells(MadeChange("class/A/display_name", "display-name", "aÄb", "a℄b")),
+              ElementsAre("base a℄b", "original a℄b", "client a[Ä]b"));
 }
 
 TEST(ValueCellsTest, WhatBeginsWithinACharacterIsMarkedToo) {
