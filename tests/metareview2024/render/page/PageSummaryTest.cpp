@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "metareview2024/MadeReview.h"
@@ -142,16 +141,23 @@ TEST(PageSummaryTest, OfManyPlacesTheFirstAreTakenInAtAGlance) {
   EXPECT_THAT(html, HasSubstr("<p class=\"more\"><a href=\"#decide\">One more place</a></p>"));
 }
 
-/// A row of the totals: its head, and each number with where it leads and as what; 0 leads nowhere.
-std::string TotalsRow(const std::string& name,
-                      const std::vector<std::pair<int, std::pair<std::string, std::string>>>& cells) {
+/// A number of the totals: what it leads to, and as what it is read out.
+struct SCell {
+  int number = 0;
+  std::string link{};
+  std::string label{};
+};
+
+/// A row of the totals. 0 leads nowhere.
+std::string TotalsRow(const std::string& name, const std::vector<SCell>& cells) {
   std::string html = "<tr><th scope=\"row\">" + name + "</th>";
-  for (const auto& [number, link] : cells) {
-    const std::string text = std::to_string(number);
-    html += number == 0          ? "<td class=\"quiet\">0</td>"
-            : link.first.empty() ? "<td>" + text + "</td>"
-                                 : "<td><a data-cell href=\"#" + link.first + "\" aria-label=\"" + link.second + ": " +
-                                       text + "\">" + text + "</a></td>";
+  for (const SCell& cell : cells) {
+    std::string text = std::to_string(cell.number);
+    if (!cell.link.empty()) {
+      text =
+          "<a data-cell href=\"#" + cell.link + "\" aria-label=\"" + cell.label + ": " + text + "\">" + text + "</a>";
+    }
+    html += (cell.number == 0 ? "<td class=\"quiet\">" : "<td>") + text + "</td>";
   }
   return html + "</tr>\n";
 }
@@ -162,41 +168,39 @@ TEST(PageSummaryTest, TheTotalsLeadToWhatTheyCount) {
                   Accepted(Made("class/B", EChange::kInserted, "class-inserted"), {"ours", {}, {}}), kConflict}));
   EXPECT_THAT(html, HasSubstr("<h2 id=\"totals-h\">All 6 differences</h2>"));
   EXPECT_EQ(Between(Between(html, "<table class=\"totals\">", "</table>"), "<tbody>\n", "</tbody>"),
-            TotalsRow("Classes", {{1, {"kind=class&amp;risk=loss&amp;decision=open", "Classes, Loss"}},
-                                  {1, {"kind=class&amp;risk=block&amp;decision=open", "Classes, Block"}},
-                                  {0, {}},
-                                  {2, {"kind=class&amp;risk=safe&amp;decision=open", "Classes, Safe"}},
-                                  {1, {"kind=class&amp;decision=accepted", "Classes, Accepted"}},
-                                  {5, {"kind=class", "Classes"}}}) +
-                TotalsRow("Links", {{0, {}},
-                                    {0, {}},
-                                    {1, {"kind=link&amp;risk=attention&amp;decision=open", "Links, Attention"}},
-                                    {0, {}},
-                                    {0, {}},
-                                    {1, {"kind=link", "Links"}}}) +
-                TotalsRow("Behaviors", {{0, {}}, {0, {}}, {0, {}}, {0, {}}, {0, {}}, {0, {}}}) +
-                TotalsRow("All", {{1, {"risk=loss&amp;decision=open", "All, Loss"}},
-                                  {1, {"risk=block&amp;decision=open", "All, Block"}},
-                                  {1, {"risk=attention&amp;decision=open", "All, Attention"}},
-                                  {2, {"risk=safe&amp;decision=open", "All, Safe"}},
-                                  {1, {"decision=accepted", "All, Accepted"}},
-                                  {6, {}}}));
+            TotalsRow("Classes", {{1, "kind=class&amp;risk=loss&amp;decision=open", "Classes, Loss"},
+                                  {1, "kind=class&amp;risk=block&amp;decision=open", "Classes, Block"},
+                                  {},
+                                  {2, "kind=class&amp;risk=safe&amp;decision=open", "Classes, Safe"},
+                                  {1, "kind=class&amp;decision=accepted", "Classes, Accepted"},
+                                  {5, "kind=class", "Classes"}}) +
+                TotalsRow("Links", {{},
+                                    {},
+                                    {1, "kind=link&amp;risk=attention&amp;decision=open", "Links, Attention"},
+                                    {},
+                                    {},
+                                    {1, "kind=link", "Links"}}) +
+                TotalsRow("Behaviors", {{}, {}, {}, {}, {}, {}}) +
+                TotalsRow("All", {{1, "risk=loss&amp;decision=open", "All, Loss"},
+                                  {1, "risk=block&amp;decision=open", "All, Block"},
+                                  {1, "risk=attention&amp;decision=open", "All, Attention"},
+                                  {2, "risk=safe&amp;decision=open", "All, Safe"},
+                                  {1, "decision=accepted", "All, Accepted"},
+                                  {6}}));
 }
 
 TEST(PageSummaryTest, TheTotalsHaveTheKindsThatWereCompared) {
   SReview review = MadeReview({kName, kName});
   review.elements = {EKind::kBehavior};
   const std::string html = PageHtml(review);
-  EXPECT_EQ(
-      Between(Between(html, "<table class=\"totals\">", "</table>"), "<tbody>\n", "</tbody>"),
-      TotalsRow("Behaviors", {{0, {}},
-                              {0, {}},
-                              {0, {}},
-                              {2, {"kind=behavior&amp;risk=safe&amp;decision=open", "Behaviors, Safe"}},
-                              {0, {}},
-                              {2, {"kind=behavior", "Behaviors"}}}) +
-          TotalsRow("All",
-                    {{0, {}}, {0, {}}, {0, {}}, {2, {"risk=safe&amp;decision=open", "All, Safe"}}, {0, {}}, {2, {}}}));
+  EXPECT_EQ(Between(Between(html, "<table class=\"totals\">", "</table>"), "<tbody>\n", "</tbody>"),
+            TotalsRow("Behaviors", {{},
+                                    {},
+                                    {},
+                                    {2, "kind=behavior&amp;risk=safe&amp;decision=open", "Behaviors, Safe"},
+                                    {},
+                                    {2, "kind=behavior", "Behaviors"}}) +
+                TotalsRow("All", {{}, {}, {}, {2, "risk=safe&amp;decision=open", "All, Safe"}, {}, {2}}));
 }
 
 std::string Facts(const SReview& review) {
