@@ -164,6 +164,10 @@ TEST(DecideTest, APathBelowAFindingIsQuestioned) {
             Refused("class/own/property/Code/length: no finding has this path; did you mean class/Own?"));
 }
 
+TEST(DecideTest, APathOfSegmentsOfOneLetterIsRefused) {
+  EXPECT_EQ(Refusal("{}", {"x/y"}), Refused("x/y: no difference has a path of this form"));
+}
+
 TEST(DecideTest, WhatIsNoPathIsRefused) {
   EXPECT_EQ(Refusal("{}", {"class/FHA_*"}),
             Refused("class/FHA_*: \"*\" can only stand for one whole segment; in a name it is written ~2"));
