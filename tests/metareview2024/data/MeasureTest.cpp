@@ -269,11 +269,11 @@ TEST_P(MeasureTest, NotNullTakesAsManyColumnsAsATableHas) {
   std::string columns;
   for (int i = 0; i < kColumns; ++i) {
     lookup.columns.push_back("C" + std::to_string(i));
-    columns.append(i == 0 ? "\"" : ", \"").append(lookup.columns.back()).append("\" integer");
+    columns.append(i == 0 ? "\"" : ", \"").append(lookup.columns.back()).append("\" text");
   }
   database.Query("CREATE TABLE \"T\" (" + columns + ")");
   for (const std::string column : {"C0", "C499", "C500", "C1499"}) {
-    database.Query("INSERT INTO \"T\" (\"" + column + "\") VALUES (1)");
+    database.Query("INSERT INTO \"T\" (\"" + column + "\") VALUES ('1')");
   }
   database.Query("INSERT INTO \"T\" (\"C0\") VALUES (NULL)");
   const auto rows = database.Query(TableQueries(database.Dialect(), {lookup}).front().query);
