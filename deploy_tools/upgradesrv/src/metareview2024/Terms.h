@@ -13,7 +13,7 @@ namespace metareview {
 
 /// Kinds of elements, in the order in which a review lists them.
 enum class EKind { kClass, kLink, kBehavior };
-constexpr std::array<EKind, 3> kKinds = {EKind::kClass, EKind::kLink, EKind::kBehavior};
+inline constexpr std::array kKinds = {EKind::kClass, EKind::kLink, EKind::kBehavior};
 
 /// What a difference is about.
 enum class EThing { kClass, kLink, kBehavior, kListedBehavior, kMethod, kProperty };
@@ -42,7 +42,7 @@ enum class EChange {
   kDeleted,
   kChanged
 };
-constexpr std::array<EChange, 3> kChanges = {EChange::kInserted, EChange::kDeleted, EChange::kChanged};
+inline constexpr std::array kChanges = {EChange::kInserted, EChange::kDeleted, EChange::kChanged};
 
 /// Worst first.
 enum class ERisk {
@@ -55,7 +55,7 @@ enum class ERisk {
   /// Nothing stored is touched.
   kSafe
 };
-constexpr std::array<ERisk, 4> kRisks = {ERisk::kLoss, ERisk::kBlock, ERisk::kAttention, ERisk::kSafe};
+inline constexpr std::array kRisks = {ERisk::kLoss, ERisk::kBlock, ERisk::kAttention, ERisk::kSafe};
 
 enum class EOrigin {
   /// There is no base.

@@ -13,14 +13,14 @@ namespace metareview {
 /// Findings of one kind. An accepted finding counts as accepted only.
 struct STotals {
   /// By ERisk.
-  std::array<std::size_t, 4> risks{};
+  std::array<std::size_t, kRisks.size()> risks{};
   std::size_t accepted = 0;
 
   std::size_t Of(ERisk risk) const { return risks.at(static_cast<std::size_t>(risk)); }
 };
 
 /// By EKind, in the order of kKinds.
-METAREVIEW2024_EXPORT std::array<STotals, 3> CountTotals(const SReview& review);
+METAREVIEW2024_EXPORT std::array<STotals, kKinds.size()> CountTotals(const SReview& review);
 
 /// What the verdict is made of.
 struct SVerdict {

@@ -2,8 +2,8 @@
 
 namespace metareview {
 
-std::array<STotals, 3> CountTotals(const SReview& review) {
-  std::array<STotals, 3> totals;
+std::array<STotals, kKinds.size()> CountTotals(const SReview& review) {
+  std::array<STotals, kKinds.size()> totals;
   for (const SFinding& finding : review.findings) {
     STotals& kind = totals.at(static_cast<std::size_t>(finding.kind));
     if (finding.accepted != nullptr) {
