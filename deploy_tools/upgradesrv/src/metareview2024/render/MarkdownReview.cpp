@@ -30,7 +30,7 @@ class CMarkdown {
       : review_(review), words_(*options.words), sentences_(words_, review) {}
 
   std::string Write() {
-    Line("# " + MarkdownText(VerdictSentence(words_, review_), false));
+    Line("# " + Plain(VerdictSentence(words_, review_)));
     if (!review_.complete) {
       Line(MarkdownText(FillIn(words_.Text("report.failed"), {{"problem", AsValue(review_.problem)}}), false));
       return text_;
@@ -108,13 +108,14 @@ class CMarkdown {
     }
     text_ += "\n";
     if (const std::size_t left = items.size() - count; left != 0) {
-      Line(MarkdownText(FillIn(words_.Text("page.rows-left", left), {{"n", AsWords(words_.Number(left))}}), false));
+      Line(Plain(FillIn(words_.Text("page.rows-left", left), {{"n", AsWords(words_.Number(left))}})));
     }
     room_ -= std::min(room_, text_.size() - start);
   }
 
-  /// Who changed it, that it is new, that the check's report leaves it out, that it is accepted.
-  std::string Judgement(const SFinding& finding, bool isInTable) const {
+  /// Who changed it, that it is new, that the check's report leaves it out, that it is accepted. Values are only in
+  /// what is said of an acceptance, which the table alone shows.
+  std::string Judgement(const SFinding& finding) const {
     std::vector<Sentence> parts;
     const auto add = [&](const std::string& key) { parts.push_back(AsWords(words_.Text(key))); };
     if (review_.base.has_value()) {
@@ -129,7 +130,7 @@ class CMarkdown {
     if (finding.accepted != nullptr) {
       parts.push_back(AcceptanceSentence(words_, *finding.accepted));
     }
-    return MarkdownText(JoinList(words_, parts), isInTable);
+    return MarkdownText(JoinList(words_, parts), true);
   }
 
   void WriteToDecide() {
@@ -138,14 +139,14 @@ class CMarkdown {
       findings.insert(findings.end(), place.begin(), place.end());
     }
     WriteSection(Text("page.decide"), "", kDecideShare, findings, [&](const SFinding* finding) {
-      const std::string judgement = Judgement(*finding, false);
+      const std::string judgement = Judgement(*finding);
       return "- **" + RiskName(NameOf(finding->risk)) + "** " + MarkdownCode(finding->path, false) + "  \n  " +
              MarkdownText(sentences_.Of(*finding), false) + "  \n  *" +
              Text(std::string(finding->rule->name) + ".name") + "*" + (judgement.empty() ? "" : " · " + judgement) +
              "\n";
     });
     if (!findings.empty()) {
-      Line(MarkdownText(AsWords(words_.Text("page.accept", 1)), false) + ": " +
+      Line(std::string(words_.Text("page.accept", 1)) + ": " +
            MarkdownCode("upgradesrv decide --reason '' " + ShellWord(review_.directory) + " PATH...", false));
     }
   }
@@ -157,7 +158,7 @@ class CMarkdown {
     WriteSection(Text("page.contents.all"), head, kAllShare, AllFindings(review_), [&](const SFinding* finding) {
       return "| " + RiskName(finding->accepted != nullptr ? "accepted" : NameOf(finding->risk)) + " | " +
              MarkdownCode(finding->path, true) + " | " + MarkdownText(sentences_.Of(*finding), true) + " | " +
-             Judgement(*finding, true) + " |\n";
+             Judgement(*finding) + " |\n";
     });
   }
 
