@@ -72,6 +72,34 @@ TEST(SarifReviewTest, IsValidAgainstThePublishedSchema) {
   EXPECT_NE(FaultsOf("{\"version\": \"2.1.0\", \"runs\": [{}]}"), "");
 }
 
+TEST(SarifReviewTest, SaysEverythingWithALineForEachRuleAndResult) {
+  SFinding own = test::Accepted(Own(), {"ours", "jo", "2027-06-30"});
+  own.since = ESince::kKnown;
+  SFinding shorter = test::MadeChange("class/Part/property/Code/length", "length-shrinks", 48U, 32U, EOrigin::kVendor);
+  shorter.since = ESince::kChanged;
+  SReview review = test::MadeReview({shorter, own});
+  review.gone.push_back({FindingId("behavior/Rated", EChange::kDeleted), "behavior/Rated", EChange::kDeleted});
+  EXPECT_EQ(
+      test::Rendered("sarif", review),
+      R"({"$schema":"https://json.schemastore.org/sarif-2.1.0.json","version":"2.1.0","runs":[{"tool":{"driver":{"name":"upgradesrv","rules":[
+{"id":"class-inserted","shortDescription":{"text":"Class only here"},"fullDescription":{"text":"The upgrade sets what it ships, and it does not ship this class."},"help":{"text":"Nothing. Accept it with a reason if it need not be looked at again."},"defaultConfiguration":{"level":"note"}}
+,{"id":"length-shrinks","shortDescription":{"text":"Length shrinks"},"fullDescription":{"text":"A value that is longer than its column is cut off, or the upgrade stops at it."},"help":{"text":"Shorten the longer values, or set your own length again before anybody works with it. Accept it if no value is longer and none will be."},"defaultConfiguration":{"level":"error"}}]}},"invocations":[{"executionSuccessful":true}],"language":"en","results":[
+{"ruleId":"length-shrinks","ruleIndex":1,"level":"error","message":{"text":"The upgrade shortens Code from 48 to 32 characters. Stored values were not counted."},"locations":[{"physicalLocation":{"artifactLocation":{"uri":"client.json"}},"logicalLocations":[{"name":"Code","fullyQualifiedName":"class/Part/property/Code/length","kind":"member"}]}],"partialFingerprints":{"findingId/v1":"e4f333239954eb46"},"baselineState":"updated","properties":{"risk":"loss","change":"changed","origin":"vendor"}}
+,{"ruleId":"class-inserted","ruleIndex":0,"level":"note","message":{"text":"Only this installation has class Own. The upgrade leaves it alone."},"locations":[{"physicalLocation":{"artifactLocation":{"uri":"client.json"}},"logicalLocations":[{"name":"Own","fullyQualifiedName":"class/Own","kind":"type"}]}],"partialFingerprints":{"findingId/v1":"0c35d5ff0b330cde"},"suppressions":[{"kind":"external","status":"accepted","justification":"ours","properties":{"by":"jo","until":"2027-06-30"}}],"baselineState":"unchanged","properties":{"risk":"safe","change":"inserted","origin":"customer"}}
+,{"level":"none","message":{"text":"behavior/Rated: was only in the upgrade."},"locations":[{"physicalLocation":{"artifactLocation":{"uri":"client.json"}},"logicalLocations":[{"name":"Rated","fullyQualifiedName":"behavior/Rated","kind":"type"}]}],"partialFingerprints":{"findingId/v1":"6cecdcdccd7c7a40"},"baselineState":"absent"}]}]}
+)");
+}
+
+TEST(SarifReviewTest, TheClientsFileIsAUriAndADatabaseHasNone) {
+  SReview review = test::MadeReview({Own()});
+  review.client = "/in stalled/Ö~1%.json";
+  const Object location = Objects(*Results(review).at(0), "locations").at(0);
+  EXPECT_EQ(location->GetObjectValue("physicalLocation")->GetObjectValue("artifactLocation")->GetStringValue("uri"),
+            "/in%20stalled/%C3%96~1%25.json");
+  review.client = "postgresql://host/database";
+  EXPECT_FALSE(Objects(*Results(review).at(0), "locations").at(0)->HasMember("physicalLocation"));
+}
+
 TEST(SarifReviewTest, RisksAreLevels) {
   const std::pair<const char*, const char*> rules[] = {{"class-withdrawn", "error"},
                                                        {"max-tightens", "error"},
@@ -155,10 +183,10 @@ TEST(SarifReviewTest, AFailedReviewHasNoResultsButTheProblem) {
   SReview review;
   review.complete = false;
   review.problem = "base.json {0} is not there";
-  const Object run = SarifRun(review);
-  EXPECT_FALSE(run->HasMember("results"));
-  const Object notification = Objects(*Objects(*run, "invocations").at(0), "toolExecutionNotifications").at(0);
-  EXPECT_EQ(notification->GetObjectValue("message")->GetStringValue("text"), "base.json {{0}} is not there");
+  EXPECT_EQ(
+      test::Rendered("sarif", review),
+      R"({"$schema":"https://json.schemastore.org/sarif-2.1.0.json","version":"2.1.0","runs":[{"tool":{"driver":{"name":"upgradesrv","rules":[]}},"invocations":[{"executionSuccessful":false,"toolExecutionNotifications":[{"level":"error","message":{"text":"base.json {{0}} is not there"}}]}],"language":"en"}]}
+)");
 }
 
 TEST(SarifReviewTest, TextsOfNamesAreNoPlaceholdersAndNoLinks) {
