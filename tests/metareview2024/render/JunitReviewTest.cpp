@@ -67,6 +67,49 @@ TEST(JunitReviewTest, HasATestCasePerElementPassingOnesToo) {
               "    </testsuite>\n"));
 }
 
+TEST(JunitReviewTest, SaysWhatEachDifferenceMeansAndWhoAcceptedIt) {
+  const std::string shortened =
+      "The upgrade shortens Code from 48 to 32 characters. 137 of 20,341 stored values are longer and would be cut or "
+      "refused. The decision on record is about 40 here and 32 shipped, so it no longer applies. The decision on "
+      "record expired on 2026-10-31.";
+  const std::string taken =
+      "The upgrade adds link Uses with class id 1001 and table T_USES, which class Own already has here.";
+  EXPECT_EQ(
+      test::Rendered("junit", test::FullReview()),
+      Document(
+          "tests=\"4\" failures=\"2\" errors=\"0\" skipped=\"1\"",
+          std::string(kReviewSuite) +
+              "    <testsuite name=\"upgrade: class\" tests=\"2\" failures=\"1\" errors=\"0\" skipped=\"1\" "
+              "time=\"0\">\n"
+              "        <testcase classname=\"upgrade: class\" name=\"Part\" time=\"0\">\n"
+              "            <failure message=\"" +
+              shortened + "\" type=\"loss\">[loss] class/Part/property/Code/length\n    " + shortened +
+              "\n[safe] class/Part/property/Weight/precision\n"
+              "    The upgrade keeps 3 instead of 6 decimal places of Weight. None of 884 stored values has more. "
+              "Without the count it would be judged loss.\n"
+              "[loss] class/Part/property/Sum/field\n"
+              "    The upgrade keeps Sum in column F_SUM instead of F_SHA. The values in F_SHA would be left behind. "
+              "Stored values could not be counted: no column F_SHA in T_PART.\n"
+              "</failure>\n"
+              "        </testcase>\n"
+              "        <testcase classname=\"upgrade: class\" name=\"Own\" time=\"0\">\n"
+              "            <skipped message=\"Accepted by jo until 2027-06-30: ours\"/>\n"
+              "            <system-out>[safe] class/Own\n"
+              "    Only this installation has class Own. The upgrade leaves it alone.\n"
+              "    Accepted by jo until 2027-06-30: ours\n"
+              "</system-out>\n"
+              "        </testcase>\n"
+              "    </testsuite>\n"
+              "    <testsuite name=\"upgrade: link\" tests=\"1\" failures=\"1\" errors=\"0\" skipped=\"0\" "
+              "time=\"0\">\n"
+              "        <testcase classname=\"upgrade: link\" name=\"Uses\" time=\"0\">\n"
+              "            <failure message=\"" +
+              taken + "\" type=\"block\">[block] link/Uses\n    " + taken +
+              "\n</failure>\n"
+              "        </testcase>\n"
+              "    </testsuite>\n"));
+}
+
 TEST(JunitReviewTest, HasNoEmptySuite) {
   EXPECT_EQ(test::Rendered("junit", test::MadeReview({})),
             Document("tests=\"1\" failures=\"0\" errors=\"0\" skipped=\"0\"", kReviewSuite));
@@ -128,9 +171,23 @@ TEST(JunitReviewTest, AFailedReviewIsAnError) {
   SReview review;
   review.complete = false;
   review.problem = "base.json: <is> not there";
-  const std::string text = test::Rendered("junit", review);
-  EXPECT_THAT(text, HasSubstr("tests=\"1\" failures=\"0\" errors=\"1\" skipped=\"0\""));
-  EXPECT_THAT(text, HasSubstr("<error message=\"base.json: &lt;is&gt; not there\" type=\"failed\">"));
+  EXPECT_EQ(test::Rendered("junit", review),
+            "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+            "<testsuites name=\"upgradesrv review\" tests=\"1\" failures=\"0\" errors=\"1\" skipped=\"0\" "
+            "time=\"0\">\n"
+            "    <testsuite name=\"review\" tests=\"1\" failures=\"0\" errors=\"1\" skipped=\"0\" time=\"0\">\n"
+            "        <testcase classname=\"review\" name=\"complete\" time=\"0\">\n"
+            "            <error message=\"base.json: &lt;is&gt; not there\" type=\"failed\">No answer. The review did "
+            "not finish, so nothing on this page may be taken for a result.</error>\n"
+            "        </testcase>\n"
+            "    </testsuite>\n"
+            "</testsuites>\n");
+}
+
+TEST(JunitReviewTest, CharactersThatXmlCannotHoldAreShown) {
+  SReview review = test::MadeReview({});
+  review.equal = {"class/a\uFFFE\uFFFEb\uFFFF\uFFFFc"};
+  EXPECT_THAT(test::Rendered("junit", review), HasSubstr(" name=\"a\\uFFFE\\uFFFEb\\uFFFF\\uFFFFc\""));
 }
 
 TEST(JunitReviewTest, EveryNameOfASuiteBeginsWithTheDirectory) {
