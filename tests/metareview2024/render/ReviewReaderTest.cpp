@@ -62,11 +62,23 @@ TEST_F(ReviewReaderTest, EveryOutputOfWhatIsReadIsTheSame) {
   }
 }
 
-TEST_F(ReviewReaderTest, ReadsASmallReview) {
-  SReview review = test::MadeReview({});
-  review.base.reset();
-  review.elements = {EKind::kBehavior};
-  const std::string text = test::Rendered("json", review);
+TEST_F(ReviewReaderTest, ReadsASmallReviewOfAnyKind) {
+  for (const EKind kind : kKinds) {
+    SReview review = test::MadeReview({});
+    review.base.reset();
+    review.elements = {kind};
+    const std::string text = test::Rendered("json", review);
+    EXPECT_EQ(test::Rendered("json", ReadReview(text, "r.json")), text);
+  }
+}
+
+TEST_F(ReviewReaderTest, ReadsFindingsOfAnyRisk) {
+  const std::string text =
+      test::Rendered("json", test::MadeReview({test::Made("class/A", EChange::kInserted, "class-withdrawn"),
+                                               test::Made("class/B", EChange::kDeleted, "class-identity-taken"),
+                                               test::Made("class/C", EChange::kDeleted, "class-deleted"),
+                                               test::Made("class/D", EChange::kInserted, "class-inserted")}));
+  EXPECT_THAT(text, HasSubstr(R"("class":{"loss":1,"block":1,"attention":1,"safe":1,"accepted":0})"));
   EXPECT_EQ(test::Rendered("json", ReadReview(text, "r.json")), text);
 }
 
@@ -144,6 +156,35 @@ TEST_F(ReviewReaderTest, RefusesWhatIsMissing) {
   ExpectFault("\"risk\":\"loss\",", "", "{\"id\"", "/findings/0: the member \"risk\" is missing");
   ExpectFault("\"block\":0,", "", "{\"loss\"", "/totals/class: the member \"block\" is missing");
   ExpectFault("\"reason\":\"ours\",", "", "{\"by\":\"jo\"", "/findings/3/accepted: the member \"reason\" is missing");
+}
+
+TEST_F(ReviewReaderTest, EveryReviewHasTheSameMembersButForThoseThatDoNotApply) {
+  const std::string members[] = {"client", "original", "base",   "directory", "against",
+                                 "data",   "elements", "totals", "findings",  "outdated"};
+  for (std::size_t i = 0; i + 1 < std::size(members); ++i) {
+    const std::size_t begin = saved_.find("  \"" + members[i] + "\": ");
+    const std::size_t end = saved_.find("  \"" + members[i + 1] + "\": ");
+    const bool isOptional = members[i] == "against" || members[i] == "data";
+    EXPECT_EQ(FaultOf(saved_.substr(0, begin) + saved_.substr(end)),
+              isOptional ? "no fault" : "r.json:1:1: /: the member \"" + members[i] + "\" is missing");
+  }
+}
+
+TEST_F(ReviewReaderTest, TotalsHaveEveryRisk) {
+  const std::string totals = R"("loss":2,"block":0,"attention":0,"safe":1,"accepted":1})";
+  const std::pair<const char*, const char*> rows[] = {{"loss", R"("block":0,"attention":0,"safe":1,"accepted":1})"},
+                                                      {"block", R"("loss":2,"attention":0,"safe":1,"accepted":1})"},
+                                                      {"attention", R"("loss":2,"block":0,"safe":1,"accepted":1})"},
+                                                      {"safe", R"("loss":2,"block":0,"attention":0,"accepted":1})"},
+                                                      {"accepted", R"("loss":2,"block":0,"attention":0,"safe":1})"}};
+  for (const auto& [name, rest] : rows) {
+    ExpectFault(totals, rest, std::string("{") + rest,
+                "/totals/class: the member \"" + std::string(name) + "\" is missing");
+  }
+}
+
+TEST_F(ReviewReaderTest, RefusesAReviewOfNothing) {
+  ExpectFault("[\"class\",\"link\",\"behavior\"]", "[]", "[]", "/elements: no kind was compared");
 }
 
 TEST_F(ReviewReaderTest, RefusesWhatIsUnknown) {
