@@ -69,6 +69,13 @@ TEST(CsvRowsTest, BytesAreKept) {
   EXPECT_THAT(RowsOf(std::string_view("a\0b,\xFF\n", 6)), ElementsAre(ElementsAre(std::string("a\0b", 3), "\xFF")));
 }
 
+TEST(CsvRowsTest, WhatIsBehindTheTextIsNotRead) {
+  EXPECT_THAT(RowsOf(std::string_view("a\n\n", 2)), ElementsAre(ElementsAre("a")));
+  EXPECT_THAT(RowsOf(std::string_view("a,b", 1)), ElementsAre(ElementsAre("a")));
+  EXPECT_THAT(RowsOf(std::string_view("a,\"b\"", 2)), ElementsAre(ElementsAre("a", "")));
+  EXPECT_THAT(RowsOf(std::string_view("\"a\"b", 3)), ElementsAre(ElementsAre("a")));
+}
+
 TEST(CsvRowsTest, RefusesQuotesThatAreNotClosed) {
   EXPECT_EQ(FaultOf("a\n\"b,c\nd\n"), "r.csv:2: a quotation mark is not closed");
   EXPECT_EQ(FaultOf("\""), "r.csv:1: a quotation mark is not closed");

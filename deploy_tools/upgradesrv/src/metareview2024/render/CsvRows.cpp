@@ -35,9 +35,6 @@ bool CCsvRows::Next() {
     fields_.push_back(Field());
   }
   isEnded_ = place_ < text_.size();
-  if (isEnded_) {
-    SkipLineEnd();
-  }
   return true;
 }
 
