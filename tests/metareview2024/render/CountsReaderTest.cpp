@@ -162,6 +162,8 @@ TEST_F(CountsReaderTest, RefusesOtherColumns) {
   const std::string found = "; run the script as it says at its beginning";
   EXPECT_EQ(FaultOfText("rule,path,rows,of\n"),
             "r.csv:1: expected the columns path,rule,rows,of, found \"rule\" and others" + found);
+  EXPECT_EQ(FaultOfText("path,rule\n"),
+            "r.csv:1: expected the columns path,rule,rows,of, found \"path\" and others" + found);
   EXPECT_EQ(FaultOfText("BEGIN\nSET\npath,rule,rows,of\n"),
             "r.csv:1: expected the columns path,rule,rows,of, found \"BEGIN\"" + found);
   EXPECT_EQ(FaultOfText("path;rule;rows;of\n"),

@@ -39,6 +39,12 @@ std::string KeyOf(std::string path, std::string_view rule) {
   return path.append("\n").append(rule);
 }
 
+SLookupCount NotCounted(const std::string& problem) {
+  SLookupCount count;
+  count.problem = problem;
+  return count;
+}
+
 /// The lookups of a finding; a row is read for each of them, in their order.
 struct SCountable {
   std::vector<std::size_t> lookups;
@@ -53,7 +59,7 @@ class CCountsReader {
       const SLookup& lookup = lookups.lookups[i];
       countables_[KeyOf(lookup.path, lookup.rule)].lookups.push_back(i);
     }
-    counts_.resize(lookups.lookups.size(), {0, 0, false, "not in " + name});
+    counts_.resize(lookups.lookups.size(), NotCounted("not in " + name));
   }
 
   SReadCounts Read() {
@@ -129,7 +135,7 @@ class CCountsReader {
     const std::vector<std::string>& fields = csv_.Fields();
     const std::uint64_t of = Number(kOf);
     if (fields[kRows].empty()) {
-      return {0, 0, false, kNotNumbers};
+      return NotCounted(kNotNumbers);
     }
     const std::uint64_t rows = Number(kRows);
     if (rows > of) {
