@@ -23,6 +23,21 @@ TEST(JsonReviewTest, HasEveryMemberInItsOrder) {
             kvx::ReadFile(UPGRADESRV_SOURCE_DIR "/tests/metareview2024/render/full-review.json"));
 }
 
+TEST(JsonReviewTest, AFindingHasItsMembersInOneOrder) {
+  SFinding finding = test::Counted(test::MadeChange("class/Part/property/Code/length", "length-shrinks", 48U, 32U), 0,
+                                   20341, "T_PART");
+  finding.displayName = "Part number";
+  finding.type = "string";
+  finding.taken = std::make_shared<const STaken>(STaken{"class/Own", 1001, "T_USES", "F_CODE"});
+  finding.risk = ERisk::kAttention;
+  finding.riskWithoutData = ERisk::kLoss;
+  finding.since = ESince::kNew;
+  EXPECT_THAT(
+      test::Rendered("json", test::MadeReview({test::Accepted(finding, {"ours", "jo", "2027-06-30"})})),
+      HasSubstr(
+          R"("reported":true,"display_name":"Part number","type":"string","taken":{"by":"class/Own","class_id":1001,"table_name":"T_USES","field":"F_CODE"},"base":32,"original":32,"client":48,"data":{"rows":0,"of":20341,"tables":["T_PART"]},"risk_without_data":"loss","accepted":{"reason":"ours","by":"jo","until":"2027-06-30"},"since":"new"})"));
+}
+
 TEST(JsonReviewTest, LeavesOutWhatIsNotThere) {
   SReview review = test::MadeReview({});
   review.base.reset();
