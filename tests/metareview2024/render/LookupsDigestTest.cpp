@@ -15,6 +15,12 @@ SLookups Lookups() {
   return lookups;
 }
 
+/// Each text with its length before it: the first 16 digits of
+/// `printf 31:class/Part/property/Code/length14:length-shrinks1:T1:21:F1:G1:11:3 | sha256sum`.
+TEST(LookupsDigestTest, IsMadeOfAllThatIsCountedInItsOrder) {
+  EXPECT_EQ(LookupsDigest(Lookups(), EKind::kClass), "94c585ec6d5bdef6");
+}
+
 TEST(LookupsDigestTest, IsAnotherForWhateverIsCountedInAnotherWay) {
   const std::string digest = LookupsDigest(Lookups(), EKind::kClass);
   EXPECT_EQ(digest.size(), 16U);
