@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -57,16 +58,21 @@ TEST(FormatsTest, OutputsDoNotDependOnWhatWasWrittenBefore) {
 }
 
 TEST(FormatsTest, LargeOutputsComeInParts) {
-  const SReview review =
-      test::MadeReview(std::vector<SFinding>(2000, test::Made("class/Own", EChange::kInserted, "class-inserted")));
-  std::size_t parts = 0;
-  std::size_t size = 0;
-  FindFormat("ndjson")->write(review, {}, [&](std::string_view part) {
-    ++parts;
-    size += part.size();
-  });
-  EXPECT_GT(parts, 2U);
-  EXPECT_EQ(size, test::Rendered("ndjson", review).size());
+  SReview review = test::MadeReview({});
+  for (int i = 0; i < 2000; ++i) {
+    review.findings.push_back(test::Made("class/Own" + std::to_string(i), EChange::kInserted, "class-inserted"));
+  }
+  for (const char* format : {"json", "ndjson", "csv", "junit", "sarif"}) {
+    std::size_t largest = 0;
+    std::size_t size = 0;
+    FindFormat(format)->write(review, {}, [&](std::string_view part) {
+      largest = std::max(largest, part.size());
+      size += part.size();
+    });
+    EXPECT_LT(largest, 70000U) << format;
+    EXPECT_GT(size, 200000U) << format;
+    EXPECT_EQ(size, test::Rendered(format, review).size()) << format;
+  }
 }
 
 }  // namespace
