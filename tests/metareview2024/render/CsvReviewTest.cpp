@@ -77,6 +77,7 @@ TEST(CsvReviewTest, KeepsASpreadsheetFromRunningATextAsAFormula) {
 TEST(CsvReviewTest, LeavesOtherTextsAsTheyAre) {
   EXPECT_THAT(RowOf("a=1"), HasSubstr(",Part,a=1,"));
   EXPECT_THAT(RowOf(" =1"), HasSubstr(",Part, =1,"));
+  EXPECT_THAT(RowOf("~1"), HasSubstr(",Part,~1,"));
   EXPECT_THAT(RowOf("图"), HasSubstr(",Part,图,"));
 }
 
