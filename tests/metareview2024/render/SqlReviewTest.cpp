@@ -56,6 +56,7 @@ TEST(SqlReviewTest, SaysFirstWhatItDoesAndHowToRunIt) {
               StartsWith("-- Counts what an upgrade may touch of the values that an installation stores: "));
   EXPECT_THAT(postgresql, HasSubstr("--   psql -X -q --csv -v ON_ERROR_STOP=1 -f THIS_FILE DATABASE > result.csv\n"));
   EXPECT_THAT(postgresql, HasSubstr("--   upgradesrv review --data result.csv UPGRADE_DIR\n"));
+  EXPECT_LT(postgresql.find("  psql "), postgresql.find("  upgradesrv review --data result.csv"));
   EXPECT_THAT(
       postgresql,
       HasSubstr("\n-- installation (client): client.json\n-- upgrade (original):    original.json\n-- tables: 2\n"));
