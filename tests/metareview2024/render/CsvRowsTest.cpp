@@ -69,6 +69,18 @@ TEST(CsvRowsTest, BytesAreKept) {
   EXPECT_THAT(RowsOf(std::string_view("a\0b,\xFF\n", 6)), ElementsAre(ElementsAre(std::string("a\0b", 3), "\xFF")));
 }
 
+TEST(CsvRowsTest, BeforeTheFirstRowItIsOnTheFirstLine) {
+  const CCsvRows csv("a\n", "r.csv");
+  EXPECT_THAT(csv.Fields(), IsEmpty());
+  EXPECT_FALSE(csv.IsEnded());
+  try {
+    csv.Fail("why");
+    ADD_FAILURE();
+  } catch (const CKVXException& error) {
+    EXPECT_STREQ(error.what(), "r.csv:1: why");
+  }
+}
+
 TEST(CsvRowsTest, WhatIsBehindTheTextIsNotRead) {
   EXPECT_THAT(RowsOf(std::string_view("a\n\n", 2)), ElementsAre(ElementsAre("a")));
   EXPECT_THAT(RowsOf(std::string_view("a,b", 1)), ElementsAre(ElementsAre("a")));
