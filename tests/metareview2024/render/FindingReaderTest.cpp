@@ -70,8 +70,31 @@ TEST(FindingReaderTest, RefusesWhatLacksAMember) {
       {"/gone/0", "path", R"("path":"behavior/Rated",)", ""},
       {"/gone/0", "change", R"("path":"behavior/Rated","change":"deleted")", R"("path":"behavior/Rated")"}};
   for (const SMissing& row : rows) {
-    EXPECT_EQ(FaultWith(row.from, row.to),
-              std::string(row.place) + ": the member \"" + row.member + "\" is missing");
+    EXPECT_EQ(FaultWith(row.from, row.to), std::string(row.place) + ": the member \"" + row.member + "\" is missing");
+  }
+}
+
+TEST(FindingReaderTest, RefusesMembersThatAreUnknownEvenWithoutAName) {
+  struct SUnknown {
+    const char* place;
+    const char* begin;
+    const char* known;
+  };
+  const SUnknown rows[] = {
+      {"/findings/0/", R"({"id":"e4f333239954eb46")",
+       "id, path, change, rule, risk, origin, reported, display_name, type, taken, base, original, client, data, "
+       "risk_without_data, accepted, since"},
+      {"/findings/0/data/", R"({"rows")", "rows, of, tables, problem"},
+      {"/findings/3/accepted/", R"({"reason":"ours")", "reason, by, until"},
+      {"/findings/4/taken/", R"({"by":"class/Own")", "by, class_id, table_name, field"},
+      {"/outdated/0/", R"({"path":"class/Part/property/Code/length","change":"changed","accepted_original")",
+       "path, change, accepted_original, accepted_client, original, client, reason, by, until"},
+      {"/expired/0/", R"({"path":"class/Part/property/Code/length","change":"changed","original")",
+       "path, change, original, client, reason, by, until"},
+      {"/gone/0/", R"({"id":"6cecdcdccd7c7a40")", "id, path, change"}};
+  for (const SUnknown& row : rows) {
+    EXPECT_EQ(FaultWith(row.begin, "{\"\":1," + std::string(row.begin).substr(1)),
+              std::string(row.place) + ": unknown member; known here: " + row.known);
   }
 }
 

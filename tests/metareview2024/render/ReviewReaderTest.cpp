@@ -183,6 +183,13 @@ TEST_F(ReviewReaderTest, TotalsHaveEveryRisk) {
   }
 }
 
+TEST_F(ReviewReaderTest, RefusesTotalsOfWhatIsUnknown) {
+  ExpectFault("\"totals\": {", "\"totals\": {\"\":1,", "1,\"class\"",
+              "/totals/: unknown member; known here: class, link, behavior");
+  ExpectFault("{\"loss\"", "{\"\":1,\"loss\"", "1,\"loss\"",
+              "/totals/class/: unknown member; known here: loss, block, attention, safe, accepted");
+}
+
 TEST_F(ReviewReaderTest, RefusesAReviewOfNothing) {
   ExpectFault("[\"class\",\"link\",\"behavior\"]", "[]", "[]", "/elements: no kind was compared");
 }
