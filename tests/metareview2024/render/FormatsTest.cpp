@@ -24,8 +24,13 @@ TEST(FormatsTest, KnowsNoOther) {
   EXPECT_EQ(FindFormat(""), nullptr);
 }
 
-TEST(FormatsTest, TextIsTheDefault) {
-  EXPECT_EQ(Formats().front().name, "text");
+/// The default is the first; messages name all of them in this order.
+TEST(FormatsTest, HasThemInTheOrderOfTheManual) {
+  std::string names;
+  for (const SFormat& format : Formats()) {
+    names.append(names.empty() ? "" : ", ").append(format.name);
+  }
+  EXPECT_EQ(names, "text, json, ndjson, csv, markdown, html, junit, sarif, sql");
 }
 
 TEST(FormatsTest, EveryFormatSaysThatAReviewFailedAndWhy) {
