@@ -212,6 +212,19 @@ TEST(JunitReviewTest, NamesThatLookTheSameGetANumber) {
   EXPECT_THAT(test::Rendered("junit", review), HasSubstr("name=\"A\\x01 (2)\""));
 }
 
+TEST(JunitReviewTest, LongNamesThatDifferInWhatIsNotShownGetNumbersInTheirOrder) {
+  SReview review = test::MadeReview({});
+  for (const char* middle : {"x", "y", "z"}) {
+    review.equal.push_back("class/" + std::string(400, 'A') + std::string(101, *middle) + std::string(100, 'B'));
+  }
+  const std::string shown = std::string(400, 'A') + " … " + std::string(100, 'B');
+  const std::string text = test::Rendered("junit", review);
+  EXPECT_THAT(text, HasSubstr("name=\"" + shown + "\""));
+  EXPECT_LT(text.find(shown + "\""), text.find(shown + " (2)\""));
+  EXPECT_LT(text.find(shown + " (2)\""), text.find(shown + " (3)\""));
+  EXPECT_THAT(text, HasSubstr("name=\"" + shown + " (3)\""));
+}
+
 TEST(JunitReviewTest, HostileNamesAreXmlToAnotherParserAndUnique) {
   const std::string text = test::Rendered("junit", test::HostileReview());
   tinyxml2::XMLDocument document;
