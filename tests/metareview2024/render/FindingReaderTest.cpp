@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptexception/KVXException.h"
@@ -42,7 +43,7 @@ TEST(FindingReaderTest, RefusesWhatLacksAMember) {
     const char* from;
     const char* to;
   };
-  const SMissing rows[] = {
+  const std::vector<SMissing> rows = {
       {"/findings/0", "id", R"("id":"e4f333239954eb46",)", ""},
       {"/findings/0", "path", R"("path":"class/Part/property/Code/length",)", ""},
       {"/findings/0", "change", R"("change":"changed",)", ""},
@@ -80,7 +81,7 @@ TEST(FindingReaderTest, RefusesMembersThatAreUnknownEvenWithoutAName) {
     const char* begin;
     const char* known;
   };
-  const SUnknown rows[] = {
+  const std::vector<SUnknown> rows = {
       {"/findings/0/", R"({"id":"e4f333239954eb46")",
        "id, path, change, rule, risk, origin, reported, display_name, type, taken, base, original, client, data, "
        "risk_without_data, accepted, since"},

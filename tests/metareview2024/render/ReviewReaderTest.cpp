@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "kvxsptexception/ErrorCodes.h"
 #include "kvxsptexception/KVXException.h"
@@ -159,9 +161,9 @@ TEST_F(ReviewReaderTest, RefusesWhatIsMissing) {
 }
 
 TEST_F(ReviewReaderTest, EveryReviewHasTheSameMembersButForThoseThatDoNotApply) {
-  const std::string members[] = {"client", "original", "base",   "directory", "against",
-                                 "data",   "elements", "totals", "findings",  "outdated"};
-  for (std::size_t i = 0; i + 1 < std::size(members); ++i) {
+  const std::vector<std::string> members = {"client", "original", "base",   "directory", "against",
+                                            "data",   "elements", "totals", "findings",  "outdated"};
+  for (std::size_t i = 0; i + 1 < members.size(); ++i) {
     const std::size_t begin = saved_.find("  \"" + members[i] + "\": ");
     const std::size_t end = saved_.find("  \"" + members[i + 1] + "\": ");
     const bool isOptional = members[i] == "against" || members[i] == "data";
@@ -172,11 +174,12 @@ TEST_F(ReviewReaderTest, EveryReviewHasTheSameMembersButForThoseThatDoNotApply) 
 
 TEST_F(ReviewReaderTest, TotalsHaveEveryRisk) {
   const std::string totals = R"("loss":2,"block":0,"attention":0,"safe":1,"accepted":1})";
-  const std::pair<const char*, const char*> rows[] = {{"loss", R"("block":0,"attention":0,"safe":1,"accepted":1})"},
-                                                      {"block", R"("loss":2,"attention":0,"safe":1,"accepted":1})"},
-                                                      {"attention", R"("loss":2,"block":0,"safe":1,"accepted":1})"},
-                                                      {"safe", R"("loss":2,"block":0,"attention":0,"accepted":1})"},
-                                                      {"accepted", R"("loss":2,"block":0,"attention":0,"safe":1})"}};
+  const std::vector<std::pair<const char*, const char*>> rows = {
+      {"loss", R"("block":0,"attention":0,"safe":1,"accepted":1})"},
+      {"block", R"("loss":2,"attention":0,"safe":1,"accepted":1})"},
+      {"attention", R"("loss":2,"block":0,"safe":1,"accepted":1})"},
+      {"safe", R"("loss":2,"block":0,"attention":0,"accepted":1})"},
+      {"accepted", R"("loss":2,"block":0,"attention":0,"safe":1})"}};
   for (const auto& [name, rest] : rows) {
     ExpectFault(totals, rest, std::string("{") + rest,
                 "/totals/class: the member \"" + std::string(name) + "\" is missing");

@@ -14,7 +14,6 @@ namespace metareview {
 namespace {
 
 using testing::HasSubstr;
-using testing::Not;
 using testing::StartsWith;
 
 const std::string kCode = "class/Part/property/Code/length";
