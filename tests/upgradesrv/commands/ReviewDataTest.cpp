@@ -7,7 +7,6 @@
 
 #include <filesystem>
 #include <memory>
-#include <sstream>
 #include <string>
 #include <thread>
 #include <vector>
@@ -207,25 +206,6 @@ TEST_P(PostgresqlReviewDataTest, TheServerWritesNothing) {
   // All of it would be noticed.
   storage_.Execute({kStored.back()});
   EXPECT_NE(Written(), before);
-}
-
-TEST(ReviewDataExampleTest, IsWhatTheReadmeShows) {
-  const std::string example = UPGRADESRV_SOURCE_DIR "/examples/upgrade";
-  const test::CTemporaryDirectory directory;
-  const std::string database = directory.File("data.db");
-  ASSERT_EQ(test::Run({"/bin/sh", "-c", "'" SQLITE3 "' \"$0\" < \"$1\"", database, example + "/data.sql"}).status, 0);
-  const std::string report =
-      "\n" + test::RunTool({"review", "--today", "2026-11-22", "--data", database, example}).output;
-  const std::string readme = test::ReadFile(UPGRADESRV_SOURCE_DIR "/README.md");
-  const std::size_t begin = readme.find("    Not yet. ");
-  ASSERT_NE(begin, std::string::npos);
-  std::istringstream section(readme.substr(begin, readme.find("\n\n", begin) - begin));
-  int lines = 0;
-  for (std::string line; std::getline(section, line); ++lines) {
-    line.erase(0, std::string("    ").size());
-    EXPECT_TRUE(line == "…" || report.find("\n" + line + "\n") != std::string::npos) << line;
-  }
-  EXPECT_EQ(lines, 15);
 }
 
 class ReviewDataTroubleTest : public testing::Test {
