@@ -164,7 +164,8 @@ TEST(DecideTest, APathBelowAFindingIsQuestioned) {
             Refused("class/own/property/Code/length: no finding has this path; did you mean class/Own?"));
 }
 
-TEST(DecideTest, APathOfSegmentsOfOneLetterIsRefused) {
+TEST(DecideTest, APathOfSegmentsOfOneLetterOrNoneIsRefused) {
+  EXPECT_EQ(Refusal("{}", {"/y"}), Refused("/y: no difference has a path of this form"));
   EXPECT_EQ(Refusal("{}", {"x/y"}), Refused("x/y: no difference has a path of this form"));
 }
 
