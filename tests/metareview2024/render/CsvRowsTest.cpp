@@ -73,12 +73,7 @@ TEST(CsvRowsTest, BeforeTheFirstRowItIsOnTheFirstLine) {
   const CCsvRows csv("a\n", "r.csv");
   EXPECT_THAT(csv.Fields(), IsEmpty());
   EXPECT_FALSE(csv.IsEnded());
-  try {
-    csv.Fail("why");
-    ADD_FAILURE();
-  } catch (const CKVXException& error) {
-    EXPECT_STREQ(error.what(), "r.csv:1: why");
-  }
+  EXPECT_THAT([&csv] { csv.Fail("why"); }, testing::ThrowsMessage<CKVXException>("r.csv:1: why"));
 }
 
 TEST(CsvRowsTest, WhatIsBehindTheTextIsNotRead) {
