@@ -13,6 +13,7 @@
 #include <fstream>
 #include <iterator>
 #include <set>
+#include <stdexcept>
 #include <string>
 
 #include "metareview2024/data/CountFixture.h"
@@ -162,6 +163,9 @@ TEST_P(SqliteCountMomentTest, WhoChangesTheDatabaseWaitsForBothConnections) {
 class CWriter {
  public:
   explicit CWriter(const std::string& file) : process_(fork()) {
+    if (process_ < 0) {
+      throw std::runtime_error("fork failed");
+    }
     if (process_ == 0) {
       Write(file);
       _exit(1);
